@@ -1,0 +1,85 @@
+#include "app/CommandLine.h"
+
+#include "app/AppInfo.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <string_view>
+
+namespace
+{
+
+/// The program leaves the folder in which the user typed a relative path. A bare name that is no file there
+/// stays what it is: "COM3" is no path.
+QString fromHere(const QString &port)
+{
+    const QFileInfo file(port);
+    return !port.isEmpty() && (port.contains(QLatin1Char('/')) || file.exists()) ? file.absoluteFilePath()
+                                                                                 : port;
+}
+
+} // namespace
+
+CommandLine CommandLine::parse(const QStringList &arguments, const QString &environmentPort)
+{
+    const auto tr = [](const char *text) { return QCoreApplication::translate("CommandLine", text); };
+    const QCommandLineOption port(QStringLiteral("port"),
+                                  tr("Use this serial port as the device's for as long as it exists."),
+                                  tr("path"));
+    const QCommandLineOption verbose(QStringLiteral("verbose"), tr("Log every event."));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        tr("Turns the buttons and the knob of the control surface into actions."));
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    // The instance guard looks at this one itself.
+    QCommandLineOption secondary(QStringLiteral("secondary"));
+    secondary.setFlags(QCommandLineOption::HiddenFromHelp);
+    parser.addOptions({port, verbose, secondary});
+
+    CommandLine result;
+    if (!parser.parse(arguments)) {
+        result.request = Request::Mistake;
+        result.message = parser.errorText();
+    } else if (parser.isSet(help)) {
+        result.request = Request::Answer;
+        result.message = parser.helpText();
+    } else if (parser.isSet(version)) {
+        result.request = Request::Answer;
+        result.message = QStringLiteral("veltrix ") + QLatin1String(AppInfo::version) + QLatin1Char('\n');
+    } else if (!parser.positionalArguments().isEmpty()) {
+        result.request = Request::Mistake;
+        result.message = tr("Unexpected argument: %1").arg(parser.positionalArguments().constFirst());
+    }
+    result.port = fromHere(parser.isSet(port) ? parser.value(port) : environmentPort);
+    result.verbose = parser.isSet(verbose);
+    return result;
+}
+
+std::optional<int> CommandLine::answerEarly(int argc, char **argv)
+{
+    using namespace std::string_view_literals;
+    constexpr std::array questions{"-h"sv, "--help"sv, "--help-all"sv, "-v"sv, "--version"sv};
+    const bool asked = std::any_of(argv, argv + argc, [&](const char *argument) {
+        return std::find(questions.begin(), questions.end(), argument) != questions.end();
+    });
+    if (!asked) {
+        return std::nullopt;
+    }
+    const QCoreApplication application(argc, argv);
+    return parse(QCoreApplication::arguments(), QString()).print();
+}
+
+int CommandLine::print() const
+{
+    const bool mistake = request == Request::Mistake;
+    const QString text = mistake ? QStringLiteral("veltrix: %1\n").arg(message) : message;
+    std::fputs(text.toLocal8Bit().constData(), mistake ? stderr : stdout);
+    return mistake ? 2 : 0;
+}

@@ -1,0 +1,25 @@
+#include "app/Core.h"
+
+#include <QCoreApplication>
+
+Core::Core()
+    : m_platform(createPlatform())
+    , m_knobSettings(m_store)
+    , m_launchOnStartup(*m_platform.autostart, QCoreApplication::applicationFilePath())
+    , m_ledger(*m_platform.injector, *m_platform.appearance)
+    , m_midi(m_midiPort)
+    , m_midiPortName(m_midi.chooseOutputPort())
+    , m_dispatcher(m_ledger, *m_platform.pointer, m_midi, m_knobSettings, m_clock)
+{
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &Core::end);
+}
+
+Core::~Core() = default;
+
+// While the event loop still stands: nothing may be held in the system when the program is gone.
+void Core::end()
+{
+    m_dispatcher.restoreMouse();
+    m_dispatcher.releaseEverything();
+    m_store.sync();
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "engine/EventDispatcher.h"
+#include "engine/InputLedger.h"
+#include "engine/KnobSettings.h"
+#include "engine/LaunchOnStartup.h"
+#include "engine/MidiActions.h"
+#include "engine/SystemClock.h"
+#include "engine/platform/PlatformFactory.h"
+#include "midi/MidiOutPort.h"
+
+#include <QObject>
+#include <QSettings>
+#include <QString>
+
+/// The engine on the backend of this system: what carries out the device's events, without any window.
+///
+/// Owns its parts by value in the order in which they need each other. Lives on the GUI thread; needs the
+/// application object and its names.
+class Core : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(Core)
+
+public:
+    Core();
+    ~Core() override;
+
+    QSettings &settings() { return m_store; }
+    KnobSettings &knobSettings() { return m_knobSettings; }
+    LaunchOnStartup &launchOnStartup() { return m_launchOnStartup; }
+    EventDispatcher &dispatcher() { return m_dispatcher; }
+
+    /// The MIDI output in use, or "Not Available".
+    const QString &midiPortName() const { return m_midiPortName; }
+
+private:
+    void end();
+
+    Platform m_platform;
+    QSettings m_store;
+    KnobSettings m_knobSettings;
+    LaunchOnStartup m_launchOnStartup;
+    SystemClock m_clock;
+    InputLedger m_ledger;
+    MidiOutPort m_midiPort;
+    MidiActions m_midi;
+    QString m_midiPortName;
+    EventDispatcher m_dispatcher;
+};

@@ -1,0 +1,33 @@
+#include "app/DataDirectory.h"
+
+#include "app/AppLog.h"
+
+#include <QDir>
+#include <QFile>
+#include <QStandardPaths>
+#include <QStringList>
+
+QString DataDirectory::path()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+}
+
+void DataDirectory::prepare(const QString &directory, const QString &seedDirectory)
+{
+    if (directory.isEmpty()) {
+        qFatal("Cannot determine settings storage location");
+    }
+    const QDir data(directory);
+    if (data.mkpath(data.absolutePath())) {
+        QDir::setCurrent(data.absolutePath());
+    } else {
+        qCWarning(lcApp).noquote() << "cannot create the folder" << directory + QLatin1Char(':')
+                                   << "mappings will not be kept";
+    }
+    for (const QString &name : {QStringLiteral("/custom.xml"), QStringLiteral("/ZR.xml")}) {
+        if (QFile::exists(seedDirectory + name)) {
+            QFile::copy(seedDirectory + name, directory + name);
+        }
+    }
+    qCInfo(lcApp).noquote() << "storage:" << directory;
+}

@@ -1,0 +1,64 @@
+#include "app/LogFile.h"
+
+#include <QMutexLocker>
+
+LogFile::LogFile(const QString &path)
+    : m_file(path)
+{
+    if (m_file.open(QIODevice::Append | QIODevice::Unbuffered)) {
+        m_size = m_file.size();
+    }
+}
+
+LogFile::~LogFile()
+{
+    flush();
+}
+
+bool LogFile::append(const QByteArray &line, bool urgent)
+{
+    const QMutexLocker locker(&m_mutex);
+    if (!m_file.isOpen()) {
+        return false;
+    }
+    const bool first = m_waiting.isEmpty();
+    m_waiting += line;
+    m_waiting += '\n';
+    if (urgent || m_waiting.size() >= gatherLimit) {
+        write();
+        return false;
+    }
+    return first;
+}
+
+void LogFile::flush()
+{
+    const QMutexLocker locker(&m_mutex);
+    write();
+}
+
+void LogFile::write()
+{
+    if (m_waiting.isEmpty() || !m_file.isOpen()) {
+        return;
+    }
+    if (m_size > 0 && m_size + m_waiting.size() > sizeLimit) {
+        rotate();
+    }
+    m_size += qMax<qint64>(0, m_file.write(m_waiting));
+    m_waiting.clear();
+}
+
+void LogFile::rotate()
+{
+    const QString path = m_file.fileName();
+    const auto old = [&path](int number) { return QStringLiteral("%1.%2").arg(path).arg(number); };
+    m_file.close();
+    QFile::remove(old(kept));
+    for (int number = kept; number > 1; --number) {
+        QFile::rename(old(number - 1), old(number));
+    }
+    QFile::rename(path, old(1));
+    m_file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered);
+    m_size = m_file.size();
+}

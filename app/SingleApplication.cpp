@@ -1,0 +1,205 @@
+#include "app/SingleApplication.h"
+
+#include <QDeadlineTimer>
+#include <QLocalServer>
+#include <QLocalSocket>
+#include <QLockFile>
+#include <QRegularExpression>
+#include <QSharedMemory>
+#include <QStandardPaths>
+#include <QThread>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+namespace
+{
+
+constexpr int primaryRunning = 0; // byte: 1 while a primary holds the server
+constexpr int secondaryCount = 1; // byte: admitted secondary instances now running
+constexpr int blockSize = 2;
+
+constexpr int wakeTimeout = 100;    // ms
+constexpr int guardTimeout = 10000; // ms; far more than any number of starts at once needs
+
+// Qt keeps shared blocks and sockets in the temporary directory, which all users share. While the guard
+// works, the user's own runtime directory takes its place, so that different users never meet under the same
+// key.
+class UsersTemporaryDirectory
+{
+    Q_DISABLE_COPY_MOVE(UsersTemporaryDirectory)
+
+public:
+    UsersTemporaryDirectory()
+        : m_wasSet(qEnvironmentVariableIsSet("TMPDIR"))
+        , m_previous(qgetenv("TMPDIR"))
+    {
+        qputenv("TMPDIR", path().toLocal8Bit());
+    }
+
+    ~UsersTemporaryDirectory()
+    {
+        if (m_wasSet) {
+            qputenv("TMPDIR", m_previous);
+        } else {
+            qunsetenv("TMPDIR");
+        }
+    }
+
+    static QString path() { return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation); }
+
+private:
+    bool m_wasSet;
+    QByteArray m_previous;
+};
+
+// One start at a time decides. The steps of a start alone let several primaries through when many race.
+class StartLock
+{
+    Q_DISABLE_COPY_MOVE(StartLock)
+
+public:
+    explicit StartLock(const QString &key)
+        : m_file(UsersTemporaryDirectory::path() + QLatin1Char('/') + key + QStringLiteral(".lock"))
+    {
+        // A lock whose process is gone is stale at once; one whose process lives never is.
+        m_file.setStaleLockTime(0);
+        const QDeadlineTimer deadline(guardTimeout);
+        while (!m_file.tryLock(0) && m_file.error() == QLockFile::LockFailedError && !deadline.hasExpired()) {
+            QThread::msleep(3);
+        }
+    }
+
+private:
+    QLockFile m_file;
+};
+
+void wakePrimary(const QString &key)
+{
+    QLocalSocket socket;
+    socket.connectToServer(key, QIODevice::ReadWrite);
+    socket.waitForConnected(wakeTimeout);
+    socket.close();
+}
+
+} // namespace
+
+struct SingleApplication::Private {
+    SingleApplication *owner;
+    std::unique_ptr<QSharedMemory> memory;
+    std::unique_ptr<QLocalServer> server; // null in a process that is not primary
+
+    // Only between lock() and unlock().
+    uchar *bytes() const { return static_cast<uchar *>(memory->data()); }
+};
+
+SingleApplication::SingleApplication(int &argc, char **argv, bool allowSecondary)
+    : QApplication(argc, argv)
+    , d(std::make_unique<Private>())
+{
+    d->owner = this;
+    const bool asked =
+        std::any_of(argv, argv + argc, [](const char *arg) { return std::strcmp(arg, "--secondary") == 0; });
+    const QString key = instanceKey(applicationName(), organizationName());
+    const UsersTemporaryDirectory temporaryDirectory;
+    {
+        const StartLock lock(key);
+        if (claim(key, asked && allowSecondary)) {
+            return;
+        }
+        wakePrimary(key);
+        releaseShare();
+        d.reset();
+    }
+    // At once: nothing of the application has started yet that would want an orderly end.
+    std::_Exit(EXIT_SUCCESS);
+}
+
+SingleApplication::~SingleApplication()
+{
+    releaseShare();
+}
+
+bool SingleApplication::isPrimary() const
+{
+    return d->server != nullptr;
+}
+
+QString SingleApplication::instanceKey(const QString &applicationName, const QString &organisationName)
+{
+    QString key = applicationName + organisationName;
+    return key.remove(QRegularExpression(QStringLiteral("[^\\w\\-. ]")));
+}
+
+// True when this process may go on running.
+bool SingleApplication::claim(const QString &key, bool mayBeSecondary)
+{
+    // Twice: the system names a block after the inode of its key file. Where a crash left a block and the
+    // file is gone, a new file with the same inode leads to that block, which can be cleared only now that
+    // the file exists.
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        // A block that a crashed process left goes away with the last one that lets go of it.
+        QSharedMemory(key).attach(QSharedMemory::ReadWrite);
+        d->memory = std::make_unique<QSharedMemory>(key);
+        if (d->memory->create(blockSize, QSharedMemory::ReadWrite)) {
+            startServer(key);
+            d->memory->lock();
+            d->bytes()[secondaryCount] = 0;
+            d->bytes()[primaryRunning] = 1;
+            d->memory->unlock();
+            return true;
+        }
+    }
+    if (!d->memory->attach(QSharedMemory::ReadWrite)) {
+        return false;
+    }
+    d->memory->lock();
+    bool goOn = false;
+    if (d->bytes()[primaryRunning] == 0) {
+        startServer(key);
+        d->bytes()[primaryRunning] = 1;
+        goOn = true;
+    } else if (mayBeSecondary && d->bytes()[secondaryCount] < 1) {
+        ++d->bytes()[secondaryCount];
+        wakePrimary(key);
+        goOn = true;
+    }
+    d->memory->unlock();
+    return goOn;
+}
+
+void SingleApplication::startServer(const QString &key)
+{
+    QLocalServer::removeServer(key);
+    d->server = std::make_unique<QLocalServer>();
+    d->server->listen(key);
+    connect(d->server.get(), &QLocalServer::newConnection, this,
+            &SingleApplication::slotConnectionEstablished);
+}
+
+void SingleApplication::slotConnectionEstablished()
+{
+    const std::unique_ptr<QLocalSocket> socket(d->server->nextPendingConnection());
+    if (socket) {
+        socket->close();
+    }
+    Q_EMIT showUp();
+}
+
+void SingleApplication::releaseShare()
+{
+    if (!d || !d->memory) {
+        return;
+    }
+    if (d->memory->isAttached() && d->memory->lock()) {
+        if (d->server) {
+            d->server->close();
+            d->bytes()[primaryRunning] = 0;
+        } else if (d->bytes()[secondaryCount] > 0) {
+            --d->bytes()[secondaryCount];
+        }
+        d->memory->unlock();
+    }
+    d->memory.reset();
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QApplication>
+
+#include <memory>
+
+/// The application object, and the guard that lets one copy of the program run per user.
+///
+/// The first start becomes the primary instance. A later one wakes it (its showUp() is emitted) and ends
+/// inside the constructor with status 0, before any window exists. What the copies share is a block of two
+/// bytes and a local socket, both named by instanceKey() and kept in the user's runtime directory.
+class SingleApplication : public QApplication
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(SingleApplication)
+
+public:
+    /// The application's names must be set. @p allowSecondary admits one further copy that is started with
+    /// "--secondary". @p argc and @p argv must outlive the object.
+    SingleApplication(int &argc, char **argv, bool allowSecondary);
+    ~SingleApplication() override;
+
+    bool isPrimary() const;
+    bool isSecondary() const { return !isPrimary(); }
+
+    /// The application name and the organisation name, without what is no word character, "-", "." or blank.
+    static QString instanceKey(const QString &applicationName, const QString &organisationName);
+
+Q_SIGNALS:
+    /// The program was started once more.
+    void showUp();
+
+private Q_SLOTS:
+    void slotConnectionEstablished();
+
+private:
+    struct Private;
+
+    bool claim(const QString &key, bool mayBeSecondary);
+    void startServer(const QString &key);
+    void releaseShare();
+
+    std::unique_ptr<Private> d;
+};

@@ -1,0 +1,146 @@
+#include "app/ZRMainWindow.h"
+
+#include "app/AppLog.h"
+#include "app/frame/AppFonts.h"
+#include "app/frame/SlidingStackedWidget.h"
+#include "app/frame/WelcomeWindow.h"
+#include "device/SerialProtocol.h"
+#include "game/GameView.h"
+#include "net/ZRUpdater.h"
+#include "ui/DeviceZR.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QMenu>
+#include <QPushButton>
+#include <QScreen>
+#include <QTimer>
+#include <QToolTip>
+
+namespace
+{
+
+enum Page { WelcomePage, DevicePage, GamePage };
+
+constexpr QSize windowSize(900, 650);
+
+const QLatin1String closeButtonStyle(
+    "QPushButton {                          border: none;                          "
+    "background-image: url(:/icons/close.png);                          background-repeat: none;}"
+    "                       QPushButton:hover{                          "
+    "background-image: url(:/icons/close_hover.png);                        }"
+    "                       QPushButton:pressed{                          "
+    "background-image: url(:/icons/close_pressed.png);                       }");
+
+} // namespace
+
+ZRMainWindow::ZRMainWindow(std::unique_ptr<SerialProtocol> serial, const DevicePageFactory &devicePage,
+                           ZRUpdater *updater)
+    : m_serial(std::move(serial))
+{
+    AppFonts::load();
+    // A tool tip takes its ground from the sheet of the page that it belongs to, and its text from here.
+    QPalette toolTips = QToolTip::palette();
+    toolTips.setColor(QPalette::ToolTipText, Qt::white);
+    toolTips.setColor(QPalette::ToolTipBase, QColor(0x53, 0x42, 0xd9));
+    QToolTip::setPalette(toolTips);
+
+    setFixedSize(windowSize);
+    const QRect screen = QGuiApplication::primaryScreen()->geometry();
+    move((screen.width() - windowSize.width()) / 2, (screen.height() - windowSize.height()) / 2);
+    setWindowFlags(Qt::FramelessWindowHint);
+    setWindowTitle(tr("Veltrix"));
+
+    m_stack = new SlidingStackedWidget(this);
+    m_stack->setStyleSheet(QStringLiteral("SlidingStackedWidget {background-color:#5342d9;}"));
+    setCentralWidget(m_stack);
+
+    m_welcome = new WelcomeWindow(m_stack);
+    m_gameView = new GameView(updater, m_stack);
+    m_devicePage = devicePage(m_stack, m_serial.get(), updater);
+    m_stack->addWidget(m_welcome);
+    m_stack->addWidget(m_devicePage);
+    m_stack->addWidget(m_gameView);
+    connect(m_devicePage, &DeviceZR::displayControlPanel, this, &ZRMainWindow::displayControlPanel);
+    connect(m_devicePage, &DeviceZR::gameControl, m_gameView, &GameView::gameControl);
+
+    addCloseButton();
+    setWindowIcon(QIcon(QStringLiteral(":/icons/ZR_logo.png")));
+    addTrayIcon();
+    if (updater) {
+        updater->arm();
+    }
+}
+
+ZRMainWindow::~ZRMainWindow() = default;
+
+void ZRMainWindow::addCloseButton()
+{
+    auto *button = new QPushButton(this);
+    button->setGeometry(5, 5, 16, 16);
+    button->setStyleSheet(closeButtonStyle);
+    button->setAccessibleName(tr("Hide the window"));
+    button->setToolTip(tr("Hide the window; the program goes on"));
+    connect(button, &QPushButton::clicked, this, &ZRMainWindow::hide);
+}
+
+void ZRMainWindow::addTrayIcon()
+{
+    m_trayMenu = std::make_unique<QMenu>();
+    connect(m_trayMenu->addAction(tr("Quit")), &QAction::triggered, this, &ZRMainWindow::close);
+
+    m_tray = new QSystemTrayIcon(QIcon(QStringLiteral(":/icons/16.png")), this);
+    connect(m_tray, &QSystemTrayIcon::activated, this, &ZRMainWindow::showOnFront);
+    m_tray->setContextMenu(m_trayMenu.get());
+    m_tray->setVisible(true);
+    if (!QSystemTrayIcon::isSystemTrayAvailable()) {
+        qCInfo(lcApp)
+            << "This desktop has no tray: start the program once more to bring a hidden window back";
+    }
+}
+
+void ZRMainWindow::displayControlPanel(const QString &deviceName)
+{
+    m_deviceName = deviceName;
+    qCInfo(lcApp).noquote() << "Set sliding index" << deviceName;
+    m_gameView->setRunning(false);
+
+    if (deviceName.isEmpty()) {
+        m_welcome->setConnected(false);
+        m_stack->slideInIdx(WelcomePage);
+    } else if (deviceName == QLatin1String("ZR")) {
+        m_welcome->setConnected(true);
+        slideLater(DevicePage);
+    } else if (deviceName == QLatin1String("GAME")) {
+        m_welcome->setConnected(true);
+        slideLater(GamePage);
+    }
+}
+
+// Not taken back when the name changes meanwhile, on purpose.
+void ZRMainWindow::slideLater(int page)
+{
+    QTimer::singleShot(slideDelay, this, [this, page] {
+        if (page == GamePage) {
+            m_gameView->setRunning(true);
+            m_gameView->setFocus();
+        }
+        m_stack->slideInIdx(page);
+    });
+}
+
+void ZRMainWindow::showOnFront()
+{
+    show();
+    raise();
+}
+
+void ZRMainWindow::closeEvent(QCloseEvent *event)
+{
+    // Reached by "Quit" and by the end of the session, with the window shown or hidden, and whatever else is
+    // open.
+    QMainWindow::closeEvent(event);
+    QCoreApplication::quit();
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QString>
+#include <QSystemTrayIcon>
+
+#include <functional>
+#include <memory>
+
+class DeviceZR;
+class GameView;
+class SerialProtocol;
+class SlidingStackedWidget;
+class WelcomeWindow;
+class ZRUpdater;
+
+/// The program's window: a stack of sliding pages (0 welcome, 1 device, 2 game), a button that hides it, and
+/// the tray icon that brings it back and ends the program.
+///
+/// Owns the device's link and hands it to the device page. Lives for the whole run.
+class ZRMainWindow : public QMainWindow
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(ZRMainWindow)
+
+public:
+    /// Builds the device page, as a child of its first argument, on the link and the updater.
+    using DevicePageFactory = std::function<DeviceZR *(QWidget *, SerialProtocol *, ZRUpdater *)>;
+
+    static constexpr int slideDelay = 1000; ///< ms; lets the user see the welcome page's indicator change
+
+    /// @p updater may be null; it must outlive the window.
+    ZRMainWindow(std::unique_ptr<SerialProtocol> serial, const DevicePageFactory &devicePage,
+                 ZRUpdater *updater);
+    ~ZRMainWindow() override;
+
+    DeviceZR *devicePage() const { return m_devicePage; }
+
+public Q_SLOTS:
+    /// Shows the page for this name: none the welcome page, "ZR" the device page, "GAME" the game; others are
+    /// ignored.
+    void displayControlPanel(const QString &deviceName);
+
+    /// Shows the window above the others, without taking the focus.
+    void showOnFront();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void addCloseButton();
+    void addTrayIcon();
+    void slideLater(int page);
+
+    std::unique_ptr<SerialProtocol> m_serial;
+    QString m_deviceName;
+    SlidingStackedWidget *m_stack;
+    WelcomeWindow *m_welcome;
+    GameView *m_gameView;
+    DeviceZR *m_devicePage;
+    std::unique_ptr<QMenu> m_trayMenu;
+    QSystemTrayIcon *m_tray = nullptr;
+};

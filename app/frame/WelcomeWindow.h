@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+
+/// The page that is shown while no device is connected.
+class WelcomeWindow : public QWidget
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(WelcomeWindow)
+
+public:
+    explicit WelcomeWindow(QWidget *parent = nullptr);
+
+    /// Sets the indicator.
+    void setConnected(bool connected);
+
+private:
+    QLabel *addText(const QString &text, const QRect &place, int pointSize, int weight, const QString &style);
+    QLabel *addPicture(const QString &style, const QRect &place);
+
+    QLabel *m_indicator;
+};

@@ -1,0 +1,83 @@
+#include "app/AppInfo.h"
+#include "app/CommandLine.h"
+#include "app/Core.h"
+#include "app/DataDirectory.h"
+#include "app/Logging.h"
+#include "app/SingleApplication.h"
+#include "app/UpdateDialog.h"
+#include "app/ZRMainWindow.h"
+#include "device/QtPortLister.h"
+#include "device/SerialProtocol.h"
+#include "mapping/LibraryKeeper.h"
+#include "net/MapUpdate.h"
+#include "net/ZRUpdater.h"
+#include "ui/DeviceZR.h"
+
+int main(int argc, char *argv[])
+{
+    if (const auto status = CommandLine::answerEarly(argc, argv)) {
+        return *status;
+    }
+    startCrashRelease();
+    preparePlatform();
+
+    // Made before the names are set, so it finds nothing, and the window shows at every start. Deliberate.
+    const QSettings settingsWithoutNames;
+    QCoreApplication::setApplicationName(QLatin1String(AppInfo::applicationName));
+    QCoreApplication::setOrganizationName(QLatin1String(AppInfo::organisationName));
+    QCoreApplication::setOrganizationDomain(QLatin1String(AppInfo::organisationDomain));
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    const SingleApplication application(argc, argv, false);
+
+    const CommandLine commandLine =
+        CommandLine::parse(QCoreApplication::arguments(), qEnvironmentVariable("VELTRIX_PORT"));
+    if (commandLine.request != CommandLine::Request::Run) {
+        return commandLine.print();
+    }
+    Logging::start(commandLine.verbose);
+    auto portFinder = std::make_unique<PortFinder>(std::make_unique<QtPortLister>(), commandLine.port);
+    const QString data = DataDirectory::path();
+    const QString library = data + QStringLiteral("/ZR.xml");
+    DataDirectory::prepare(data, QCoreApplication::applicationDirPath());
+    Logging::addFile(data);
+    LibraryKeeper::restore(library);
+
+    // As texts, character by character: "1.9" counts as greater than "1.10".
+    const bool show =
+        settingsWithoutNames.value(QStringLiteral("ZR.ver")).toString() < QLatin1String(AppInfo::version);
+
+    Core core;
+    MapUpdate mapUpdate(library, &core.settings());
+    UpdateDialog updateDialog;
+    ZRUpdater *updater = ZRUpdater::instance();
+    ZRUpdater::Setup updates;
+    updates.version = QLatin1String(AppInfo::version);
+    updates.application = QCoreApplication::applicationFilePath();
+    updates.prompt = &updateDialog;
+    updater->configure(updates);
+
+    ZRMainWindow window(
+        std::make_unique<SerialProtocol>(std::move(portFinder)),
+        [&](QWidget *parent, SerialProtocol *serial, ZRUpdater *pageUpdater) {
+            return new DeviceZR(parent, serial,
+                                {&core.dispatcher(), &core.knobSettings(), &core.launchOnStartup(),
+                                 &mapUpdate, pageUpdater, data, core.midiPortName()});
+        },
+        updater);
+    updateDialog.setWindow(&window);
+    if (show) {
+        window.show();
+    }
+    QObject::connect(&application, &QCoreApplication::aboutToQuit, updater, &ZRUpdater::aboutToQuit);
+    QObject::connect(updater, &ZRUpdater::onDownloadComplete, updater, [updater] {
+        updater->setInstallOnQuit();
+        updater->onCloseAllowed();
+    });
+    const auto mouseListener = createMouseListener([&] { window.devicePage()->onUserMovingMouse(); });
+    const auto quitWatch = watchQuitRequests([] { QCoreApplication::quit(); });
+
+    const int status = SingleApplication::exec();
+    Logging::closeFile();
+    return status;
+}

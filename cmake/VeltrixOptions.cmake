@@ -1,0 +1,64 @@
+# Options and settings that hold for every target of the tree.
+include(CTest)
+
+option(VELTRIX_WARNINGS_AS_ERRORS "Treat compiler warnings as errors" OFF)
+option(VELTRIX_FUZZERS "Build the libFuzzer targets (needs clang)" OFF)
+option(VELTRIX_COVERAGE "Instrument for gcov" OFF)
+set(VELTRIX_SANITIZERS "" CACHE STRING "Value of -fsanitize=, for example address,undefined")
+
+set(VELTRIX_API_URL "http://api.veltrix.invalid/api/" CACHE STRING "Address of the web service, ending in /api/")
+
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_C_STANDARD 11)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_AUTORCC ON)
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+endif()
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
+endif()
+
+# Programs and what they need at run time stand together, in the build folder as in a package.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
+
+add_library(veltrix_settings INTERFACE)
+target_include_directories(veltrix_settings INTERFACE "${CMAKE_SOURCE_DIR}")
+target_compile_definitions(veltrix_settings INTERFACE
+    QT_NO_CAST_FROM_ASCII
+    QT_NO_KEYWORDS
+    QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+    QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
+
+if(MSVC)
+    target_compile_options(veltrix_settings INTERFACE /W4 /utf-8)
+else()
+    target_compile_options(veltrix_settings INTERFACE
+        -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+        $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Woverloaded-virtual>
+        # Qt's logging macros
+        $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-Wno-gnu-zero-variadic-macro-arguments>)
+    if(VELTRIX_WARNINGS_AS_ERRORS)
+        target_compile_options(veltrix_settings INTERFACE -Werror)
+    endif()
+endif()
+
+if(VELTRIX_SANITIZERS)
+    add_compile_options(-fsanitize=${VELTRIX_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${VELTRIX_SANITIZERS})
+endif()
+if(VELTRIX_FUZZERS)
+    # Every library tells the fuzzers which of its branches an input has reached.
+    add_compile_options(-fsanitize=fuzzer-no-link)
+    add_link_options(-fsanitize=fuzzer-no-link)
+endif()
+if(VELTRIX_COVERAGE)
+    add_compile_options(--coverage)
+    add_link_options(--coverage)
+endif()

@@ -1,0 +1,96 @@
+#include "device/PortFinder.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr quint16 deviceProduct = 0x9206;
+
+bool isDevice(const PortDescription &port)
+{
+    return port.serialNumber.contains(QLatin1String("HIDFG"), Qt::CaseSensitive) ||
+           port.productIdentifier == deviceProduct;
+}
+
+template <typename Predicate>
+std::optional<PortDescription> firstOf(const QVector<PortDescription> &ports, Predicate matches)
+{
+    const auto found = std::find_if(ports.cbegin(), ports.cend(), matches);
+    return found == ports.cend() ? std::nullopt : std::make_optional(*found);
+}
+
+} // namespace
+
+PortFinder::PortFinder(std::unique_ptr<PortLister> lister, const QString &explicitPort)
+    : m_lister(std::move(lister))
+    , m_explicitName(explicitPort)
+    , m_explicitPath(explicitPort.isEmpty() ? QString() : QFileInfo(explicitPort).absoluteFilePath())
+{
+}
+
+std::optional<PortDescription> PortFinder::find()
+{
+    if (auto port = explicitPath()) {
+        return port;
+    }
+    if (mayHaveChanged()) {
+        m_lastAnswer = walk(m_lister->availablePorts());
+    }
+    return m_lastAnswer;
+}
+
+void PortFinder::lookAgain()
+{
+    m_fullLooksDue = qMax(m_fullLooksDue, 1);
+}
+
+bool PortFinder::mayHaveChanged()
+{
+    const std::optional<qint64> stamp = m_lister->changeStamp();
+    if (!stamp || stamp != m_stamp) {
+        m_stamp = stamp;
+        m_fullLooksDue = 1 + settlingLooks;
+    }
+    if (m_fullLooksDue > 0) {
+        --m_fullLooksDue;
+        m_cheapLooks = 0;
+        return true;
+    }
+    if (++m_cheapLooks > cheapLooksAtMost) {
+        m_cheapLooks = 0;
+        return true;
+    }
+    return false;
+}
+
+std::optional<PortDescription> PortFinder::explicitPath() const
+{
+    if (m_explicitPath.isEmpty()) {
+        return std::nullopt;
+    }
+    // The link's target and not the link: the port's lock is named after its last path component, and two
+    // users' links of one name must not lock each other out. Empty when there is no such file or the link
+    // dangles.
+    const QString target = QFileInfo(m_explicitPath).canonicalFilePath();
+    if (target.isEmpty()) {
+        return std::nullopt;
+    }
+    return PortDescription{m_explicitName, target, QString(), 0};
+}
+
+std::optional<PortDescription> PortFinder::walk(const QVector<PortDescription> &ports) const
+{
+    if (!m_explicitName.isEmpty()) {
+        // Where ports are no files ("COM3") the list says whether the named one exists.
+        auto named = firstOf(ports, [this](const PortDescription &port) {
+            return port.portName == m_explicitName || port.systemLocation == m_explicitName;
+        });
+        if (named) {
+            return named;
+        }
+    }
+    return firstOf(ports, isDevice);
+}

@@ -1,0 +1,283 @@
+#include "engine/EventDispatcher.h"
+
+#include "engine/EngineLog.h"
+#include "engine/InputLedger.h"
+#include "engine/KnobSettings.h"
+#include "engine/MidiSink.h"
+#include "mapping/SpecialAction.h"
+
+#include <QVector>
+
+#include <algorithm>
+
+EventDispatcher::EventDispatcher(InputLedger &ledger, Pointer &pointer, MidiSink &midi,
+                                 const KnobSettings &settings, Clock &clock, QObject *parent)
+    : QObject(parent)
+    , m_ledger(ledger)
+    , m_midi(midi)
+    , m_settings(settings)
+    , m_keys(ledger)
+    , m_knob(m_keys, pointer, ledger, clock)
+{
+    connect(&m_knob, &KnobPointer::knobTouchShown, this, &EventDispatcher::knobTouchShown);
+    connect(&m_knob, &KnobPointer::turning, this, &EventDispatcher::turning);
+}
+
+EventDispatcher::~EventDispatcher()
+{
+    releaseEverything();
+}
+
+void EventDispatcher::setMap(const ZRButtonMap &map)
+{
+    for (std::size_t button = 0; button < m_actions.size(); ++button) {
+        std::copy(std::begin(map.actions[button]), std::end(map.actions[button]), m_actions[button].begin());
+    }
+    prepareKeys();
+}
+
+void EventDispatcher::setAction(int button, int layer, const shortCut &action)
+{
+    if (button < 0 || button >= ZRButtonMap::buttonCount || layer < 0 || layer >= ZRButtonMap::layerCount) {
+        return;
+    }
+    m_actions[static_cast<std::size_t>(button)][static_cast<std::size_t>(layer)] = action;
+    prepareKeys();
+}
+
+void EventDispatcher::releaseEverything()
+{
+    m_ledger.releaseAll();
+    m_midi.releaseHeldNotes();
+}
+
+void EventDispatcher::onButtonpress(int button, bool pressing)
+{
+    if (button < 0 || button >= ZRButtonMap::buttonCount) {
+        return;
+    }
+    const auto index = static_cast<std::size_t>(button);
+    m_down.set(index, pressing);
+    Q_EMIT buttonHeld(button, pressing);
+
+    // A copy: what runs may change the mapping. The layer is that of this moment, on the release too.
+    const shortCut action = m_actions[index][static_cast<std::size_t>(m_layer)];
+    runAction(action, button, pressing);
+
+    if (!pressing && m_setsLayer.test(index)) {
+        // In the layer that the button has set its record may say something else.
+        m_setsLayer.reset(index);
+        m_layer = 0;
+    }
+    if (m_down.none()) {
+        m_chord = Chord(); // a button let go in another layer has left its flag standing
+    }
+    releaseIfIdle();
+}
+
+void EventDispatcher::runAction(const shortCut &action, int button, bool pressing)
+{
+    switch (action.key1) {
+    case SPECIAL_ACTION:
+        runSpecialAction(action.key2, button, pressing);
+        break;
+    case MIDI_BUTTON_ACTION:
+        m_midi.sendMidi(action.channel, action.cc, action.v_on, action.v_off, action.note,
+                        action.v_off_enable, pressing);
+        break;
+    case MIDI_KNOB_ACTION:
+        makeKnobMidi(button);
+        break;
+    default:
+        m_keys.sendShortcut(action, pressing);
+        break;
+    }
+}
+
+void EventDispatcher::runSpecialAction(int code, int button, bool pressing)
+{
+    switch (static_cast<SpecialAction>(code)) {
+    case SpecialAction::MonitorLeft:
+    case SpecialAction::MonitorRight:
+        if (pressing) {
+            m_knob.jumpToScreen(code == static_cast<int>(SpecialAction::MonitorRight));
+        }
+        break;
+    case SpecialAction::Horizontal:
+        setModeFromChord(KnobMode::Horizontal, &Chord::horizontal, pressing);
+        break;
+    case SpecialAction::Vertical:
+        setModeFromChord(KnobMode::Vertical, &Chord::vertical, pressing);
+        break;
+    case SpecialAction::Circular:
+        setModeFromChord(KnobMode::Circular, &Chord::circular, pressing);
+        break;
+    case SpecialAction::LeftRightKeys:
+        m_knob.setMode(KnobMode::LeftRightKeys);
+        break;
+    case SpecialAction::UpDownKeys:
+        m_knob.setMode(KnobMode::UpDownKeys);
+        break;
+    case SpecialAction::Shift1:
+        setLayer(1, button, pressing);
+        break;
+    case SpecialAction::Shift2:
+        setLayer(2, button, pressing);
+        break;
+    case SpecialAction::Midi: // a button's MIDI action has its marker in key1
+    case SpecialAction::Empty:
+        break;
+    }
+}
+
+void EventDispatcher::setModeFromChord(KnobMode mode, bool Chord::*held, bool pressing)
+{
+    m_knob.setMode(mode);
+    m_chord.*held = pressing;
+    if (!pressing) {
+        return;
+    }
+    const bool wasOn = m_gameOn;
+    m_gameOn = m_chord.vertical && m_chord.horizontal && m_chord.circular;
+    if (m_gameOn != wasOn) {
+        Q_EMIT displayControlPanel(m_gameOn ? QStringLiteral("GAME") : QStringLiteral("ZR"));
+    }
+}
+
+void EventDispatcher::setLayer(int layer, int button, bool pressing)
+{
+    m_layer = pressing ? layer : 0; // to Normal, deliberately not to the layer before
+    if (pressing) {
+        m_setsLayer.set(static_cast<std::size_t>(button));
+    }
+}
+
+void EventDispatcher::makeKnobMidi(int button)
+{
+    m_knob.setMode(KnobMode::Midi);
+    m_knobMidiLayer = m_layer;
+    m_knobMidiButton = button;
+    m_midi.resetKnobValue();
+    qCDebug(lcEngine) << "SET KNOB as MIDI";
+}
+
+void EventDispatcher::onKnobevent(char type)
+{
+    if (type == 'D' && m_touch == Touch::None) {
+        m_touch = m_gameOn ? Touch::Game : Touch::Desktop;
+    }
+    runKnobEvent(type);
+    if (type == 'U') {
+        // Wherever the event went: the finger is off, and with it goes the drag that the touch began.
+        m_touch = Touch::None;
+        m_knob.endTouch();
+        m_ledger.endDrag();
+    }
+    releaseIfIdle();
+}
+
+void EventDispatcher::runKnobEvent(char type)
+{
+    if (m_gameOn) {
+        Q_EMIT gameControl(type == 'U' ? 'S' : type);
+        return;
+    }
+    if (m_knob.mode() == KnobMode::Midi) {
+        m_midi.knobEvent(
+            m_actions[static_cast<std::size_t>(m_knobMidiButton)][static_cast<std::size_t>(m_knobMidiLayer)],
+            type);
+        return;
+    }
+    switch (type) {
+    case 'U':
+        m_knob.letGo();
+        break;
+    case 'D':
+        m_knob.touch();
+        break;
+    default:
+        m_knob.turn(type);
+        break;
+    }
+}
+
+void EventDispatcher::onKnobevent(int count)
+{
+    constexpr float quiet = 100.0F; // the square of 10
+    const auto sum = static_cast<float>(qint64(m_lastKnobValue) + count);
+    if (sum * sum < quiet) {
+        return;
+    }
+    const int value = smoothed(count / std::max(1, m_settings.sensitivity(m_layer)));
+    if (m_lastKnobValue < value) {
+        onKnobevent('R');
+    } else if (m_lastKnobValue > value) {
+        onKnobevent('L');
+    }
+    m_lastKnobValue = value;
+}
+
+// The median of the last four values: between the second and the third, toward zero.
+int EventDispatcher::smoothed(int value)
+{
+    m_recentCounts[m_nextCount] = value;
+    m_nextCount = (m_nextCount + 1) % m_recentCounts.size();
+    auto sorted = m_recentCounts;
+    std::sort(sorted.begin(), sorted.end());
+    return static_cast<int>((qint64(sorted[1]) + sorted[2]) / 2);
+}
+
+void EventDispatcher::onDeviceLost()
+{
+    m_gameOn = false; // without a signal: the page that follows is the one for a lost device
+    if (m_touch == Touch::Desktop) {
+        onKnobevent('U');
+    }
+    m_touch = Touch::None;
+    m_knob.endTouch();
+    releaseIfIdle();
+    Q_EMIT turning(KnobPointer::Turn::None);
+    Q_EMIT knobTouchShown(false);
+}
+
+void EventDispatcher::onUserMovingMouse()
+{
+    m_knob.userMovesMouse();
+}
+
+void EventDispatcher::reEnableZR()
+{
+    m_knob.reEnable();
+}
+
+void EventDispatcher::restoreMouse()
+{
+    m_knob.restore();
+}
+
+void EventDispatcher::releaseIfIdle()
+{
+    if (m_down.none() && m_touch == Touch::None) {
+        releaseEverything();
+    }
+}
+
+void EventDispatcher::prepareKeys()
+{
+    QVector<quint16> keys{static_cast<quint16>(ArrowKey::Left), static_cast<quint16>(ArrowKey::Up),
+                          static_cast<quint16>(ArrowKey::Right), static_cast<quint16>(ArrowKey::Down)};
+    for (const auto &layers : m_actions) {
+        for (const shortCut &action : layers) {
+            if (action.key1 == SPECIAL_ACTION || isMidiAction(action.key1)) {
+                continue;
+            }
+            for (const qint32 code : {action.key1, action.key2, action.key3}) {
+                const auto key = static_cast<quint16>(code & 0xFFFF);
+                if (code != KeySynthesis::noKey && key != 0 && !keys.contains(key)) {
+                    keys.append(key);
+                }
+            }
+        }
+    }
+    m_ledger.prepareKeys(keys);
+}

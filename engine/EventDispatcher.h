@@ -1,0 +1,114 @@
+#pragma once
+
+#include "engine/KeySynthesis.h"
+#include "engine/KnobPointer.h"
+#include "mapping/ShortCut.h"
+#include "mapping/ZRButtonMap.h"
+
+#include <QObject>
+
+#include <array>
+#include <bitset>
+
+class InputLedger;
+class KnobSettings;
+class MidiSink;
+
+/// Carries out what the mapping says for each event of the device.
+///
+/// The path of an event: SerialProtocol decodes a report line and calls a slot here; the control's record of
+/// the current layer is looked up; KeySynthesis, KnobPointer or the MidiSink carries it out, the first two
+/// through the InputLedger. All of it is done when the slot returns. Events are handled in the order of their
+/// arrival, on the GUI thread; an event that means nothing is dropped without a word.
+///
+/// What the words of the mapping leave held (a button released in another layer than it was pressed in, a
+/// mode changed under the finger) is released as soon as no button is down and the knob is let go, after the
+/// event's own output.
+class EventDispatcher : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(EventDispatcher)
+
+public:
+    /// The arguments must outlive this object. Starts with an empty mapping.
+    EventDispatcher(InputLedger &ledger, Pointer &pointer, MidiSink &midi, const KnobSettings &settings,
+                    Clock &clock, QObject *parent = nullptr);
+    ~EventDispatcher() override;
+
+    /// Copies all thirty entries, knob fields included; they act from the next event on. @p map is not kept.
+    void setMap(const ZRButtonMap &map);
+
+    /// Changes one entry, from the next event on. Does nothing for a button or layer that does not exist.
+    void setAction(int button, int layer, const shortCut &action);
+
+    /// Releases whatever the system holds on the engine's behalf: for quitting.
+    void releaseEverything();
+
+    int currentLayer() const { return m_layer; }
+    KnobMode knobMode() const { return m_knob.mode(); }
+    bool isGameOn() const { return m_gameOn; }
+
+public Q_SLOTS:
+    /// A button went down or up. Numbers outside 0 to 9 are ignored.
+    void onButtonpress(int button, bool pressing);
+
+    /// The knob: 'D' touched, 'U' let go, 'L' and 'R' one step.
+    void onKnobevent(char type);
+
+    /// A count of the knob: made slower by the sensitivity, smoothed, and turned into a step.
+    void onKnobevent(int count);
+
+    /// The device is gone, after its buttons have been reported as released.
+    void onDeviceLost();
+
+    void onUserMovingMouse();
+    void reEnableZR();
+    void restoreMouse();
+
+Q_SIGNALS:
+    void displayControlPanel(QString name); ///< "GAME" or "ZR": the page that the buttons call up
+    void gameControl(char control);         ///< 'L', 'R', 'D' or 'S' (let go), while the game is on
+
+    void buttonHeld(int button, bool held);
+    void knobTouchShown(bool shown);
+    void turning(KnobPointer::Turn turn);
+
+private:
+    enum class Touch { None, Desktop, Game };
+
+    // The buttons of the game's chord that are held.
+    struct Chord {
+        bool vertical = false;
+        bool horizontal = false;
+        bool circular = false;
+    };
+
+    void runAction(const shortCut &action, int button, bool pressing);
+    void runSpecialAction(int code, int button, bool pressing);
+    void setModeFromChord(KnobMode mode, bool Chord::*held, bool pressing);
+    void setLayer(int layer, int button, bool pressing);
+    void makeKnobMidi(int button);
+    void runKnobEvent(char type);
+    int smoothed(int value);
+    void releaseIfIdle();
+    void prepareKeys();
+
+    InputLedger &m_ledger;
+    MidiSink &m_midi;
+    const KnobSettings &m_settings;
+    KeySynthesis m_keys;
+    KnobPointer m_knob;
+
+    std::array<std::array<shortCut, ZRButtonMap::layerCount>, ZRButtonMap::buttonCount> m_actions;
+    int m_layer = 0;
+    std::bitset<ZRButtonMap::buttonCount> m_down;
+    std::bitset<ZRButtonMap::buttonCount> m_setsLayer; // pressed as "shift 1" or "shift 2", not yet let go
+    Touch m_touch = Touch::None;                       // whom the finger on the knob was meant for
+    Chord m_chord;
+    bool m_gameOn = false;
+    int m_knobMidiLayer = 0;
+    int m_knobMidiButton = 0;
+    int m_lastKnobValue = 0;
+    std::array<int, 4> m_recentCounts{};
+    std::size_t m_nextCount = 0;
+};

@@ -1,0 +1,3 @@
+#include "engine/platform/PlatformLog.h"
+
+Q_LOGGING_CATEGORY(lcPlatform, "veltrix.platform", QtInfoMsg)

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QHash>
+#include <QVector>
+#include <QtGlobal>
+
+#include <array>
+
+/// What the keys of the live layout type, in the active group, with NumLock as it is. A value; knows no X
+/// server.
+class KeyboardMap
+{
+public:
+    /// How to type a symbol.
+    struct Place {
+        quint8 keycode = 0;   ///< 0: not on the layout
+        bool direct = false;  ///< the bare key types it
+        quint8 modifiers = 0; ///< else: what has to be held besides (X's modifier bits)
+    };
+
+    /// Adds what a key types on one level. Directly typed symbols win over others, then the earlier addition.
+    void add(quint32 keysym, const Place &place);
+
+    /// Takes over that a spare keycode, or one that was put to use before, types this symbol from now on.
+    void put(quint8 keycode, quint32 keysym);
+
+    /// Notes a keycode that types nothing in any group.
+    void addSpare(quint8 keycode) { m_spares.append(keycode); }
+
+    /// Notes the keypad's decimal key and what it types with NumLock on: a point, a separator or a comma.
+    void setKeypadDecimal(quint32 keysym) { m_keypadDecimal = keysym; }
+
+    /// Notes the key that gives a modifier bit (0 to 7).
+    void setModifierKey(int bit, quint8 keycode) { m_modifierKeys[size_t(bit)] = keycode; }
+
+    void setNumLockMask(quint8 mask) { m_numLockMask = mask; }
+
+    Place find(quint32 keysym) const { return m_places.value(keysym); }
+
+    /// True when the bare key types the symbol.
+    bool types(quint8 keycode, quint32 keysym) const
+    {
+        return m_direct.value(keycode) == keysym && keysym != 0;
+    }
+
+    const QVector<quint8> &spares() const { return m_spares; }
+    quint32 keypadDecimal() const { return m_keypadDecimal; }
+    quint8 modifierKey(int bit) const { return m_modifierKeys[size_t(bit)]; }
+    quint8 numLockMask() const { return m_numLockMask; }
+
+private:
+    QHash<quint32, Place> m_places;
+    QHash<quint8, quint32> m_direct;
+    QVector<quint8> m_spares;
+    std::array<quint8, 8> m_modifierKeys{};
+    quint32 m_keypadDecimal = 0;
+    quint8 m_numLockMask = 0;
+};

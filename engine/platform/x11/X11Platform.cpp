@@ -1,0 +1,101 @@
+#include "engine/platform/NativePlatform.h"
+#include "engine/platform/PlatformLog.h"
+#include "engine/platform/x11/CrashRelease.h"
+#include "engine/platform/x11/OSXMouseListener.h"
+#include "engine/platform/x11/QuitRequests.h"
+#include "engine/platform/x11/X11InputInjector.h"
+#include "engine/platform/x11/X11Pointer.h"
+#include "engine/platform/x11/X11PointerAppearance.h"
+#include "engine/platform/x11/XdgAutostartEntry.h"
+
+#include <X11/XKBlib.h>
+#include <X11/Xlib.h>
+#include <X11/extensions/XTest.h>
+
+namespace
+{
+
+bool isWaylandSession()
+{
+    return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") || qgetenv("XDG_SESSION_TYPE") == "wayland";
+}
+
+bool displayAnswers()
+{
+    Display *display = qEnvironmentVariableIsEmpty("DISPLAY") ? nullptr : XOpenDisplay(nullptr);
+    if (display) {
+        XCloseDisplay(display);
+    }
+    return display != nullptr;
+}
+
+/// What the server lacks for us, or nothing.
+QString missingExtension(Display *display, QString &found)
+{
+    int opcode = 0;
+    int event = 0;
+    int error = 0;
+    int major = 0;
+    int minor = 0;
+    if (!XTestQueryExtension(display, &event, &error, &major, &minor)) {
+        return QStringLiteral("XTEST");
+    }
+    found = QStringLiteral("XTEST %1.%2").arg(major).arg(minor);
+    return XkbQueryExtension(display, &opcode, &event, &error, nullptr, nullptr) ? QString()
+                                                                                 : QStringLiteral("XKB");
+}
+
+} // namespace
+
+bool createNativePlatform(Platform &platform, QString &note)
+{
+    platform.autostart = std::make_unique<XdgAutostartEntry>();
+    const std::shared_ptr<X11Connection> connection = X11Connection::open(note);
+    if (!connection) {
+        return false;
+    }
+    QString found;
+    const QString missing = missingExtension(connection->display(), found);
+    const QString name = QString::fromLocal8Bit(connection->name());
+    if (!missing.isEmpty()) {
+        note = QStringLiteral("the X server of display %1 has no %2").arg(name, missing);
+        return false;
+    }
+    HeldInput &held = CrashRelease::heldInput();
+    held.setDisplay(connection->name().constData());
+    platform.injector = std::make_unique<X11InputInjector>(connection, held);
+    platform.pointer = std::make_unique<X11Pointer>(connection);
+    platform.appearance = std::make_unique<X11PointerAppearance>(connection);
+
+    note = QStringLiteral("X11: display %1, %2").arg(name, found);
+    if (isWaylandSession()) {
+        note += QLatin1String("; this is a Wayland session, so only X11 programs are reached");
+    }
+    if (!CrashRelease::problem().isEmpty()) {
+        qCWarning(lcPlatform).noquote()
+            << "held keys are not released when the program is killed:" << CrashRelease::problem();
+    }
+    return true;
+}
+
+std::unique_ptr<QObject> createMouseListener(std::function<void()> userMoved)
+{
+    auto listener = std::make_unique<OSXMouseListener>();
+    QObject::connect(listener.get(), &OSXMouseListener::userMovedMouse, listener.get(), std::move(userMoved));
+    listener->doWork();
+    return listener->isWatching() ? std::move(listener) : nullptr;
+}
+
+std::unique_ptr<QObject> watchQuitRequests(std::function<void()> quit)
+{
+    return std::make_unique<QuitRequests>(std::move(quit));
+}
+
+void preparePlatform()
+{
+    const bool decided = !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+    // The toolkit ends the program when the display that is named does not answer.
+    if (!decided && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") && !displayAnswers()) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+}

@@ -1,0 +1,123 @@
+#include "engine/platform/x11/XdgAutostartEntry.h"
+
+#include "engine/platform/PlatformLog.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+namespace
+{
+
+QString autostartFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QLatin1String("/autostart");
+}
+
+QByteArray contentsFor(const QString &program)
+{
+    return "[Desktop Entry]\n"
+           "Type=Application\n"
+           "Name=Veltrix\n"
+           "Comment=Keys, pointer and MIDI from the control surface\n"
+           "Icon=veltrix\n"
+           "Exec=" +
+           XdgAutostartEntry::execValue(program).toUtf8() +
+           "\n"
+           "Terminal=false\n"
+           "StartupNotify=false\n";
+}
+
+/// Whether a line of the main group says that the desktop skips the entry.
+bool switchesOff(const QByteArray &line)
+{
+    const int equals = line.indexOf('=');
+    const QByteArray key = line.left(equals).trimmed();
+    const QByteArray value = line.mid(equals + 1).trimmed();
+    return (key == "Hidden" && value == "true") || (key == "X-GNOME-Autostart-enabled" && value == "false");
+}
+
+} // namespace
+
+XdgAutostartEntry::XdgAutostartEntry()
+    : XdgAutostartEntry(autostartFolder())
+{
+}
+
+XdgAutostartEntry::XdgAutostartEntry(const QString &folder)
+    : m_path(folder + QLatin1String("/veltrix.desktop"))
+{
+}
+
+bool XdgAutostartEntry::exists() const
+{
+    QFile file(m_path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return false;
+    }
+    bool inMainGroup = false;
+    while (!file.atEnd()) {
+        const QByteArray line = file.readLine(4096).trimmed();
+        if (line.startsWith('[')) {
+            inMainGroup = line == "[Desktop Entry]";
+        } else if (inMainGroup && line.contains('=') && switchesOff(line)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void XdgAutostartEntry::write(const QString &program)
+{
+    const QByteArray contents = contentsFor(program);
+    QFile current(m_path);
+    if (current.open(QIODevice::ReadOnly) && current.readAll() == contents) {
+        return;
+    }
+    current.close();
+    QSaveFile file(m_path);
+    if (!QDir().mkpath(QFileInfo(m_path).path()) || !file.open(QIODevice::WriteOnly) ||
+        file.write(contents) != contents.size() || !file.commit()) {
+        qCWarning(lcPlatform).noquote()
+            << "cannot write the autostart entry" << m_path + QLatin1Char(':') << file.errorString();
+    }
+}
+
+void XdgAutostartEntry::remove()
+{
+    QFile file(m_path);
+    if (QFileInfo(m_path).isSymLink() || file.exists()) {
+        if (!file.remove()) {
+            qCWarning(lcPlatform).noquote()
+                << "cannot remove the autostart entry" << m_path + QLatin1Char(':') << file.errorString();
+        }
+    }
+}
+
+QString XdgAutostartEntry::execValue(const QString &program)
+{
+    QString value = QStringLiteral("\"");
+    for (const QChar character : program) {
+        // The quoted argument escapes with one backslash, and the value around it doubles every backslash.
+        if (character == QLatin1Char('\\')) {
+            value += QLatin1String("\\\\\\\\");
+        } else if (character == QLatin1Char('"') || character == QLatin1Char('`') ||
+                   character == QLatin1Char('$')) {
+            value += QLatin1String("\\\\") + character;
+        } else if (character == QLatin1Char('%')) {
+            value += QLatin1String("%%");
+        } else if (character == QLatin1Char('\n')) {
+            value += QLatin1String("\\n");
+        } else if (character == QLatin1Char('\t')) {
+            value += QLatin1String("\\t");
+        } else if (character == QLatin1Char('\r')) {
+            value += QLatin1String("\\r");
+        } else {
+            value += character;
+        }
+    }
+    return value + QLatin1Char('"');
+}

@@ -1,0 +1,84 @@
+#include "mapping/LibraryKeeper.h"
+
+#include "mapping/MappingDocument.h"
+#include "mapping/MappingFile.h"
+#include "mapping/MappingLog.h"
+
+#include <QDomDocument>
+
+namespace
+{
+
+// An empty text if @p file is a mapping file, otherwise what is wrong with it.
+QString whatIsWrong(const MappingFile::ReadResult &file)
+{
+    if (file.status == MappingFile::Status::Missing) {
+        return QStringLiteral("there is none");
+    }
+    if (file.status == MappingFile::Status::Refused) {
+        return file.reason;
+    }
+    QDomDocument document;
+    QString reason;
+    if (MappingDocument::parse(file.bytes, &document, &reason) != MappingDocument::Outcome::Parsed) {
+        return reason;
+    }
+    // A page that a server sends instead of the library may be well-formed, too.
+    const bool empty = document.elementsByTagName(QStringLiteral("MAPPING")).isEmpty();
+    return empty ? QStringLiteral("it holds no mapping") : QString();
+}
+
+bool same(const MappingFile::ReadResult &one, const MappingFile::ReadResult &other)
+{
+    return one.status == MappingFile::Status::Read && other.status == MappingFile::Status::Read &&
+           one.bytes == other.bytes;
+}
+
+} // namespace
+
+QString LibraryKeeper::keptFile(const QString &library)
+{
+    return library + QStringLiteral(".kept");
+}
+
+LibraryKeeper::Outcome LibraryKeeper::restore(const QString &library)
+{
+    const MappingFile::ReadResult current = MappingFile::read(library);
+    if (current.status == MappingFile::Status::Missing) {
+        return Outcome::Missing;
+    }
+    const MappingFile::ReadResult kept = MappingFile::read(keptFile(library));
+    if (same(current, kept)) {
+        return Outcome::Usable; // by far the most frequent case costs no parse
+    }
+    const QString fault = whatIsWrong(current);
+    if (fault.isEmpty()) {
+        return Outcome::Usable;
+    }
+    qCWarning(lcMapping).noquote() << "The library" << library << "is not a mapping file:" << fault;
+    QString reason = whatIsWrong(kept);
+    if (reason.isEmpty() && MappingFile::replace(library, kept.bytes, &reason)) {
+        qCWarning(lcMapping).noquote() << "The last library that was read has been put back";
+        return Outcome::PutBack;
+    }
+    qCWarning(lcMapping).noquote() << "The last library that was read could not be put back:" << reason;
+    return Outcome::Lost;
+}
+
+bool LibraryKeeper::keep(const QString &library, int mappings)
+{
+    if (mappings <= 0) {
+        return true;
+    }
+    const MappingFile::ReadResult current = MappingFile::read(library);
+    if (same(current, MappingFile::read(keptFile(library)))) {
+        return true;
+    }
+    QString reason = current.reason;
+    if (current.status == MappingFile::Status::Read &&
+        MappingFile::replace(keptFile(library), current.bytes, &reason)) {
+        return true;
+    }
+    qCWarning(lcMapping).noquote() << "The library" << library << "could not be kept:" << reason;
+    return false;
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QtGlobal>
+
+class QDomDocument;
+
+/// The XML side of mapping files: bytes to DOM and back, with bounds that keep a hostile file from exhausting
+/// the stack or the memory.
+namespace MappingDocument
+{
+
+/// Deepest nesting of elements; a mapping needs five. A DOM is taken down recursively.
+constexpr int maximumDepth = 256;
+
+/// Most start and end tags, attributes and comments together. Each costs a DOM up to 400 bytes; a file of the
+/// largest size that holds nothing but mappings stays below.
+constexpr qint64 maximumParts = 8'000'000;
+
+enum class Outcome {
+    Parsed,
+    Malformed, ///< not well-formed XML, or not in the encoding that it claims
+    Refused, ///< may be well-formed, but nested too deep, of too many parts, or with declarations of its own
+};
+
+/// Parses @p bytes into @p document, which is touched only when the outcome is Parsed.
+/// Otherwise @p reason says in plain English what is wrong.
+///
+/// UTF-8, UTF-16 and every encoding that the XML declaration names and Qt knows are understood. Documents
+/// that declare entities or attribute defaults in themselves are refused: no mapping needs them, and a few
+/// bytes of them can stand for gigabytes.
+Outcome parse(const QByteArray &bytes, QDomDocument *document, QString *reason);
+
+/// @p document in UTF-8, indented by one blank a level. An XML declaration, when there is one, is adjusted to
+/// say so.
+QByteArray serialize(QDomDocument *document);
+
+/// @p text without the characters that XML 1.0 has no way to carry: control characters other than tab and
+/// line ends, halves of surrogate pairs, U+FFFE and U+FFFF.
+QString carriable(const QString &text);
+
+} // namespace MappingDocument

@@ -1,0 +1,88 @@
+#include "mapping/MappingFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace
+{
+
+MappingFile::ReadResult refused(const QString &reason)
+{
+    return {MappingFile::Status::Refused, {}, reason};
+}
+
+constexpr qint64 mebibyte = qint64{1024} * 1024;
+
+QString tooLarge()
+{
+    return QStringLiteral("larger than %1 MiB").arg(MappingFile::maximumSize / mebibyte);
+}
+
+// QSaveFile follows one link only; a link to a link would lose the inner one. Empty for links in a circle.
+QString linkTarget(const QString &path)
+{
+    constexpr int maximumLinks = 40; // where the system gives up too
+    QString target = path;
+    for (int links = 0; links < maximumLinks; ++links) {
+        const QFileInfo info(target);
+        if (!info.isSymbolicLink()) {
+            return target;
+        }
+        target = info.symLinkTarget();
+    }
+    return {};
+}
+
+} // namespace
+
+MappingFile::ReadResult MappingFile::read(const QString &path)
+{
+    const QFileInfo info(path);
+    if (!info.exists()) {
+        return {};
+    }
+    // Opening a pipe or a device could wait for ever.
+    if (!info.isFile()) {
+        return refused(QStringLiteral("not a regular file"));
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return refused(file.errorString());
+    }
+    const qint64 size = file.size();
+    if (size > maximumSize) {
+        return refused(tooLarge());
+    }
+    ReadResult result;
+    result.status = Status::Read;
+    result.bytes = file.read(size + 1);
+    if (file.error() != QFileDevice::NoError) {
+        return refused(file.errorString());
+    }
+    if (result.bytes.size() != size) {
+        return refused(QStringLiteral("it changed while it was read"));
+    }
+    return result;
+}
+
+bool MappingFile::replace(const QString &path, const QByteArray &bytes, QString *reason)
+{
+    if (bytes.size() > maximumSize) {
+        *reason = tooLarge();
+        return false;
+    }
+    const QString target = linkTarget(path);
+    if (target.isEmpty()) {
+        *reason = QStringLiteral("too many symbolic links");
+        return false;
+    }
+    QSaveFile file(target);
+    // flush() by hand: commit() would rename in spite of what fails in its own flush.
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush() ||
+        !file.commit()) {
+        *reason = file.errorString();
+        return false;
+    }
+    return true;
+}

@@ -1,0 +1,3 @@
+#include "mapping/MappingLog.h"
+
+Q_LOGGING_CATEGORY(lcMapping, "veltrix.mapping", QtInfoMsg)

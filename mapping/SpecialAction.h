@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+/// Markers of `shortCut::key1`. Any other value makes the entry a keyboard shortcut.
+enum ActionMarker : qint32 {
+    SPECIAL_ACTION = 0x1FFFFFF,     ///< `key2` holds a SpecialAction code
+    MIDI_KNOB_ACTION = 0x1001261,   ///< puts the knob into MIDI mode
+    MIDI_BUTTON_ACTION = 0x1001262, ///< sends a MIDI message
+};
+
+/// Codes of special actions, as `shortCut::key2` holds them. Every other code means "empty".
+enum class SpecialAction : qint32 {
+    Empty = 0,
+    MonitorLeft = 2,
+    MonitorRight = 3,
+    Horizontal = 4,
+    Vertical = 5,
+    Circular = 6,
+    LeftRightKeys = 7,
+    UpDownKeys = 8,
+    Shift1 = 9,
+    Shift2 = 10,
+    Midi = 11,
+};
+
+/// True for both MIDI markers.
+bool isMidiAction(qint32 key1);
+
+/// The code that @p text names: a case-insensitive substring search in a fixed order, 0 when nothing hits.
+int specialActionCode(const QString &text);
+
+/// The name that mapping files carry for @p code; "empty" for a code that has none.
+QString specialActionName(int code);

@@ -1,0 +1,49 @@
+#include "mapping/ZRButtonMap.h"
+
+ZRButtonMap::ZRButtonMap(const QString &mapName, QObject *parent)
+    : QObject(parent)
+    , name(mapName)
+{
+}
+
+void ZRButtonMap::setAction(int button, int layer, const shortCut &action)
+{
+    if (button < 0 || button >= buttonCount || layer < 0 || layer >= layerCount) {
+        return;
+    }
+    // The knob fields are left out on purpose: only code that assigns a whole entry puts them into a map.
+    shortCut &stored = actions[button][layer];
+    stored.key1 = action.key1;
+    stored.key2 = action.key2;
+    stored.key3 = action.key3;
+    stored.label = action.label;
+    stored.channel = action.channel;
+    stored.cc = action.cc;
+    stored.v_on = action.v_on;
+    stored.v_off = action.v_off;
+    stored.note = action.note;
+    stored.v_off_enable = action.v_off_enable;
+}
+
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature is part of the interface
+void ZRButtonMap::setAction(const QString &button, const QString &layer, shortCut action)
+{
+    for (int index = 0; index < layerCount; ++index) {
+        if (layer == layerName(index)) {
+            setAction(button.toInt(), index, action);
+            return;
+        }
+    }
+}
+
+QString ZRButtonMap::layerName(int layer)
+{
+    switch (layer) {
+    case 0:
+        return QStringLiteral("NORMAL");
+    case 1:
+        return QStringLiteral("SHIFT1");
+    default:
+        return QStringLiteral("SHIFT2");
+    }
+}

@@ -1,0 +1,29 @@
+#include "midi/JackMidi.h"
+
+#include "midi/JackServerWatch.h"
+#include "midi/RtMidiInBackend.h"
+#include "midi/RtMidiOutBackend.h"
+#include "midi/StallGuard.h"
+
+std::unique_ptr<MidiBackend> openJackOutput()
+{
+    return StallGuard::create([] {
+        StallGuard::Guarded guarded;
+        guarded.watch = JackServerWatch::connect();
+        if (guarded.watch) {
+            guarded.backend = std::make_unique<RtMidiOutBackend>(RtMidi::UNIX_JACK);
+        }
+        return guarded;
+    });
+}
+
+std::unique_ptr<MidiBackend> openJackInput()
+{
+    return StallGuard::create([] {
+        StallGuard::Guarded guarded;
+        if (JackServerWatch::serverRuns()) {
+            guarded.backend = std::make_unique<RtMidiInBackend>(RtMidi::UNIX_JACK);
+        }
+        return guarded;
+    });
+}

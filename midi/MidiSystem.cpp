@@ -1,0 +1,97 @@
+#include "midi/MidiSystem.h"
+
+#include "midi/JackMidi.h"
+#include "midi/MidiLog.h"
+#include "midi/RtMidiInBackend.h"
+#include "midi/RtMidiOutBackend.h"
+
+#include <QFile>
+
+#include <exception>
+#include <stdexcept>
+
+namespace
+{
+
+// Without a sequencer both ALSA's library and RtMidi print lines of their own to standard error, for which
+// there is no switch. So the device is looked at first, as the library would.
+void requireAlsaSequencer()
+{
+    QFile sequencer(QStringLiteral("/dev/snd/seq"));
+    if (!sequencer.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered)) {
+        throw std::runtime_error("no sequencer: " + sequencer.errorString().toStdString());
+    }
+}
+
+template <typename Backend>
+std::unique_ptr<MidiBackend> openAlsa()
+{
+    requireAlsaSequencer();
+    return std::make_unique<Backend>(RtMidi::LINUX_ALSA);
+}
+
+template <typename Backend>
+std::vector<MidiSystem> compiledSystems(std::unique_ptr<MidiBackend> (*openJack)())
+{
+    std::vector<RtMidi::Api> apis;
+    RtMidi::getCompiledApi(apis);
+    std::vector<MidiSystem> systems;
+    for (const RtMidi::Api api : apis) {
+        if (api == RtMidi::RTMIDI_DUMMY) {
+            continue;
+        }
+        MidiSystem system;
+        system.name = QString::fromStdString(RtMidi::getApiDisplayName(api));
+        if (api == RtMidi::UNIX_JACK) {
+            system.open = openJack;
+        } else if (api == RtMidi::LINUX_ALSA) {
+            system.open = openAlsa<Backend>;
+        } else {
+            system.open = [api] { return std::make_unique<Backend>(api); };
+        }
+        systems.push_back(system);
+    }
+    return systems;
+}
+
+} // namespace
+
+std::unique_ptr<MidiBackend> openFirstWorking(const QString &purpose, const std::vector<MidiSystem> &systems)
+{
+    std::unique_ptr<MidiBackend> chosen;
+    QString chosenName;
+    for (const MidiSystem &system : systems) {
+        try {
+            std::unique_ptr<MidiBackend> backend = system.open();
+            if (!backend) {
+                continue;
+            }
+            const bool hasPorts = backend->portCount() > 0;
+            if (hasPorts || !chosen) {
+                chosen = std::move(backend);
+                chosenName = system.name;
+            }
+            if (hasPorts) {
+                break;
+            }
+        } catch (const std::exception &error) {
+            qCInfo(lcMidi).noquote().nospace() << system.name << ": " << QString::fromLocal8Bit(error.what());
+        }
+    }
+    if (chosen) {
+        qCInfo(lcMidi).noquote() << purpose << "goes through" << chosenName;
+    } else {
+        qCInfo(lcMidi).noquote() << purpose << "is off: no MIDI system works";
+    }
+    return chosen;
+}
+
+std::unique_ptr<MidiBackend> openMidiOutput()
+{
+    return openFirstWorking(QStringLiteral("MIDI output"), compiledSystems<RtMidiOutBackend>(openJackOutput));
+}
+
+std::unique_ptr<MidiBackend> openMidiInput()
+{
+    return openFirstWorking(QStringLiteral("MIDI input"), compiledSystems<RtMidiInBackend>(openJackInput));
+}

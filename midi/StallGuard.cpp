@@ -1,0 +1,108 @@
+#include "midi/StallGuard.h"
+
+#include "midi/BoundedCall.h"
+#include "midi/MidiLog.h"
+
+#include <exception>
+#include <stdexcept>
+#include <utility>
+
+namespace
+{
+
+// RtMidi queues 16 KiB for JACK; a message takes its own bytes and an int. A quarter stays free.
+constexpr std::size_t queueLimit = std::size_t{12} * 1024;
+constexpr std::size_t overheadPerMessage = sizeof(int);
+
+} // namespace
+
+std::unique_ptr<StallGuard> StallGuard::create(std::function<Guarded()> make, std::chrono::milliseconds limit)
+{
+    const auto guarded = std::make_shared<Guarded>();
+    if (!callWithin(limit, [guarded, make = std::move(make)] { *guarded = make(); })) {
+        qCWarning(lcMidi) << "the MIDI server does not answer";
+        return nullptr;
+    }
+    if (!guarded->backend) {
+        return nullptr;
+    }
+    return std::unique_ptr<StallGuard>(new StallGuard(guarded, limit));
+}
+
+StallGuard::StallGuard(std::shared_ptr<Guarded> guarded, std::chrono::milliseconds limit)
+    : m_guarded(std::move(guarded))
+    , m_limit(limit)
+    , m_budget(queueLimit)
+{
+}
+
+StallGuard::~StallGuard()
+{
+    // A call that has not come back holds the rest and takes it along when it does.
+    if (!m_answers) {
+        return;
+    }
+    try {
+        if (!callWithin(m_limit, [guarded = std::move(m_guarded)]() mutable { guarded.reset(); })) {
+            qCWarning(lcMidi) << "the MIDI server does not answer; its connection is left behind";
+        }
+    } catch (const std::exception &error) {
+        qCWarning(lcMidi).noquote() << QString::fromLocal8Bit(error.what());
+    }
+}
+
+void StallGuard::ask(std::function<void(MidiBackend &)> question)
+{
+    m_answers = m_answers && callWithin(m_limit, [guarded = m_guarded, question = std::move(question)] {
+                    question(*guarded->backend);
+                });
+    if (!m_answers) {
+        throw std::runtime_error("the MIDI server does not answer");
+    }
+}
+
+unsigned int StallGuard::portCount()
+{
+    const auto count = std::make_shared<unsigned int>(0);
+    ask([count](MidiBackend &backend) { *count = backend.portCount(); });
+    return *count;
+}
+
+std::string StallGuard::portName(unsigned int index)
+{
+    const auto name = std::make_shared<std::string>();
+    ask([name, index](MidiBackend &backend) { *name = backend.portName(index); });
+    return *name;
+}
+
+void StallGuard::openPort(unsigned int index, const std::string &name)
+{
+    ask([index, name](MidiBackend &backend) { backend.openPort(index, name); });
+}
+
+void StallGuard::closePort()
+{
+    ask([](MidiBackend &backend) { backend.closePort(); });
+}
+
+bool StallGuard::isAlive()
+{
+    return m_answers && !(m_guarded->watch && m_guarded->watch->isGone());
+}
+
+bool StallGuard::hasRoomFor(std::size_t bytes)
+{
+    return isAlive() && m_guarded->watch &&
+           m_budget.allows(bytes + overheadPerMessage, m_guarded->watch->cycles());
+}
+
+void StallGuard::sendMessage(const std::vector<unsigned char> &message)
+{
+    m_guarded->backend->sendMessage(message);
+    m_budget.spend(message.size() + overheadPerMessage);
+}
+
+void StallGuard::setCallback(Callback callback)
+{
+    m_guarded->backend->setCallback(std::move(callback));
+}

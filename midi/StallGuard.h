@@ -1,0 +1,57 @@
+#pragma once
+
+#include "midi/MidiBackend.h"
+#include "midi/SendBudget.h"
+#include "midi/ServerWatch.h"
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+/// Keeps a MIDI system that talks to a server from holding up its caller.
+///
+/// Such a library waits for the server's answer when it connects, opens and closes, and when its queue is
+/// full it waits for the server's next cycle, in both cases without end when the server stands still. So the
+/// calls that need an answer run on a thread that is given up when the answer does not come; after that the
+/// backend counts as gone. Sending needs no answer and stays on the caller's thread, and room in the queue is
+/// proven beforehand from the cycles that the watch counts.
+class StallGuard final : public MidiBackend
+{
+    Q_DISABLE_COPY_MOVE(StallGuard)
+
+public:
+    /// A backend and the watch over its server. The backend is destroyed first.
+    struct Guarded {
+        std::unique_ptr<ServerWatch> watch; ///< may be null for a backend that never sends
+        std::unique_ptr<MidiBackend> backend;
+    };
+
+    /// How long an answer of the server is waited for. A healthy one needs about 20 ms; a library that
+    /// notices only while closing that its server has gone needs a second.
+    static constexpr std::chrono::milliseconds patience{2000};
+
+    /// Calls @p make, which may wait for the server. Null when it made no backend or did not come back in
+    /// time; what it throws is passed on.
+    static std::unique_ptr<StallGuard> create(std::function<Guarded()> make,
+                                              std::chrono::milliseconds limit = patience);
+    ~StallGuard() override;
+
+    unsigned int portCount() override;
+    std::string portName(unsigned int index) override;
+    void openPort(unsigned int index, const std::string &name) override;
+    void closePort() override;
+    bool isAlive() override;
+    bool hasRoomFor(std::size_t bytes) override;
+    void sendMessage(const std::vector<unsigned char> &message) override;
+    void setCallback(Callback callback) override;
+
+private:
+    StallGuard(std::shared_ptr<Guarded> guarded, std::chrono::milliseconds limit);
+
+    void ask(std::function<void(MidiBackend &)> question);
+
+    std::shared_ptr<Guarded> m_guarded; // shared with a call that is under way
+    std::chrono::milliseconds m_limit;
+    SendBudget m_budget;
+    bool m_answers = true;
+};

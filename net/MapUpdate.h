@@ -1,0 +1,52 @@
+#pragma once
+
+#include "net/QDownloader.h"
+#include "net/WebService.h"
+
+#include <QObject>
+#include <QString>
+
+class QNetworkReply;
+class QSettings;
+
+/// Asks the web service for a newer library of mappings and downloads it. Knows nothing of what is in it.
+///
+/// The settings "ZR_VERSION" and "ZR_URL" name the library that was fetched last. They are written as soon as
+/// a download starts, deliberately: one that fails is not tried again until a still greater version is
+/// announced. GUI thread only.
+class MapUpdate : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(MapUpdate)
+
+public:
+    /// A library that is larger is not fetched to its end.
+    static constexpr qint64 maximumLibrarySize = 64LL * 1024 * 1024;
+
+    /// @p libraryFile is replaced by a download. @p settings stays the caller's and must outlive this object.
+    MapUpdate(QString libraryFile, QSettings *settings, QString serviceUrl = WebService::baseUrl(),
+              QObject *parent = nullptr);
+
+    /// Asks the service. Each call sends a query of its own.
+    void check();
+
+    void setStallTimeout(int milliseconds) { m_downloader.setStallTimeout(milliseconds); }
+
+Q_SIGNALS:
+    /// A newer library is being fetched.
+    void updateStarted();
+
+    /// The end of what updateStarted() announced. When false, the library file is as the download left it:
+    /// empty, cut off, or whatever the server sent.
+    void dowloadFinished(bool success);
+
+public Q_SLOTS:
+    /// Takes the answer to the query. A failed one says nothing, and so does not lead to a download.
+    void replyFinished(QNetworkReply *reply);
+
+private:
+    QString m_libraryFile;
+    QSettings *m_settings;
+    QString m_serviceUrl;
+    QDownloader m_downloader;
+};

@@ -1,0 +1,151 @@
+#include "net/OSHelper.h"
+
+#include "net/NetLog.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+
+#include <algorithm>
+
+#ifdef Q_OS_WIN
+#include <qt_windows.h>
+#else
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
+namespace
+{
+
+#ifdef Q_OS_WIN
+
+// The short form of a path has neither blanks nor other characters that need care.
+QString plainPath(const QString &path)
+{
+    const QString native = QDir::toNativeSeparators(path);
+    const auto *name = reinterpret_cast<const wchar_t *>(native.utf16());
+    const DWORD size = GetShortPathNameW(name, nullptr, 0);
+    QString shortName(static_cast<int>(size), Qt::Uninitialized);
+    const DWORD length =
+        size == 0 ? 0 : GetShortPathNameW(name, reinterpret_cast<wchar_t *>(shortName.data()), size);
+    return length == 0 || length >= size ? native : shortName.left(static_cast<int>(length));
+}
+
+#else
+
+QString plainPath(const QString &path)
+{
+    return path;
+}
+
+#endif
+
+bool runUpdater(const char *name, const QString &program, const QStringList &arguments)
+{
+    qCInfo(lcNet) << "[Updater] running" << name << qPrintable(program) << arguments;
+    return OSHelper::executeNoWait(program, arguments);
+}
+
+} // namespace
+
+OSHelper::System OSHelper::thisSystem()
+{
+#if defined(Q_OS_WIN)
+    return System::Windows;
+#elif defined(Q_OS_MACOS)
+    return System::MacOs;
+#else
+    return System::Linux;
+#endif
+}
+
+bool OSHelper::executeNoWait(const QString &program, const QStringList &arguments)
+{
+    if (QProcess::startDetached(program, arguments)) {
+        return true;
+    }
+    qCWarning(lcNet) << "Failed to executeNoWait";
+    return false;
+}
+
+bool OSHelper::startInstaller(System system, const QString &application, const QString &installer)
+{
+    if (system == System::Windows) {
+        return runUpdater("WinZRUpdater", QStringLiteral("cmd"),
+                          {QStringLiteral("/C"), QDir::toNativeSeparators(installer)});
+    }
+    const QString name =
+        system == System::MacOs ? QStringLiteral("OSXZRUpdater.sh") : QStringLiteral("LinuxZRUpdater.sh");
+    if (!QFileInfo(QFileInfo(application).path()).isWritable()) {
+        qCWarning(lcNet).noquote() << "[Updater] not allowed to replace" << application
+                                   << "- the new version is left at" << installer;
+        return false;
+    }
+    const QString script = QFileInfo(installer).path() + QLatin1Char('/') + name;
+    QFile::remove(script);
+    if (!QFile::copy(QStringLiteral(":/scripts/") + name, script)) {
+        qCWarning(lcNet).noquote() << "[Updater] could not write" << script;
+        return false;
+    }
+    return runUpdater(name.chopped(3).toLatin1().constData(), QStringLiteral("/bin/sh"),
+                      {script, application, installer});
+}
+
+QString OSHelper::installerFile()
+{
+    const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    if (cache.isEmpty()) {
+        return {};
+    }
+    const QString directory = cache + QStringLiteral("/veltrix-update");
+    if (thisSystem() == System::Windows) {
+        QDir().mkpath(directory); // what does not exist has no short name
+        return plainPath(directory) + QStringLiteral("\\veltrix-update.exe");
+    }
+    return directory + QStringLiteral("/veltrix-update");
+}
+
+QString OSHelper::applicationFile()
+{
+    QString image = qEnvironmentVariable("APPIMAGE");
+    if (!image.isEmpty()) {
+        return image;
+    }
+    return QCoreApplication::instance() ? QCoreApplication::applicationFilePath() : QString();
+}
+
+bool OSHelper::hasCommandCharacters(const QString &path)
+{
+    const QString plain = QStringLiteral("_-.~/\\:");
+    return std::any_of(path.begin(), path.end(), [&plain](QChar character) {
+        return !character.isLetterOrNumber() && !plain.contains(character);
+    });
+}
+
+#ifdef Q_OS_WIN
+
+bool OSHelper::makePrivateDirectory(const QString &path)
+{
+    // The user's own folders are closed to others by what they inherit from the profile.
+    return QDir().mkpath(path) && !QFileInfo(path).isSymLink();
+}
+
+#else
+
+bool OSHelper::makePrivateDirectory(const QString &path)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    const QByteArray name = QFile::encodeName(path);
+    mkdir(name.constData(), S_IRWXU); // if it is there already, what is there is looked at below
+    struct stat status = {};
+    if (lstat(name.constData(), &status) != 0 || !S_ISDIR(status.st_mode) || status.st_uid != geteuid()) {
+        return false;
+    }
+    return (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+}
+
+#endif

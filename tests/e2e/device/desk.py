@@ -1,0 +1,166 @@
+"""What the program works on in these tests: an X server, another program's window, a user's directories."""
+
+import ctypes
+import os
+import re
+import signal
+import subprocess
+import tempfile
+import threading
+import time
+
+PROGRAM = os.environ["PROGRAM"]
+SIMULATOR = os.environ["SIMULATOR"]
+LISTENER = os.environ["LISTENER"]
+
+PR_SET_PDEATHSIG = 1
+_libc = ctypes.CDLL(None)
+
+
+def _die_with_the_test():
+    _libc.prctl(PR_SET_PDEATHSIG, signal.SIGKILL)
+
+
+def plain_environment():
+    """The environment without the mocked devices."""
+    environment = dict(os.environ)
+    for name in ("LD_PRELOAD", "UMOCKDEV_DIR", "WAYLAND_DISPLAY", "XAUTHORITY", "VELTRIX_PORT", "QT_LOGGING_RULES"):
+        environment.pop(name, None)
+    environment["JACK_NO_START_SERVER"] = "1"
+    environment["JACK_DEFAULT_SERVER"] = "none"
+    return environment
+
+
+def wait_for(condition, timeout=5.0):
+    """Waits until the condition holds and returns its value; the last value when it never does."""
+    end = time.monotonic() + timeout
+    while True:
+        value = condition()
+        if value or time.monotonic() > end:
+            return value
+        time.sleep(0.002)
+
+
+class Lines:
+    """A process whose lines are read on a thread, each with the time at which it came."""
+
+    def __init__(self, command, environment, stream, **options):
+        self.lines = []
+        self._changed = threading.Condition()
+        self.process = subprocess.Popen(
+            command, env=environment, text=True, preexec_fn=_die_with_the_test, **{stream: subprocess.PIPE}, **options)
+        self._pipe = getattr(self.process, stream)
+        self._thread = threading.Thread(target=self._read, daemon=True)
+        self._thread.start()
+
+    @property
+    def pid(self):
+        return self.process.pid
+
+    def _read(self):
+        for line in self._pipe:
+            with self._changed:
+                self.lines.append((time.monotonic(), line.rstrip("\n")))
+                self._changed.notify_all()
+
+    def texts(self):
+        return [text for _, text in self.lines]
+
+    def wait_for(self, pattern, timeout=5.0, since=0):
+        """The first line from number `since` on that matches, as (time, text); None when none comes."""
+        end = time.monotonic() + timeout
+        with self._changed:
+            while True:
+                for entry in self.lines[since:]:
+                    if re.search(pattern, entry[1]):
+                        return entry
+                left = end - time.monotonic()
+                if left <= 0:
+                    return None
+                self._changed.wait(left)
+
+    def stop(self, number=signal.SIGTERM):
+        if self.process.poll() is None:
+            self.process.send_signal(number)
+        try:
+            self.process.wait(5)
+        except subprocess.TimeoutExpired:
+            self.process.kill()
+            self.process.wait()
+        self._thread.join(5)
+        for pipe in (self.process.stdin, self._pipe):
+            if pipe:
+                pipe.close()
+        return self.process.returncode
+
+
+class XServer:
+    """A private X server, and what of its input state any client can see."""
+
+    def __init__(self):
+        read_end, write_end = os.pipe()
+        self._process = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write_end), "-noreset", "-nolisten", "tcp", "-screen", "0", "1280x1024x24"],
+            env=plain_environment(), pass_fds=[write_end], preexec_fn=_die_with_the_test,
+            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        os.close(write_end)
+        with os.fdopen(read_end) as pipe:
+            self.name = ":" + pipe.readline().strip()
+        self._x11 = ctypes.CDLL("libX11.so.6")
+        self._x11.XOpenDisplay.restype = ctypes.c_void_p
+        self._display = self._x11.XOpenDisplay(self.name.encode())
+        assert self._display, "no connection to Xvfb"
+
+    def keys_held(self):
+        keymap = ctypes.create_string_buffer(32)
+        self._x11.XQueryKeymap(ctypes.c_void_p(self._display), keymap)
+        return [code for code in range(256) if keymap.raw[code // 8] >> (code % 8) & 1]
+
+    def stop(self):
+        self._x11.XCloseDisplay(ctypes.c_void_p(self._display))
+        self._process.terminate()
+        self._process.wait()
+
+
+class Home:
+    """A user's directories with a current mapping: button N presses the key A + N."""
+
+    def __init__(self):
+        self._directory = tempfile.TemporaryDirectory()
+        self.path = self._directory.name
+        data = os.path.join(self.path, "data", "{Brimwell Labs}", "{Veltrix}")
+        os.makedirs(data)
+        os.mkdir(os.path.join(self.path, "run"), 0o700)
+        buttons = "".join(
+            f'<BUTTON id="{n}"><NORMAL label=""><KEY1 type="int">{65 + n}</KEY1><KEY2 type="int">-1</KEY2>'
+            f'<KEY3 type="int">-1</KEY3></NORMAL></BUTTON>' for n in range(10))
+        with open(os.path.join(data, "current.xml"), "w", encoding="utf-8") as file:
+            file.write(f'<?xml version="1.0" encoding="UTF-8"?><ZR><MAPPING software="current_map">{buttons}</MAPPING></ZR>')
+
+    def add_to(self, environment):
+        for name, folder in (("DATA", "data"), ("CONFIG", "config"), ("CACHE", "cache")):
+            environment[f"XDG_{name}_HOME"] = os.path.join(self.path, folder)
+        environment["XDG_RUNTIME_DIR"] = os.path.join(self.path, "run")
+        environment["HOME"] = self.path
+
+    def cleanup(self):
+        self._directory.cleanup()
+
+
+def children_of(pid):
+    with open(f"/proc/{pid}/task/{pid}/children", encoding="ascii") as file:
+        return [int(child) for child in file.read().split()]
+
+
+def is_alive(pid):
+    try:
+        with open(f"/proc/{pid}/stat", encoding="ascii") as file:
+            return file.read().rsplit(")", 1)[1].split()[0] not in "ZX"
+    except (FileNotFoundError, ProcessLookupError):
+        return False
+
+
+def cpu_seconds(pid):
+    with open(f"/proc/{pid}/stat", encoding="ascii") as file:
+        fields = file.read().rsplit(")", 1)[1].split()
+    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")

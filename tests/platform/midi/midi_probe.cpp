@@ -1,0 +1,135 @@
+// Does with the MIDI ports what its standard input says, a command a line, and answers each with a line:
+//
+//   create           create the output port                    created MILLISECONDS
+//   choose           choose the output port                    chose NAME
+//   send HEX         send one message                          sent
+//   flood COUNT      send COUNT times 90 3C 64                 flooded MILLISECONDS
+//   close            close the port                            closed MILLISECONDS
+//   delete           delete the port                           deleted MILLISECONDS
+//   threads          count the threads of the process          threads COUNT
+//   cpu              processor time spent so far               cpu MILLISECONDS
+//   input HEX        send HEX to an input port of our own      got BYTE0 BYTE1 BYTE2
+//
+// Ends with its standard input. Log lines stand between the answers, after "log ".
+
+#include "engine/MidiActions.h"
+#include "midi/MidiInPort.h"
+#include "midi/MidiOutPort.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include <RtMidi.h>
+#include <ctime>
+#include <iostream>
+#include <memory>
+#include <mutex>
+#include <string>
+
+namespace
+{
+
+std::mutex output; // log lines come from several threads
+
+void log(QtMsgType, const QMessageLogContext &, const QString &text)
+{
+    const std::lock_guard lock(output);
+    std::cout << "log " << text.toStdString() << std::endl;
+}
+
+std::vector<unsigned char> bytesOf(const std::string &hex)
+{
+    const QByteArray bytes = QByteArray::fromHex(QByteArray::fromStdString(hex));
+    return {bytes.begin(), bytes.end()};
+}
+
+std::string receive(const std::string &hex)
+{
+    RtMidiOut source(RtMidi::UNIX_JACK, "source");
+    source.openVirtualPort("keys");
+    MidiInPort port;
+    const int index = port.portNames().indexOf(QStringLiteral("source:keys"));
+    if (port.openPort(index) != 0)
+        return "no port";
+    QString got;
+    QObject::connect(&port, &MidiInPort::gotMessage, qApp,
+                     [&](const QString &byte0, const QString &byte1, const QString &byte2) {
+                         got = QStringLiteral("got %1 %2 %3").arg(byte0, byte1, byte2);
+                         QCoreApplication::quit();
+                     });
+    QTimer::singleShot(5000, qApp, &QCoreApplication::quit);
+    // A new connection carries messages from the server's next cycle on.
+    const std::vector<unsigned char> message = bytesOf(hex);
+    QTimer repeat;
+    QObject::connect(&repeat, &QTimer::timeout, qApp, [&] { source.sendMessage(&message); });
+    repeat.start(50);
+    QCoreApplication::exec();
+    return got.toStdString();
+}
+
+class Probe
+{
+public:
+    std::string answer(const std::string &command, const std::string &argument)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        const auto took = [&timer] { return " " + std::to_string(timer.elapsed()); };
+        if (command == "create") {
+            m_port = std::make_unique<MidiOutPort>();
+            return "created" + took();
+        }
+        if (command == "choose")
+            return "chose " + MidiActions(*m_port).chooseOutputPort().toStdString();
+        if (command == "send") {
+            std::vector<unsigned char> message = bytesOf(argument);
+            m_port->sendMessage(&message);
+            return "sent";
+        }
+        if (command == "flood") {
+            std::vector<unsigned char> message{0x90, 0x3C, 0x64};
+            for (int i = std::stoi(argument); i > 0; --i)
+                m_port->sendMessage(&message);
+            return "flooded" + took();
+        }
+        if (command == "close") {
+            m_port->closePort();
+            return "closed" + took();
+        }
+        if (command == "delete") {
+            m_port.reset();
+            return "deleted" + took();
+        }
+        if (command == "threads")
+            return "threads " + std::to_string(QDir(QStringLiteral("/proc/self/task"))
+                                                   .entryList(QDir::Dirs | QDir::NoDotAndDotDot)
+                                                   .size());
+        if (command == "cpu")
+            return "cpu " + std::to_string(1000 * std::clock() / CLOCKS_PER_SEC);
+        if (command == "input")
+            return receive(argument);
+        return "what?";
+    }
+
+private:
+    std::unique_ptr<MidiOutPort> m_port;
+};
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    qInstallMessageHandler(log);
+    Probe probe;
+    for (std::string line; std::getline(std::cin, line);) {
+        const std::size_t blank = line.find(' ');
+        const std::string argument = blank == std::string::npos ? "" : line.substr(blank + 1);
+        const std::string answer = probe.answer(line.substr(0, blank), argument);
+        const std::lock_guard lock(output);
+        std::cout << answer << std::endl;
+    }
+    return 0;
+}

@@ -1,0 +1,270 @@
+#include "net/OSHelper.h"
+#include "tests/platform/net/UpdaterRig.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QStandardPaths>
+#include <QTest>
+
+namespace
+{
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+}
+
+void writeProgram(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(content);
+    file.close();
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+} // namespace
+
+// From the answer of the service to the process that runs after the program.
+class tst_InstallerHandover : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup() { qputenv("PATH", m_path); }
+    void windowsStartsTheInstaller();
+    void windowsRefusesAPlaceThatTheInterpreterWouldRead();
+    void linuxReplacesTheProgram_data();
+    void linuxReplacesTheProgram();
+    void linuxLeavesWhatIsNoProgram_data();
+    void linuxLeavesWhatIsNoProgram();
+    void linuxLeavesTheInstallerWhereTheProgramCannotBeReplaced();
+    void nothingIsStartedUnlessArmed();
+    void installerIsStartedOnce();
+    void scriptsArePartOfTheProgram();
+    void failureToStartIsLogged();
+    void argumentsStayWhole();
+    void commandCharacters_data();
+    void commandCharacters();
+    void privateDirectory();
+    void installerFileIsInAPlaceOfItsOwn();
+
+private:
+    void download(OSHelper::System system, const QByteArray &body);
+    QString path(const char *name) const { return m_rig->dir.filePath(QString::fromLatin1(name)); }
+
+    QByteArray m_path = qgetenv("PATH");
+    std::unique_ptr<UpdaterRig> m_rig;
+};
+
+void tst_InstallerHandover::init()
+{
+    m_rig = std::make_unique<UpdaterRig>();
+    writeProgram(path("application"), "the old program");
+}
+
+// Takes the offer in the window; the one listener has the installer started at quit.
+void tst_InstallerHandover::download(OSHelper::System system, const QByteArray &body)
+{
+    ZRUpdater::Setup setup = m_rig->setup();
+    setup.system = system;
+    m_rig->build(setup);
+    ZRUpdater *updater = m_rig->updater.get();
+    connect(updater, &ZRUpdater::onDownloadComplete, updater, [updater] {
+        updater->setInstallOnQuit();
+        updater->onCloseAllowed();
+    });
+    m_rig->server.setAnswer("/installer", body);
+    m_rig->setOffer("2", "LOW", m_rig->server.url("/installer"));
+    m_rig->check();
+    updater->onUpdateAllowed();
+    QTRY_COMPARE(m_rig->quits, 1);
+}
+
+void tst_InstallerHandover::windowsStartsTheInstaller()
+{
+    // A stand-in for the interpreter that does what the real one does with these arguments.
+    QVERIFY(QDir(m_rig->dir.path()).mkdir(QStringLiteral("bin")));
+    writeProgram(path("bin/cmd"), "#!/bin/sh\necho \"$# $1\" > \"$OUT/arguments\"\nexec \"$2\"\n");
+    qputenv("PATH", path("bin").toLocal8Bit() + ':' + m_path);
+    qputenv("OUT", m_rig->dir.path().toLocal8Bit());
+    download(OSHelper::System::Windows, "#!/bin/sh\necho installed > \"$OUT/result\"\n");
+    QVERIFY(!QFile::exists(path("result")));
+
+    const QString line = QStringLiteral("[Updater] running WinZRUpdater cmd (\"/C\", \"%1\")")
+                             .arg(QDir::toNativeSeparators(m_rig->installer()));
+    QTest::ignoreMessage(QtInfoMsg, qPrintable(line));
+    m_rig->updater->aboutToQuit();
+    QTRY_COMPARE(contentOf(path("result")), QByteArray("installed\n"));
+    QCOMPARE(contentOf(path("arguments")), QByteArray("2 /C\n"));
+}
+
+void tst_InstallerHandover::windowsRefusesAPlaceThatTheInterpreterWouldRead()
+{
+    ZRUpdater::Setup setup = m_rig->setup();
+    setup.system = OSHelper::System::Windows;
+    setup.installerFile = path("a & b/installer");
+    m_rig->build(setup);
+    m_rig->server.setAnswer("/installer", "x");
+    m_rig->setOffer("2", "MAN", m_rig->server.url("/installer"));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("no safe place for the installer")));
+    m_rig->check();
+    QVERIFY(m_rig->waitFor(QStringLiteral("interrupted")));
+    QCOMPARE(m_rig->server.requestCount("/installer"), 0);
+}
+
+void tst_InstallerHandover::linuxReplacesTheProgram_data()
+{
+    QTest::addColumn<QByteArray>("program");
+    QTest::newRow("binary") << QByteArray("\x7f"
+                                          "ELF and so on");
+    QTest::newRow("script") << QByteArray("#!/bin/sh\necho new\n");
+}
+
+void tst_InstallerHandover::linuxReplacesTheProgram()
+{
+    QFETCH(QByteArray, program);
+    download(OSHelper::System::Linux, program);
+    QCOMPARE(contentOf(path("application")), QByteArray("the old program"));
+    QTest::ignoreMessage(
+        QtInfoMsg, QRegularExpression(QStringLiteral("^\\[Updater\\] running LinuxZRUpdater /bin/sh ")));
+    m_rig->updater->aboutToQuit();
+    QTRY_COMPARE(contentOf(path("application")), program);
+    QVERIFY(QFileInfo(path("application")).isExecutable());
+    QTRY_VERIFY(!QFile::exists(m_rig->installer()));
+    QTRY_VERIFY(contentOf(path("update/update.log")).contains("was updated"));
+    QCOMPARE(QDir(m_rig->dir.path()).entryList({QStringLiteral("application*")}),
+             QStringList{QStringLiteral("application")});
+}
+
+void tst_InstallerHandover::linuxLeavesWhatIsNoProgram_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::newRow("page") << QByteArray("<html>Sign in to this network</html>");
+    QTest::newRow("text") << QByteArray("x");
+}
+
+void tst_InstallerHandover::linuxLeavesWhatIsNoProgram()
+{
+    QFETCH(QByteArray, body);
+    download(OSHelper::System::Linux, body);
+    m_rig->updater->aboutToQuit();
+    QTRY_VERIFY(contentOf(path("update/update.log")).contains("is no program"));
+    QCOMPARE(contentOf(path("application")), QByteArray("the old program"));
+    QCOMPARE(contentOf(m_rig->installer()), body);
+}
+
+void tst_InstallerHandover::linuxLeavesTheInstallerWhereTheProgramCannotBeReplaced()
+{
+    ZRUpdater::Setup setup = m_rig->setup();
+    setup.application = QStringLiteral("/proc/self/exe"); // a folder that not even root may write into
+    m_rig->build(setup);
+    m_rig->server.setAnswer("/installer", "#!/bin/sh\n");
+    m_rig->setOffer("2", "MAN", m_rig->server.url("/installer"));
+    m_rig->check();
+    QTRY_COMPARE(m_rig->prompt->questions.size(), 1);
+    const QString line =
+        QStringLiteral("[Updater] not allowed to replace /proc/self/exe - the new version is left at ");
+    QTest::ignoreMessage(QtWarningMsg, qPrintable(line + m_rig->installer()));
+    m_rig->updater->aboutToQuit();
+    QCOMPARE(contentOf(m_rig->installer()), QByteArray("#!/bin/sh\n"));
+}
+
+void tst_InstallerHandover::nothingIsStartedUnlessArmed()
+{
+    m_rig->server.setAnswer("/installer", "#!/bin/sh\n");
+    m_rig->setOffer("2", "LOW", m_rig->server.url("/installer"));
+    m_rig->check();
+    m_rig->updater->onUpdateAllowed();
+    QVERIFY(m_rig->waitFor(QStringLiteral("complete")));
+    m_rig->updater->aboutToQuit();
+    QTest::qWait(100);
+    QCOMPARE(contentOf(path("application")), QByteArray("the old program"));
+    QVERIFY(QFile::exists(m_rig->installer()));
+}
+
+void tst_InstallerHandover::installerIsStartedOnce()
+{
+    download(OSHelper::System::Linux, "#!/bin/sh\n");
+    QTest::ignoreMessage(QtInfoMsg, QRegularExpression(QStringLiteral("running LinuxZRUpdater")));
+    m_rig->updater->aboutToQuit();
+    m_rig->updater->aboutToQuit();
+    QTRY_COMPARE(contentOf(path("application")), QByteArray("#!/bin/sh\n"));
+    QTest::qWait(50);
+    QCOMPARE(contentOf(path("update/update.log")).count('\n'), 1);
+}
+
+void tst_InstallerHandover::scriptsArePartOfTheProgram()
+{
+    for (const char *name : {"LinuxZRUpdater.sh", "OSXZRUpdater.sh", "WinZRUpdater.bat"}) {
+        QVERIFY2(QFile::exists(QStringLiteral(":/scripts/") + QLatin1String(name)), name);
+    }
+    QVERIFY(contentOf(QStringLiteral(":/scripts/WinZRUpdater.bat")).contains("\"%~2\"\r\n"));
+}
+
+void tst_InstallerHandover::failureToStartIsLogged()
+{
+    QTest::ignoreMessage(QtWarningMsg, "Failed to executeNoWait");
+    QVERIFY(!OSHelper::executeNoWait(path("there-is-no-such-program"), {}));
+}
+
+void tst_InstallerHandover::argumentsStayWhole()
+{
+    writeProgram(
+        path("show"),
+        "#!/bin/sh\nprintf '%s\\n' \"$@\" > \"$OUT/shown.part\"\nmv \"$OUT/shown.part\" \"$OUT/shown\"\n");
+    qputenv("OUT", m_rig->dir.path().toLocal8Bit());
+    const QStringList arguments{QStringLiteral("a b"), QStringLiteral("$(touch x) `y`"),
+                                QStringLiteral("\"q' & ;|"), QString()};
+    QVERIFY(OSHelper::executeNoWait(path("show"), arguments));
+    QTRY_COMPARE(contentOf(path("shown")), arguments.join(QLatin1Char('\n')).toUtf8() + '\n');
+}
+
+void tst_InstallerHandover::commandCharacters_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<bool>("special");
+    QTest::newRow("plain") << QStringLiteral("C:\\Users\\JOHNDO~1\\AppData\\veltrix-update\\x.exe") << false;
+    QTest::newRow("letters of any script") << QStringLiteral("C:\\Users\\Jörg\\x.exe") << false;
+    for (const QChar character : QStringLiteral(" &|<>^%!()\"';,=@`{}[]$*?+#")) {
+        QTest::newRow(qPrintable(QString(character))) << QStringLiteral("C:\\a%1b").arg(character) << true;
+    }
+}
+
+void tst_InstallerHandover::commandCharacters()
+{
+    QFETCH(QString, path);
+    QFETCH(bool, special);
+    QCOMPARE(OSHelper::hasCommandCharacters(path), special);
+}
+
+void tst_InstallerHandover::privateDirectory()
+{
+    QVERIFY(OSHelper::makePrivateDirectory(path("new/one")));
+    QCOMPARE(QFile(path("new/one")).permissions() &
+                 (QFile::WriteGroup | QFile::WriteOther | QFile::ReadOther),
+             QFile::Permissions());
+    QVERIFY(OSHelper::makePrivateDirectory(path("new/one"))); // and again
+
+    QVERIFY(QFile::link(path("new/one"), path("link")));
+    QVERIFY(!OSHelper::makePrivateDirectory(path("link")));
+    QVERIFY(!OSHelper::makePrivateDirectory(path("application")));
+    QVERIFY(!OSHelper::makePrivateDirectory(QStringLiteral("/tmp")));
+}
+
+void tst_InstallerHandover::installerFileIsInAPlaceOfItsOwn()
+{
+    const QFileInfo file(OSHelper::installerFile());
+    QVERIFY(file.isAbsolute());
+    QCOMPARE(OSHelper::installerFile(), file.filePath());
+    const QFileInfo place(file.path());
+    QVERIFY(place.fileName().startsWith(QLatin1String("veltrix")));
+    QCOMPARE(place.path(), QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation));
+}
+
+QTEST_GUILESS_MAIN(tst_InstallerHandover)
+#include "tst_InstallerHandover.moc"

@@ -1,0 +1,428 @@
+#include "app/frame/AppFonts.h"
+#include "tests/platform/ui_dialogs/XClient.h"
+#include "tests/support/xserver/XServer.h"
+#include "tests/unit/ui_menus/PopUp.h"
+#include "ui/ComboMapping.h"
+#include "ui/ComboMenu.h"
+#include "ui/ComboMenuLabel.h"
+#include "ui/MapPrinter.h"
+#include "ui/SaveDialog.h"
+
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProxyStyle>
+#include <QScreen>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QWindow>
+#include <QtTest>
+
+#include <algorithm>
+#include <memory>
+
+namespace
+{
+
+constexpr int longList = 1000;
+
+// Keycodes of a PC keyboard on X11.
+enum Keycode { TabKey = 23, ReturnKey = 36, BlankKey = 65, RightKey = 114, DownKey = 116 };
+
+// What else the machine does can only make it longer.
+double least(const QVector<double> &times)
+{
+    return *std::min_element(times.begin(), times.end());
+}
+
+/// A menu that scrolls, and nothing else.
+class ScrollingStyle : public QProxyStyle
+{
+public:
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *returnData) const override
+    {
+        return hint == SH_Menu_Scrollable ? 1 : QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+};
+
+// Until it is on the screen and painted, in milliseconds.
+double timeToOpen(QMenu &menu)
+{
+    QElapsedTimer timer;
+    timer.start();
+    menu.popup(QPoint(10, 10));
+    while (!menu.windowHandle()->isExposed() && timer.elapsed() < 5000) {
+        QCoreApplication::processEvents();
+    }
+    menu.repaint();
+    const double time = double(timer.nsecsElapsed()) / 1e6;
+    menu.close();
+    QCoreApplication::processEvents();
+    return time;
+}
+
+} // namespace
+
+/// The menus on a real X server, with the user's mouse and keyboard.
+class tst_Menus : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit tst_Menus(const XServer &server)
+        : m_server(server)
+    {
+    }
+
+private Q_SLOTS:
+    void init();
+    void cleanup() { m_page.reset(); }
+
+    void theMouseChoosesAnAction();
+    void theKeyboardChoosesAnAction();
+    void aClickOnTheOpenMenusBarClosesIt();
+    void theSelectorAndItsDialogSaveByMouse();
+    void aLongListOpensQuickly();
+    void aLongListScrollsToItsEnd();
+    void noTextLeavesItsBar();
+    void thePrintedMapIsDarkOnWhite();
+    void aCancelledPrintLeavesThePageUntouched();
+    void theMapIsPrintedToAFileByTheDialog();
+
+private:
+    QList<ZRButtonMap *> maps(int count) const;
+    void press(const QPoint &global);
+    void click(const QPoint &global);
+    void clickEntry(const QString &text);
+    void whenOpen(const std::function<void()> &then);
+
+    const XServer &m_server;
+    std::unique_ptr<XClient> m_user;
+    QObject m_link;
+    std::unique_ptr<QWidget> m_page;
+    QList<ComboMenu *> m_menus;
+    ComboMapping *m_selector = nullptr;
+};
+
+void tst_Menus::init()
+{
+    m_user = std::make_unique<XClient>(m_server.display());
+    m_user->moveMouse({5, 5});
+    m_page = std::make_unique<QWidget>();
+    m_page->setAttribute(Qt::WA_StyledBackground);
+    m_page->setStyleSheet(QStringLiteral("background-color:#5342d9"));
+    m_page->resize(900, 650);
+    m_page->move(50, 50);
+    auto *drawing = new QLabel(m_page.get());
+    drawing->setGeometry(248, 258, 402, 192);
+    drawing->setStyleSheet(QStringLiteral("background-image: url(:/icons/zr.png)"));
+    m_menus.clear();
+    for (int control = 0; control < ZRButtonMap::buttonCount; ++control) {
+        auto *menu = new ComboMenu(control, &m_link, m_page.get());
+        menu->setGeometry(control < 5 ? 88 : 650, 239 + 47 * (control % 5), 160, 41);
+        m_menus.append(menu);
+    }
+    m_selector = new ComboMapping(m_page.get());
+    m_selector->setGeometry(680, 12, 160, 51);
+    m_page->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_page.get()));
+    m_page->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_page.get()));
+}
+
+QList<ZRButtonMap *> tst_Menus::maps(int count) const
+{
+    QList<ZRButtonMap *> list;
+    for (int i = 0; i < count; ++i) {
+        list.append(new ZRButtonMap(QStringLiteral("Mapping %1").arg(i)));
+    }
+    return list;
+}
+
+void tst_Menus::press(const QPoint &global)
+{
+    const qreal scale = m_page->devicePixelRatioF();
+    m_user->moveMouse((QPointF(global) * scale).toPoint());
+    m_user->mouseButton(true);
+}
+
+void tst_Menus::click(const QPoint &global)
+{
+    press(global);
+    m_user->mouseButton(false);
+}
+
+void tst_Menus::clickEntry(const QString &text)
+{
+    QTRY_VERIFY(PopUp::active() && PopUp::entry(*PopUp::active(), text));
+    QMenu *menu = PopUp::active();
+    QTRY_VERIFY(menu->windowHandle()->isExposed());
+    const QAction *entry = PopUp::entry(*menu, text);
+    click(menu->mapToGlobal(menu->actionGeometry(const_cast<QAction *>(entry)).center()));
+    if (entry->menu()) {
+        QTRY_COMPARE(PopUp::active(), entry->menu());
+    }
+}
+
+// The menu runs in an event loop of its own: what the user does there has to come from within.
+void tst_Menus::whenOpen(const std::function<void()> &then)
+{
+    auto *poll = new QTimer(m_page.get());
+    poll->setInterval(5);
+    connect(poll, &QTimer::timeout, this, [poll, then] {
+        if (PopUp::active()) {
+            poll->deleteLater();
+            poll->stop();
+            then();
+        }
+    });
+    poll->start();
+}
+
+void tst_Menus::theMouseChoosesAnAction()
+{
+    int changed = 0;
+    connect(m_menus.at(6), &ComboMenu::assignmentChanged, this, [&changed] { ++changed; });
+    bool opened = false;
+    whenOpen([&] {
+        opened = true;
+        clickEntry(QStringLiteral("Shift 1"));
+        clickEntry(QStringLiteral("Vertical"));
+    });
+    click(m_menus.at(6)->mapToGlobal(QPoint(60, 30)));
+    QTRY_VERIFY(opened && !PopUp::active());
+    QTRY_COMPARE(changed, 1);
+    QCOMPARE(m_menus.at(6)->assignment(1).label, QStringLiteral("Vertical"));
+}
+
+void tst_Menus::theKeyboardChoosesAnAction()
+{
+    bool opened = false;
+    whenOpen([&] {
+        opened = true;
+        m_user->tap(DownKey); // Normal
+        m_user->tap(RightKey);
+        QTRY_VERIFY(PopUp::active() && PopUp::active()->actions().size() > 5);
+        m_user->tap(DownKey);
+        m_user->tap(DownKey);
+        m_user->tap(ReturnKey);
+    });
+    const auto *frame = m_menus.at(1)->findChild<QFrame *>(QStringLiteral("focus"));
+    QVERIFY(frame);
+    m_menus.at(0)->setFocus(Qt::ActiveWindowFocusReason);
+    QVERIFY(!m_menus.at(0)->findChild<QFrame *>(QStringLiteral("focus"))->isVisible());
+    m_user->tap(TabKey);
+    QTRY_VERIFY(m_menus.at(1)->hasFocus());
+    QVERIFY(frame->isVisible());
+    m_user->tap(BlankKey);
+    QTRY_VERIFY(opened && !PopUp::active());
+    QTRY_COMPARE(m_menus.at(1)->assignment(0).label, QStringLiteral("M.Left"));
+}
+
+void tst_Menus::aClickOnTheOpenMenusBarClosesIt()
+{
+    int opened = 0;
+    whenOpen([&] {
+        ++opened;
+        QTRY_VERIFY(PopUp::active()->windowHandle()->isExposed());
+        whenOpen([&] { ++opened; }); // the first is still open: counted at once
+        click(m_menus.at(0)->mapToGlobal(QPoint(60, 10)));
+        QTRY_VERIFY(!PopUp::active());
+        whenOpen([&] { ++opened; });
+        QTest::qWait(200);
+    });
+    click(m_menus.at(0)->mapToGlobal(QPoint(60, 10)));
+    QTRY_VERIFY(opened > 0);
+    QTRY_VERIFY(!PopUp::active());
+    QTest::qWait(200);
+    QVERIFY(!PopUp::active());
+    QVERIFY(opened <= 2);
+}
+
+void tst_Menus::theSelectorAndItsDialogSaveByMouse()
+{
+    QSignalSpy saved(m_selector, &ComboMapping::saveCurrentMap);
+    bool opened = false;
+    whenOpen([&] {
+        opened = true;
+        clickEntry(QStringLiteral("Save"));
+    });
+    click(m_selector->mapToGlobal(QPoint(80, 25)));
+    SaveDialog *dialog = m_selector->saveDialog();
+    QTRY_VERIFY(opened && dialog->isVisible());
+    QTRY_COMPARE(QWidget::mouseGrabber(), dialog);
+    QTRY_VERIFY(m_user->mouseIsTaken());
+
+    click(m_page->mapToGlobal(QPoint(100, 260))); // an action menu, behind the dialog
+    QTest::qWait(50);
+    QVERIFY(dialog->isVisible());
+    QVERIFY(!PopUp::active());
+    QCOMPARE(saved.size(), 0);
+
+    const QList<QLabel *> labels = dialog->findChildren<QLabel *>();
+    const auto ok = std::find_if(labels.begin(), labels.end(), [](const QLabel *label) {
+        return label->styleSheet().contains(QLatin1String("ok_0"));
+    });
+    QVERIFY(ok != labels.end());
+    click((*ok)->mapToGlobal((*ok)->rect().center()));
+    QTRY_COMPARE(saved.size(), 1);
+    QCOMPARE(saved.at(0).at(0).toString(), QStringLiteral("Untitled"));
+    QTRY_VERIFY(!m_user->mouseIsTaken());
+}
+
+void tst_Menus::aLongListOpensQuickly()
+{
+    QVector<double> ours;
+    QVector<double> bare;
+    for (int round = 0; round < 12; ++round) { // a new list each time: what was measured once is kept by Qt
+        m_selector->newMapListReady(maps(longList), false, 0);
+        PopUp::whenOpen([&] { ours.append(timeToOpen(*PopUp::active()->actions().first()->menu())); });
+        m_selector->dislayMenu();
+
+        ScrollingStyle style;
+        QMenu menu;
+        menu.setStyle(&style);
+        for (int i = 0; i < longList; ++i) {
+            menu.addAction(QStringLiteral("Mapping %1").arg(i));
+        }
+        bare.append(timeToOpen(menu));
+    }
+    qInfo("a list of %d opens in %.1f ms, a bare menu in %.1f ms", longList, least(ours), least(bare));
+    QVERIFY(least(ours) <= 1.5 * least(bare));
+}
+
+void tst_Menus::aLongListScrollsToItsEnd()
+{
+    m_selector->newMapListReady(maps(longList), false, 0);
+    QRect list;
+    QRect last;
+    PopUp::whenOpen([&] {
+        QMenu *examples = PopUp::active()->actions().first()->menu();
+        examples->popup(QPoint(10, 10));
+        QTRY_VERIFY(examples->windowHandle()->isExposed());
+        list = examples->geometry();
+        QTest::keyClick(examples, Qt::Key_Up); // from nowhere to the last
+        QTest::keyClick(examples, Qt::Key_Down);
+        QTest::keyClick(examples, Qt::Key_Up);
+        QCOMPARE(examples->activeAction()->text(), QStringLiteral("Mapping 999"));
+        last = examples->actionGeometry(examples->activeAction());
+    });
+    m_selector->dislayMenu();
+    QVERIFY(list.height() <= m_page->screen()->geometry().height());
+    QVERIFY(list.width() < 400); // one column
+    QVERIFY(QRect({0, 0}, list.size()).contains(last));
+}
+
+void tst_Menus::noTextLeavesItsBar()
+{
+    const QString endless(60, QLatin1Char('W'));
+    shortCut record;
+    record.key1 = 65;
+    record.label = endless;
+    for (ComboMenu *menu : qAsConst(m_menus)) {
+        for (int layer = 0; layer < 3; ++layer) {
+            menu->getShorcut(layer, record);
+        }
+        const QList<ComboMenuLabel *> labels = menu->findChildren<ComboMenuLabel *>();
+        for (const ComboMenuLabel *label : labels) {
+            const QFontMetrics metrics(label->font());
+            QVERIFY(label->x() + metrics.horizontalAdvance(label->shownText()) <= 142); // the arrow
+            // The lines are higher than the labels; the letters are not.
+            const QRect letters = metrics.tightBoundingRect(QStringLiteral("QJ|,"));
+            const int baseline = (label->height() - metrics.height()) / 2 + metrics.ascent();
+            QVERIFY(baseline + letters.top() >= 0);
+            QVERIFY(baseline + letters.bottom() <= label->height());
+        }
+    }
+}
+
+void tst_Menus::thePrintedMapIsDarkOnWhite()
+{
+    m_menus.at(0)->loadShorcut(0, 17, 90, -1, QStringLiteral("Ctrl + Z"));
+    const QImage printed = MapPrinter::recoloured(MapPrinter::capture(*m_page));
+    QCOMPARE(printed.size(), QSize(780, 490) * m_page->devicePixelRatioF());
+    QCOMPARE(printed.pixelColor(2, 2), QColor(Qt::white));
+    QHash<QRgb, int> count;
+    int dark = 0;
+    for (int y = 0; y < printed.height(); ++y) {
+        for (int x = 0; x < printed.width(); ++x) {
+            ++count[printed.pixel(x, y)];
+            dark += qGray(printed.pixel(x, y)) < 64 ? 1 : 0;
+        }
+    }
+    QVERIFY(count.value(qRgb(255, 255, 255)) > printed.width() * printed.height() / 2);
+    QVERIFY(dark > 100); // the texts
+    for (const QRgb kept : {qRgb(171, 166, 166), qRgb(161, 75, 40), qRgb(160, 53, 46), qRgb(62, 86, 166),
+                            qRgb(85, 128, 95), qRgb(152, 131, 44)}) {
+        QVERIFY2(count.value(kept) > 100, qPrintable(QColor(kept).name()));
+    }
+}
+
+void tst_Menus::aCancelledPrintLeavesThePageUntouched()
+{
+    m_page->setStyleSheet(QStringLiteral("background-color:red"));
+    QString title;
+    QTimer::singleShot(0, this, [&] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        QVERIFY(dialog);
+        title = dialog->windowTitle();
+        QCOMPARE(dialog->parentWidget(), m_page.get());
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    QVERIFY(!MapPrinter::askAndPrint(*m_page));
+    QCOMPARE(title, QStringLiteral("Print ZR Map"));
+    QCOMPARE(m_page->styleSheet(), QStringLiteral("background-color:red"));
+}
+
+void tst_Menus::theMapIsPrintedToAFileByTheDialog()
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("map.pdf"));
+    QTimer::singleShot(0, this, [&] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        QVERIFY(dialog);
+        // Whatever printers there are.
+        auto *printers = dialog->findChild<QComboBox *>(QStringLiteral("printers"));
+        QVERIFY(printers);
+        printers->setCurrentIndex(printers->findText(QStringLiteral("PDF"), Qt::MatchContains));
+        auto *name = dialog->findChild<QLineEdit *>(QStringLiteral("filename"));
+        QVERIFY(name && name->isVisible());
+        name->setText(file);
+        // The page's colours stay outside.
+        const QImage ground = dialog->grab({2, 2, 1, 1}).toImage();
+        QVERIFY(ground.pixelColor(0, 0).lightness() > 200);
+        QMetaObject::invokeMethod(dialog, "accept");
+    });
+    QVERIFY(MapPrinter::askAndPrint(*m_page));
+    QFile sheet(file);
+    QVERIFY(sheet.open(QIODevice::ReadOnly));
+    QVERIFY(sheet.read(5) == "%PDF-");
+    QCOMPARE(m_page->styleSheet(), QStringLiteral("background-color:#5342d9"));
+}
+
+int main(int argc, char *argv[])
+{
+    XServer::Options options;
+    if (qEnvironmentVariable("QT_SCALE_FACTOR") == QLatin1String("2")) {
+        options.screens = QStringList{QStringLiteral("2560x2048")};
+    }
+    XServer server(options);
+    if (!server.isRunning()) {
+        qCritical("%s", qPrintable(server.error()));
+        return 1;
+    }
+    server.exportDisplay();
+    const QTemporaryDir settings;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
+    QApplication app(argc, argv);
+    QCoreApplication::setOrganizationName(QStringLiteral("veltrix-test"));
+    QCoreApplication::setApplicationName(QStringLiteral("menus"));
+    AppFonts::load();
+    tst_Menus test(server);
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_Menus.moc"

@@ -1,0 +1,160 @@
+#include "engine/platform/PlatformFactory.h"
+#include "engine/platform/recording/RecordingInjector.h"
+#include "engine/platform/x11/X11InputInjector.h"
+#include "tests/support/log/LogCapture.h"
+#include "tests/support/xserver/XServer.h"
+
+#include <QTest>
+
+class tst_PlatformFactory : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void displayIsUsedAndNamed();
+    void waylandSessionIsSaidToReachX11ProgramsOnly();
+    void withoutADisplayInputGoesNowhereAndThatIsSaidOnce();
+    void displayThatDoesNotAnswerIsNamed();
+    void serverWithoutXTestIsNotUsed();
+    void withoutADisplayThereIsNoMouseListener();
+    void toolkitDrawsNowhereWithoutADisplay();
+    void toolkitDrawsNowhereWhenTheDisplayDoesNotAnswer();
+    void toolkitIsLeftAloneWithADisplay();
+    void listenerReportsToTheFunction();
+};
+
+namespace
+{
+
+XServer::Options without(const char *extension)
+{
+    XServer::Options options;
+    options.arguments = QStringList{QStringLiteral("-extension"), QString::fromLatin1(extension)};
+    return options;
+}
+
+} // namespace
+
+void tst_PlatformFactory::init()
+{
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "XDG_SESSION_TYPE", "QT_QPA_PLATFORM"}) {
+        qunsetenv(name);
+    }
+}
+
+void tst_PlatformFactory::displayIsUsedAndNamed()
+{
+    const XServer server;
+    server.exportDisplay();
+    LogCapture log;
+    const Platform platform = createPlatform();
+    QVERIFY(dynamic_cast<X11InputInjector *>(platform.injector.get()));
+    QVERIFY(platform.pointer && platform.appearance && platform.autostart);
+    QCOMPARE(log.takeLines(),
+             QStringList{QStringLiteral("info: input goes through X11: display %1, XTEST 2.2")
+                             .arg(QString::fromLatin1(server.display()))});
+}
+
+void tst_PlatformFactory::waylandSessionIsSaidToReachX11ProgramsOnly()
+{
+    const XServer server;
+    server.exportDisplay();
+    qputenv("WAYLAND_DISPLAY", "wayland-0");
+    LogCapture log;
+    const Platform platform = createPlatform();
+    const QStringList lines = log.takeLines();
+    QCOMPARE(lines.size(), 1);
+    QVERIFY(
+        lines.first().endsWith(QLatin1String("this is a Wayland session, so only X11 programs are reached")));
+}
+
+void tst_PlatformFactory::withoutADisplayInputGoesNowhereAndThatIsSaidOnce()
+{
+    LogCapture log;
+    const Platform platform = createPlatform();
+    QVERIFY(dynamic_cast<RecordingInjector *>(platform.injector.get()));
+    platform.injector->sendKey('A', true);
+    platform.injector->sendLeftButton(true);
+    platform.appearance->setHidden(true);
+    platform.pointer->moveTo(QPoint(4, 5));
+    QCOMPARE(platform.pointer->position(), QPoint(4, 5));
+    QVERIFY(!platform.pointer->screens().isEmpty());
+    QVERIFY(platform.autostart);
+    QCOMPARE(log.takeLines(), QStringList{QStringLiteral("warning: input goes nowhere: DISPLAY is not set")});
+}
+
+void tst_PlatformFactory::displayThatDoesNotAnswerIsNamed()
+{
+    qputenv("DISPLAY", "unix:/nowhere/to/be/found:0");
+    LogCapture log;
+    const Platform platform = createPlatform();
+    QCOMPARE(log.takeLines(),
+             QStringList{QStringLiteral("warning: input goes nowhere: cannot connect to display "
+                                        "unix:/nowhere/to/be/found:0")});
+}
+
+void tst_PlatformFactory::serverWithoutXTestIsNotUsed()
+{
+    const XServer server(without("XTEST"));
+    server.exportDisplay();
+    LogCapture log;
+    const Platform platform = createPlatform();
+    QVERIFY(dynamic_cast<RecordingInjector *>(platform.injector.get()));
+    QCOMPARE(
+        log.takeLines(),
+        QStringList{QStringLiteral("warning: input goes nowhere: the X server of display %1 has no XTEST")
+                        .arg(QString::fromLatin1(server.display()))});
+}
+
+void tst_PlatformFactory::withoutADisplayThereIsNoMouseListener()
+{
+    LogCapture log;
+    QVERIFY(!createMouseListener([] {}));
+    QCOMPARE(log.takeLines(),
+             QStringList{QStringLiteral("warning: the user's own mouse is not watched: DISPLAY is not set")});
+}
+
+void tst_PlatformFactory::toolkitDrawsNowhereWithoutADisplay()
+{
+    preparePlatform();
+    QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("offscreen"));
+    qputenv("QT_QPA_PLATFORM", "minimal"); // the user knows better
+    preparePlatform();
+    QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("minimal"));
+}
+
+void tst_PlatformFactory::toolkitDrawsNowhereWhenTheDisplayDoesNotAnswer()
+{
+    qputenv("DISPLAY", "unix:/nowhere/to/be/found:0");
+    preparePlatform();
+    QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("offscreen"));
+}
+
+void tst_PlatformFactory::toolkitIsLeftAloneWithADisplay()
+{
+    const XServer server;
+    server.exportDisplay();
+    preparePlatform();
+    QVERIFY(!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"));
+    qunsetenv("DISPLAY");
+    qputenv("WAYLAND_DISPLAY", "wayland-0");
+    preparePlatform();
+    QVERIFY(!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"));
+}
+
+void tst_PlatformFactory::listenerReportsToTheFunction()
+{
+    const XServer server;
+    server.exportDisplay();
+    int moved = 0;
+    const std::unique_ptr<QObject> listener = createMouseListener([&moved] { ++moved; });
+    QVERIFY(listener);
+    QVERIFY(QMetaObject::invokeMethod(listener.get(), "userMovedMouse"));
+    QCOMPARE(moved, 1);
+}
+
+QTEST_GUILESS_MAIN(tst_PlatformFactory)
+
+#include "tst_PlatformFactory.moc"

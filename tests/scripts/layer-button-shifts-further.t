@@ -1,0 +1,17 @@
+# In Shift 1 the same button is "shift 2": its release leads to Normal.
+assign 0 NORMAL special shift 1
+assign 0 SHIFT1 special shift 2
+assign 1 NORMAL keys 65 -1 -1
+assign 1 SHIFT2 keys 67 -1 -1
+BP0
+BP0
+BP1
+BR1
+BR0
+BP1
+BR1
+---
+key 67 down
+key 67 up
+key 65 down
+key 65 up

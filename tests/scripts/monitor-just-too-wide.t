@@ -1,0 +1,7 @@
+screens 0,0,1920x1080 1920,0,1280x1024
+assign 0 NORMAL special monitor left
+at 1281 0
+BP0
+BR0
+---
+move 2560 0

@@ -1,0 +1,141 @@
+#include "tests/support/jack/JackServer.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+
+#include <csignal>
+#include <sys/prctl.h>
+#include <unistd.h>
+
+namespace
+{
+
+/// A server that ends when the test program does, however that ends.
+class ServerProcess : public QProcess
+{
+protected:
+    void setupChildProcess() override { prctl(PR_SET_PDEATHSIG, SIGTERM); }
+};
+
+/// Where the library keeps sockets and semaphores.
+QDir serverDir()
+{
+    return QDir(QStringLiteral("/dev/shm"));
+}
+
+QProcessEnvironment environmentFor(const QString &name)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("JACK_DEFAULT_SERVER"), name);
+    environment.insert(QStringLiteral("JACK_NO_AUDIO_RESERVATION"), QStringLiteral("1"));
+    environment.insert(QStringLiteral("JACK_NO_START_SERVER"), QStringLiteral("1"));
+    return environment;
+}
+
+} // namespace
+
+JackServer::JackServer(int period)
+    : m_turn(QDir::temp().filePath(QStringLiteral("veltrix-jack-%1.lock").arg(getuid())))
+    , m_name(QStringLiteral("veltrix-test"))
+{
+    m_turn.setStaleLockTime(0); // only a holder that has died
+    if (!m_turn.tryLock(100000)) {
+        m_error = QStringLiteral("another test keeps its JACK server");
+        return;
+    }
+    start(period);
+}
+
+JackServer::~JackServer()
+{
+    stop();
+}
+
+void JackServer::start(int period)
+{
+    // A client that connects to the socket is served as soon as the server is ready.
+    const QString socket = QStringLiteral("jack_%1_%2_0").arg(m_name).arg(getuid());
+    serverDir().remove(socket);
+    m_process = std::make_unique<ServerProcess>();
+    m_process->setProcessEnvironment(environment());
+    m_process->setProcessChannelMode(QProcess::MergedChannels);
+    m_process->start(QStringLiteral("jackd"),
+                     {QStringLiteral("-r"), QStringLiteral("-S"), QStringLiteral("-n"), m_name,
+                      QStringLiteral("-d"), QStringLiteral("dummy"), QStringLiteral("-r"),
+                      QStringLiteral("48000"), QStringLiteral("-p"), QString::number(period)});
+    QElapsedTimer patience;
+    patience.start();
+    while (!serverDir().exists(socket)) {
+        m_process->waitForReadyRead(10);
+        if (m_process->state() == QProcess::NotRunning || patience.elapsed() > 20000) {
+            m_error = QStringLiteral("jackd did not start: %1 %2")
+                          .arg(m_process->errorString(),
+                               QString::fromLocal8Bit(m_process->readAllStandardOutput()));
+            stop();
+            return;
+        }
+    }
+}
+
+QProcessEnvironment JackServer::environment() const
+{
+    return environmentFor(m_name);
+}
+
+QProcessEnvironment JackServer::environmentWithoutServer()
+{
+    return environmentFor(QStringLiteral("veltrix-test-none"));
+}
+
+void JackServer::pause()
+{
+    if (isRunning())
+        ::kill(static_cast<pid_t>(processId()), SIGSTOP);
+}
+
+void JackServer::resume()
+{
+    if (isRunning())
+        ::kill(static_cast<pid_t>(processId()), SIGCONT);
+}
+
+void JackServer::kill()
+{
+    if (!isRunning())
+        return;
+    m_process->kill();
+    m_process->waitForFinished(5000);
+    m_killed = true;
+}
+
+void JackServer::stop()
+{
+    if (isRunning()) {
+        resume();
+        m_process->terminate();
+        // It waits five seconds for its next cycle when a client has just died.
+        if (!m_process->waitForFinished(15000))
+            kill();
+    }
+    // Some die by a signal while they end, when a client has just died.
+    const bool died = m_killed || (m_process && m_process->exitStatus() == QProcess::CrashExit);
+    m_process.reset();
+    m_killed = false;
+    if (died)
+        tidyUp();
+    // What clients leave behind that end after the server.
+    const QStringList files = serverDir().entryList({QStringLiteral("jack*_%1_*").arg(m_name)},
+                                                    QDir::Files | QDir::System | QDir::Hidden);
+    for (const QString &file : files)
+        serverDir().remove(file);
+}
+
+// All servers of a machine share a table of eight and memory, and what one that was killed had of both is
+// free again only after a server of the same name has ended in order.
+void JackServer::tidyUp()
+{
+    const QString error = m_error;
+    start(1024);
+    stop();
+    m_error = error;
+}

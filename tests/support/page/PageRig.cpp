@@ -1,0 +1,51 @@
+#include "tests/support/page/PageRig.h"
+
+#include "device/PortFinder.h"
+#include "device/PortLister.h"
+
+#include <QFile>
+#include <QtTest>
+
+namespace
+{
+
+class NoPorts : public PortLister
+{
+public:
+    QVector<PortDescription> availablePorts() override { return {}; }
+    std::optional<qint64> changeStamp() override { return 1; }
+};
+
+} // namespace
+
+PageRig::PageRig()
+    // No network: there is no such file.
+    : mapUpdate(data.filePath(QStringLiteral("ZR.xml")), &store, QStringLiteral("file:///nonexistent/"))
+{
+    store.clear();
+}
+
+void PageRig::writeFile(const QString &name, const QByteArray &content)
+{
+    QFile file(data.filePath(name));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(content), qint64(content.size()));
+}
+
+QByteArray PageRig::readFile(const QString &name) const
+{
+    QFile file(data.filePath(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+DeviceZR *PageRig::makePage(QWidget *parent, SerialProtocol *serial, ZRUpdater *updater)
+{
+    return new DeviceZR(parent, serial,
+                        {engine.dispatcher.get(), &engine.settings, &launchOnStartup, &mapUpdate, updater,
+                         data.path(), QStringLiteral("Not Available")});
+}
+
+std::unique_ptr<SerialProtocol> PageRig::makeSerial()
+{
+    return std::make_unique<SerialProtocol>(std::make_unique<PortFinder>(std::make_unique<NoPorts>()));
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "device/SerialProtocol.h"
+#include "engine/LaunchOnStartup.h"
+#include "engine/platform/AutostartEntry.h"
+#include "net/MapUpdate.h"
+#include "tests/support/script/EngineRig.h"
+#include "ui/DeviceZR.h"
+
+#include <QSettings>
+#include <QTemporaryDir>
+
+#include <memory>
+
+/// An entry that only this process knows.
+class MemoryAutostartEntry : public AutostartEntry
+{
+public:
+    bool exists() const override { return !program.isNull(); }
+    void write(const QString &path) override { program = path; }
+    void remove() override { program = QString(); }
+
+    QString program;
+};
+
+/// The device page on an engine without a desktop, a device that the test plays, a data folder of its own,
+/// and a web service that does not answer. The application's settings are emptied.
+class PageRig
+{
+    Q_DISABLE_COPY_MOVE(PageRig)
+
+public:
+    PageRig();
+
+    /// Puts a mapping file into the data folder, before makePage().
+    void writeFile(const QString &name, const QByteArray &content);
+    QByteArray readFile(const QString &name) const;
+
+    DeviceZR *makePage(QWidget *parent, SerialProtocol *serial, ZRUpdater *updater);
+
+    /// A link that never finds a device by itself.
+    static std::unique_ptr<SerialProtocol> makeSerial();
+
+    QTemporaryDir data;
+    QSettings store;
+    EngineRig engine;
+    MemoryAutostartEntry autostart;
+    LaunchOnStartup launchOnStartup{autostart, QStringLiteral("/opt/veltrix/veltrix")};
+    MapUpdate mapUpdate;
+};

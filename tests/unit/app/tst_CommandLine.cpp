@@ -1,0 +1,113 @@
+#include "app/CommandLine.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class tst_CommandLine : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void withoutOptionsTheProgramRuns();
+    void theOptionWinsOverTheEnvironment();
+    void aRelativePortIsTakenFromTheCurrentFolder();
+    void aPortThatIsNoPathStaysAName();
+    void verboseIsOffUnlessAsked();
+    void helpAndVersionAreAnswered();
+    void anUnknownOptionIsAMistake();
+    void aStrayArgumentIsAMistake();
+    void earlyAnswerOnlyWhenAsked();
+};
+
+void tst_CommandLine::withoutOptionsTheProgramRuns()
+{
+    const CommandLine line = CommandLine::parse({QStringLiteral("veltrix")}, QStringLiteral("/dev/ttyX"));
+    QCOMPARE(line.request, CommandLine::Request::Run);
+    QCOMPARE(line.port, QStringLiteral("/dev/ttyX"));
+}
+
+void tst_CommandLine::theOptionWinsOverTheEnvironment()
+{
+    const CommandLine line =
+        CommandLine::parse({QStringLiteral("veltrix"), QStringLiteral("--port"), QStringLiteral("/dev/ttyA")},
+                           QStringLiteral("/dev/ttyB"));
+    QCOMPARE(line.port, QStringLiteral("/dev/ttyA"));
+}
+
+void tst_CommandLine::aRelativePortIsTakenFromTheCurrentFolder()
+{
+    const QTemporaryDir folder;
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(folder.path()));
+    const QString here = QDir::currentPath();
+    QFile file(QStringLiteral("device"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    const auto portOf = [](const char *port) {
+        return CommandLine::parse({QStringLiteral("veltrix"), QStringLiteral("--port"), QLatin1String(port)},
+                                  QString())
+            .port;
+    };
+    const QString there = portOf("device");
+    const QString notYet = portOf("sub/device");
+    const QString environments =
+        CommandLine::parse({QStringLiteral("veltrix")}, QStringLiteral("./device")).port;
+    QVERIFY(QDir::setCurrent(before));
+    QCOMPARE(there, here + QStringLiteral("/device"));
+    QCOMPARE(notYet, here + QStringLiteral("/sub/device"));
+    QCOMPARE(QDir::cleanPath(environments), here + QStringLiteral("/device"));
+}
+
+void tst_CommandLine::aPortThatIsNoPathStaysAName()
+{
+    QCOMPARE(CommandLine::parse({QStringLiteral("veltrix")}, QStringLiteral("COM3")).port,
+             QStringLiteral("COM3"));
+    QCOMPARE(CommandLine::parse({QStringLiteral("veltrix")}, QString()).port, QString());
+}
+
+void tst_CommandLine::verboseIsOffUnlessAsked()
+{
+    QVERIFY(!CommandLine::parse({QStringLiteral("veltrix")}, QString()).verbose);
+    QVERIFY(CommandLine::parse({QStringLiteral("veltrix"), QStringLiteral("--verbose")}, QString()).verbose);
+}
+
+void tst_CommandLine::helpAndVersionAreAnswered()
+{
+    const CommandLine help =
+        CommandLine::parse({QStringLiteral("veltrix"), QStringLiteral("--help")}, QString());
+    QCOMPARE(help.request, CommandLine::Request::Answer);
+    QVERIFY(help.message.contains(QLatin1String("--port")));
+    const CommandLine version =
+        CommandLine::parse({QStringLiteral("veltrix"), QStringLiteral("--version")}, QString());
+    QCOMPARE(version.message, QStringLiteral("veltrix 1.10\n"));
+    QCOMPARE(version.print(), 0);
+}
+
+void tst_CommandLine::anUnknownOptionIsAMistake()
+{
+    const CommandLine line =
+        CommandLine::parse({QStringLiteral("veltrix"), QStringLiteral("--nonsense")}, QString());
+    QCOMPARE(line.request, CommandLine::Request::Mistake);
+    QVERIFY(line.message.contains(QLatin1String("nonsense")));
+    QCOMPARE(line.print(), 2);
+}
+
+void tst_CommandLine::aStrayArgumentIsAMistake()
+{
+    const CommandLine line =
+        CommandLine::parse({QStringLiteral("veltrix"), QStringLiteral("file.xml")}, QString());
+    QCOMPARE(line.request, CommandLine::Request::Mistake);
+    QVERIFY(line.message.contains(QLatin1String("file.xml")));
+}
+
+void tst_CommandLine::earlyAnswerOnlyWhenAsked()
+{
+    QByteArray name("veltrix");
+    QByteArray option("--verbose");
+    std::array<char *, 3> arguments{name.data(), option.data(), nullptr};
+    QVERIFY(!CommandLine::answerEarly(2, arguments.data()).has_value());
+}
+
+QTEST_GUILESS_MAIN(tst_CommandLine)
+#include "tst_CommandLine.moc"

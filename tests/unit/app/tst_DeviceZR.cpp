@@ -1,0 +1,454 @@
+#include "app/frame/AppFonts.h"
+#include "app/frame/ClickableLabel.h"
+#include "mapping/SpecialAction.h"
+#include "mapping/XmlMappingReader.h"
+#include "tests/support/page/PageRig.h"
+#include "ui/ComboMapping.h"
+#include "ui/ComboMenu.h"
+#include "ui/DeviceIndicators.h"
+#include "ui/SaveDialog.h"
+#include "ui/ShortcutKey.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QGraphicsEffect>
+#include <QLabel>
+#include <QSignalSpy>
+#include <QSlider>
+#include <QtTest>
+
+class tst_DeviceZR : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void widgetsStandWhereTheyBelong();
+    void marksStandOverTheirControls();
+    void marksFollowTheDevice();
+    void withoutStoredSlidersBothStandAtOne();
+    void movedSliderIsStoredAndReadAgain();
+    void slowEndIsAtTheLeft();
+    void printerButtonIsNotDimmedAtRest();
+    void withoutAWorkingCopyTheLibrarysDefaultIsUsed();
+    void workingCopyWinsOverTheLibrary();
+    void brokenWorkingCopyLeavesTheMenusAsStored();
+    void chosenActionActsFromTheNextEvent();
+    void onlyACapturedShortcutWritesTheWorkingCopy();
+    void whatIsNotKeptIsSaidAndKeptOnRequest();
+    void savingTwiceUnderANameListsBothAndDeletingTakesTheFirst();
+    void setMappingActsButWritesNothing();
+    void versionIsStoredWhenThePageIsBuilt();
+    void startupBoxFollowsTheEntryWheneverThePageShows();
+    void dimmingEndsWhenADialogHides();
+    void lostDeviceClosesTheDialogs();
+    void updateNoticeFollowsTheDownload();
+    void controlsTellWhatTheyDoInEachLayer();
+    void everyControlHasANameForScreenReaders();
+
+private:
+    void makePage();
+    void press(int button)
+    {
+        Q_EMIT m_serial->onButtonpress(button, true);
+        Q_EMIT m_serial->onButtonpress(button, false);
+    }
+    ComboMenu *menu(int control) const
+    {
+        for (ComboMenu *each : m_page->findChildren<ComboMenu *>()) {
+            if (each->id() == control) {
+                return each;
+            }
+        }
+        return nullptr;
+    }
+    QList<ZRButtonMap *> customMaps();
+    static QByteArray mapping(const char *name, int key, const char *attributes = "");
+    static QByteArray document(const QByteArray &mappings);
+
+    std::unique_ptr<PageRig> m_rig;
+    std::unique_ptr<SerialProtocol> m_serial;
+    std::unique_ptr<QWidget> m_window;
+    DeviceZR *m_page = nullptr;
+    std::unique_ptr<QObject> m_owner;
+};
+
+QByteArray tst_DeviceZR::mapping(const char *name, int key, const char *attributes)
+{
+    return QByteArray("<MAPPING software=\"") + name + "\" " + attributes +
+           "><BUTTON id=\"3\"><NORMAL label=\"key\"><KEY1 type=\"int\">" + QByteArray::number(key) +
+           "</KEY1></NORMAL></BUTTON></MAPPING>";
+}
+
+QByteArray tst_DeviceZR::document(const QByteArray &mappings)
+{
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?><ZR>" + mappings + "</ZR>";
+}
+
+void tst_DeviceZR::init()
+{
+    m_rig = std::make_unique<PageRig>();
+    m_serial = PageRig::makeSerial();
+    m_window = std::make_unique<QWidget>();
+    m_window->resize(900, 650);
+    m_owner = std::make_unique<QObject>();
+}
+
+void tst_DeviceZR::cleanup()
+{
+    m_window.reset();
+    m_serial.reset();
+    m_rig.reset();
+}
+
+void tst_DeviceZR::makePage()
+{
+    m_page = m_rig->makePage(m_window.get(), m_serial.get(), nullptr);
+    m_page->resize(900, 650);
+    m_window->show();
+}
+
+QList<ZRButtonMap *> tst_DeviceZR::customMaps()
+{
+    QList<ZRButtonMap *> maps;
+    XmlMappingReader reader;
+    connect(&reader, &XmlMappingReader::newMapListReady, this, [&](const QList<ZRButtonMap *> &list) {
+        for (ZRButtonMap *map : list) {
+            map->setParent(m_owner.get());
+            maps << map;
+        }
+    });
+    reader.readMapList(m_rig->data.filePath(QStringLiteral("custom.xml")), true);
+    return maps;
+}
+
+void tst_DeviceZR::widgetsStandWhereTheyBelong()
+{
+    makePage();
+    for (int row = 0; row < 5; ++row) {
+        QCOMPARE(menu(row)->pos(), QPoint(88, 239 + 47 * row));
+        QCOMPARE(menu(row + 5)->pos(), QPoint(650, 239 + 47 * row));
+    }
+    QCOMPARE(m_page->findChild<ComboMapping *>()->geometry(), QRect(680, 12, 160, 51));
+    const auto *printer = m_page->findChild<ClickableLabel *>(QString(), Qt::FindDirectChildrenOnly);
+    QCOMPARE(printer->geometry(), QRect(630, 12, 41, 41));
+    QCOMPARE(printer->styleSheet(),
+             QStringLiteral("background-color: rgb(73, 90, 232);background-image: url(:/icons/printer.png);"
+                            "background-position: center center;background-repeat: no"));
+    QCOMPARE(m_page->findChild<QCheckBox *>(QString(), Qt::FindDirectChildrenOnly)->geometry(),
+             QRect(24, 625, 200, 15));
+    const auto sliders = m_page->findChildren<QSlider *>();
+    QCOMPARE(sliders.at(0)->geometry(), QRect(362, 527, 176, 16));
+    QCOMPARE(sliders.at(1)->geometry(), QRect(362, 568, 176, 16));
+
+    const struct {
+        const char *text;
+        QRect place;
+        int size;
+        int weight;
+        const char *alpha;
+    } rows[] = {
+        {"VELTRIX", {260, 129, 378, 44}, 37, 25, "0.87"},
+        {"Knob and buttons settings.", {295, 185, 301, 60}, 20, 25, "0.57"},
+        {"Knob sensitivity adjustment", {349, 490, 200, 20}, 13, 50, "0.87"},
+        {"NORMAL", {315, 524, 38, 11}, 8, 50, "0.87"},
+        {"SHIFT 1", {315, 564, 34, 11}, 8, 50, "0.87"},
+        {"Slow", {359, 590, 30, 14}, 11, 50, "0.60"},
+        {"Fast", {520, 590, 26, 14}, 11, 50, "0.60"},
+        {"MIDI: Not Available", {690, 625, 200, 15}, 10, 50, "0.40"},
+    };
+    for (const auto &row : rows) {
+        const QLabel *found = nullptr;
+        for (const QLabel *label : m_page->findChildren<QLabel *>(QString(), Qt::FindDirectChildrenOnly)) {
+            found = label->text() == QLatin1String(row.text) ? label : found;
+        }
+        QVERIFY2(found, row.text);
+        QCOMPARE(found->geometry(), row.place);
+        QCOMPARE(found->font().family(), QStringLiteral("Source Sans Pro"));
+        QCOMPARE(found->font().pointSize(), row.size);
+        QCOMPARE(found->font().weight(), row.weight);
+        QCOMPARE(found->styleSheet(),
+                 QStringLiteral("QLabel { color : rgba(255,255,255,%1); }").arg(QLatin1String(row.alpha)));
+    }
+}
+
+void tst_DeviceZR::marksStandOverTheirControls()
+{
+    makePage();
+    const QPoint places[] = {{417, 338}, {392, 322}, {366, 338}, {366, 368}, {417, 368},
+                             {463, 338}, {488, 338}, {513, 338}, {502, 368}, {476, 368}};
+    const int pictures[] = {5, 5, 5, 7, 7, 4, 2, 3, 1, 1};
+    const auto marks = m_page->findChildren<QLabel *>(QStringLiteral("controlMark"));
+    QCOMPARE(marks.size(), 10);
+    for (int control = 0; control < 10; ++control) {
+        QCOMPARE(marks[control]->mapTo(m_page, QPoint()), places[control]);
+        QCOMPARE(marks[control]->size(), QSize(20, 20));
+        QCOMPARE(marks[control]->styleSheet(),
+                 QStringLiteral("background-image: url(:/icons/buttonszr/%1.png)").arg(pictures[control]));
+        QVERIFY(marks[control]->isHidden());
+    }
+    const auto *knob = m_page->findChild<QLabel *>(QStringLiteral("knobMark"));
+    QCOMPARE(knob->mapTo(m_page, QPoint()), QPoint(392, 352));
+    const auto *left = m_page->findChild<QLabel *>(QStringLiteral("leftArrow"));
+    const auto *right = m_page->findChild<QLabel *>(QStringLiteral("rightArrow"));
+    QCOMPARE(QRect(left->mapTo(m_page, QPoint()), left->size()), QRect(373, 325, 58, 39));
+    QCOMPARE(QRect(right->mapTo(m_page, QPoint()), right->size()), QRect(373, 325, 58, 39));
+    QCOMPARE(left->styleSheet(), QStringLiteral("background-color:rgba(0,0,0,0); "
+                                                "background-image:url(:/icons/buttonszr/arrow_left.png)"));
+    QCOMPARE(right->styleSheet(), QStringLiteral("background-color:rgba(0,0,0,0); "
+                                                 "background-image: url(:/icons/buttonszr/arrow_right.png)"));
+    QVERIFY(knob->isHidden() && left->isHidden() && right->isHidden());
+}
+
+void tst_DeviceZR::marksFollowTheDevice()
+{
+    makePage();
+    const auto marks = m_page->findChildren<QLabel *>(QStringLiteral("controlMark"));
+    const auto *knob = m_page->findChild<QLabel *>(QStringLiteral("knobMark"));
+    const auto *left = m_page->findChild<QLabel *>(QStringLiteral("leftArrow"));
+    Q_EMIT m_serial->onButtonpress(7, true);
+    QVERIFY(marks[7]->isVisible());
+    Q_EMIT m_serial->onKnobevent('D');
+    QVERIFY(knob->isVisible());
+    Q_EMIT m_serial->onKnobevent('L');
+    QVERIFY(left->isVisible());
+    Q_EMIT m_serial->onKnobevent('U');
+    Q_EMIT m_serial->onButtonpress(7, false);
+    QVERIFY(knob->isHidden() && left->isHidden() && marks[7]->isHidden());
+}
+
+void tst_DeviceZR::withoutStoredSlidersBothStandAtOne()
+{
+    makePage();
+    const auto sliders = m_page->findChildren<QSlider *>();
+    QCOMPARE(sliders.at(0)->value(), 1);
+    QCOMPARE(sliders.at(1)->value(), 1);
+}
+
+void tst_DeviceZR::movedSliderIsStoredAndReadAgain()
+{
+    makePage();
+    m_page->findChildren<QSlider *>().at(0)->setValue(80);
+    m_page->findChildren<QSlider *>().at(1)->setValue(30);
+    QCOMPARE(m_rig->engine.stored.value(QStringLiteral("Slider.Normal")).toInt(), 80);
+    QCOMPARE(m_rig->engine.stored.value(QStringLiteral("Slider.Shift1")).toInt(), 30);
+    const KnobSettings again(m_rig->engine.stored);
+    QCOMPARE(again.sensitivityNormal(), 80);
+    QCOMPARE(again.sensitivityShift1(), 30);
+}
+
+void tst_DeviceZR::slowEndIsAtTheLeft()
+{
+    makePage();
+    for (const QSlider *slider : m_page->findChildren<QSlider *>()) {
+        QVERIFY(slider->invertedAppearance());
+        QCOMPARE(slider->tickPosition(), QSlider::TicksBelow);
+        QCOMPARE(slider->minimum(), 1);
+        QCOMPARE(slider->maximum(), 100);
+    }
+}
+
+void tst_DeviceZR::printerButtonIsNotDimmedAtRest()
+{
+    makePage();
+    const auto *printer = m_page->findChild<ClickableLabel *>(QString(), Qt::FindDirectChildrenOnly);
+    QVERIFY(printer->graphicsEffect() && !printer->graphicsEffect()->isEnabled());
+}
+
+void tst_DeviceZR::withoutAWorkingCopyTheLibrarysDefaultIsUsed()
+{
+    m_rig->writeFile(QStringLiteral("ZR.xml"),
+                     document(mapping("First", 65) + mapping("Second", 66, "default=\"yes\"")));
+    makePage();
+    press(3);
+    QCOMPARE(m_rig->engine.recorder.lines(),
+             QStringList({QStringLiteral("key 66 down"), QStringLiteral("key 66 up")}));
+    QVERIFY(!QFile::exists(m_rig->data.filePath(QStringLiteral("current.xml"))));
+}
+
+void tst_DeviceZR::workingCopyWinsOverTheLibrary()
+{
+    m_rig->writeFile(QStringLiteral("ZR.xml"), document(mapping("First", 65)));
+    m_rig->writeFile(QStringLiteral("current.xml"), document(mapping("current_map", 67)));
+    makePage();
+    press(3);
+    QCOMPARE(m_rig->engine.recorder.lines().constFirst(), QStringLiteral("key 67 down"));
+    QCOMPARE(menu(3)->assignment(0).key1, 67);
+}
+
+void tst_DeviceZR::brokenWorkingCopyLeavesTheMenusAsStored()
+{
+    m_rig->writeFile(QStringLiteral("ZR.xml"), document(mapping("First", 65)));
+    m_rig->writeFile(QStringLiteral("current.xml"), "<ZR><MAPPING");
+    makePage();
+    press(3);
+    QCOMPARE(m_rig->engine.recorder.lines(), QStringList());
+    QCOMPARE(m_rig->readFile(QStringLiteral("current.xml")), QByteArray("<ZR><MAPPING"));
+}
+
+void tst_DeviceZR::chosenActionActsFromTheNextEvent()
+{
+    makePage();
+    shortCut vertical;
+    vertical.key1 = 68;
+    vertical.key2 = -1;
+    vertical.key3 = -1;
+    vertical.label = QStringLiteral("D");
+    menu(3)->getShorcut(0, vertical);
+    press(3);
+    QCOMPARE(m_rig->engine.recorder.lines(),
+             QStringList({QStringLiteral("key 68 down"), QStringLiteral("key 68 up")}));
+}
+
+void tst_DeviceZR::onlyACapturedShortcutWritesTheWorkingCopy()
+{
+    makePage();
+    menu(3)->loadMidi(0, 1, 60, 100, 0, true, true);
+    QVERIFY(!QFile::exists(m_rig->data.filePath(QStringLiteral("current.xml"))));
+    menu(4)->loadShorcut(0, 17, 90, -1, QStringLiteral("Ctrl + Z"));
+    const QByteArray written = m_rig->readFile(QStringLiteral("current.xml"));
+    QVERIFY(written.contains("software=\"current_map\""));
+    QVERIFY(written.contains("label=\"Ctrl + Z\""));
+    QCOMPARE(written.count("<MAPPING"), 1);
+}
+
+void tst_DeviceZR::whatIsNotKeptIsSaidAndKeptOnRequest()
+{
+    makePage();
+    auto *line = m_page->findChild<QLabel *>(QStringLiteral("notKept"));
+    QVERIFY(line->isHidden());
+    menu(3)->loadMidi(0, 1, 60, 100, 0, true, true);
+    QVERIFY(line->isVisible());
+    QVERIFY(!QFile::exists(m_rig->data.filePath(QStringLiteral("current.xml"))));
+    Q_EMIT line->linkActivated(QStringLiteral("keep"));
+    QVERIFY(line->isHidden());
+    QVERIFY(m_rig->readFile(QStringLiteral("current.xml")).contains("type=\"midi\""));
+}
+
+void tst_DeviceZR::savingTwiceUnderANameListsBothAndDeletingTakesTheFirst()
+{
+    makePage();
+    menu(3)->loadShorcut(0, 65, -1, -1, QStringLiteral("A"));
+    m_page->saveCurrentMap(QStringLiteral("Mine"));
+    menu(3)->loadShorcut(0, 66, -1, -1, QStringLiteral("B"));
+    m_page->saveCurrentMap(QStringLiteral("Mine"));
+    QCOMPARE(customMaps().size(), 2);
+    m_page->deleteMap(QStringLiteral("Mine"));
+    const auto left = customMaps();
+    QCOMPARE(left.size(), 1);
+    QCOMPARE(left.constFirst()->actions[3][0].key1, 66);
+}
+
+void tst_DeviceZR::setMappingActsButWritesNothing()
+{
+    makePage();
+    ZRButtonMap map(QStringLiteral("Other"));
+    map.actions[3][0].key1 = 70;
+    map.actions[3][0].key2 = -1;
+    map.actions[3][0].key3 = -1;
+    m_page->newMap(&map);
+    press(3);
+    QCOMPARE(m_rig->engine.recorder.lines().constFirst(), QStringLiteral("key 70 down"));
+    QVERIFY(!QFile::exists(m_rig->data.filePath(QStringLiteral("current.xml"))));
+    QVERIFY(m_page->findChild<QLabel *>(QStringLiteral("notKept"))->isVisible());
+}
+
+void tst_DeviceZR::versionIsStoredWhenThePageIsBuilt()
+{
+    makePage();
+    QCOMPARE(QSettings().value(QStringLiteral("ZR.ver")).toString(), QStringLiteral("1.10"));
+}
+
+void tst_DeviceZR::startupBoxFollowsTheEntryWheneverThePageShows()
+{
+    makePage();
+    auto *box = m_page->findChild<QCheckBox *>(QString(), Qt::FindDirectChildrenOnly);
+    QVERIFY(!box->isChecked());
+    box->setChecked(true);
+    QVERIFY(m_rig->autostart.exists());
+    m_page->hide();
+    m_rig->autostart.remove(); // by somebody else
+    m_page->show();
+    QVERIFY(!box->isChecked());
+    QVERIFY(!m_rig->autostart.exists());
+}
+
+void tst_DeviceZR::dimmingEndsWhenADialogHides()
+{
+    makePage();
+    auto *dialog = m_page->findChild<SaveDialog *>();
+    dialog->show();
+    QVERIFY(m_page->graphicsEffect() && m_page->graphicsEffect()->isEnabled());
+    dialog->hide();
+    QVERIFY(!m_page->graphicsEffect()->isEnabled());
+}
+
+void tst_DeviceZR::lostDeviceClosesTheDialogs()
+{
+    makePage();
+    auto *dialog = m_page->findChild<SaveDialog *>();
+    dialog->show();
+    QSignalSpy pages(m_page, &DeviceZR::displayControlPanel);
+    Q_EMIT m_serial->portChange(QString());
+    QVERIFY(dialog->isHidden());
+    QCOMPARE(pages.size(), 1);
+    QCOMPARE(pages.constFirst().constFirst().toString(), QString());
+}
+
+void tst_DeviceZR::updateNoticeFollowsTheDownload()
+{
+    makePage();
+    const auto *notice = m_page->findChild<QLabel *>(QStringLiteral("mapNotice"));
+    QVERIFY(notice->isHidden());
+    Q_EMIT m_rig->mapUpdate.updateStarted();
+    QVERIFY(notice->isVisible());
+    QCOMPARE(notice->text(), QStringLiteral("Updating maps"));
+    Q_EMIT m_rig->mapUpdate.dowloadFinished(false);
+    QVERIFY(notice->isHidden());
+    m_rig->writeFile(QStringLiteral("ZR.xml"), document(mapping("New", 65)));
+    Q_EMIT m_rig->mapUpdate.dowloadFinished(true);
+    QVERIFY(notice->isVisible());
+    QCOMPARE(notice->text(), QStringLiteral("New maps available!"));
+    m_page->hide();
+    m_page->show();
+    QVERIFY(notice->isHidden());
+}
+
+void tst_DeviceZR::controlsTellWhatTheyDoInEachLayer()
+{
+    makePage();
+    for (int layer = 0; layer < 3; ++layer) {
+        QVERIFY(!menu(3)->inWords(layer).isEmpty());
+    }
+    for (const QWidget *widget : m_page->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
+        const bool control =
+            qobject_cast<const ComboMenu *>(widget) || qobject_cast<const QSlider *>(widget) ||
+            qobject_cast<const QCheckBox *>(widget) || qobject_cast<const ClickableLabel *>(widget);
+        QVERIFY2(!control || !widget->toolTip().isEmpty(), widget->metaObject()->className());
+    }
+}
+
+void tst_DeviceZR::everyControlHasANameForScreenReaders()
+{
+    makePage();
+    for (const QWidget *widget : m_page->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
+        const bool named = !widget->accessibleName().isEmpty() || qobject_cast<const QLabel *>(widget) ||
+                           qobject_cast<const QCheckBox *>(widget) || widget->focusPolicy() == Qt::NoFocus;
+        QVERIFY2(named, widget->metaObject()->className());
+    }
+}
+
+int main(int argc, char *argv[])
+{
+    const QTemporaryDir home;
+    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+    QCoreApplication::setApplicationName(QStringLiteral("tst_DeviceZR"));
+    QCoreApplication::setOrganizationName(QStringLiteral("tests"));
+    const QApplication application(argc, argv);
+    AppFonts::load();
+    tst_DeviceZR test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_DeviceZR.moc"

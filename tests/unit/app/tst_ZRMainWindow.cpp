@@ -1,0 +1,233 @@
+#include "app/ZRMainWindow.h"
+#include "app/frame/SlidingStackedWidget.h"
+#include "game/GameView.h"
+#include "mapping/SpecialAction.h"
+#include "tests/support/page/PageRig.h"
+
+#include <QApplication>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QScreen>
+#include <QSignalSpy>
+#include <QSystemTrayIcon>
+#include <QtTest>
+
+class tst_ZRMainWindow : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void hasItsSizePlaceAndFlags();
+    void pagesStandInOrder();
+    void closeButtonOnlyHides();
+    void closeButtonHasItsPlaceAndStyle();
+    void trayMenuHasQuitAlone();
+    void trayIconBringsTheWindowBack();
+    void quitEndsTheProgramAlsoWhenHidden();
+    void deviceTurnsTheIndicatorAtOnceAndThePageASecondLater();
+    void unpluggedWithinTheSecondTheSlideStillComes();
+    void chordCallsTheGameAndBack();
+    void anyRequestStopsTheGame();
+    void unknownNameIsIgnoredButStopsTheGame();
+    void unplugSlidesBackAtOnce();
+
+private:
+    SlidingStackedWidget *stack() const { return m_window->findChild<SlidingStackedWidget *>(); }
+    GameView *game() const { return m_window->findChild<GameView *>(); }
+    QString indicator() const
+    {
+        return m_window->findChild<QLabel *>(QStringLiteral("indicator"))->styleSheet();
+    }
+
+    std::unique_ptr<PageRig> m_rig;
+    std::unique_ptr<ZRMainWindow> m_window;
+    SerialProtocol *m_serial = nullptr;
+};
+
+void tst_ZRMainWindow::init()
+{
+    m_rig = std::make_unique<PageRig>();
+    auto serial = PageRig::makeSerial();
+    m_serial = serial.get();
+    m_window = std::make_unique<ZRMainWindow>(
+        std::move(serial),
+        [this](QWidget *parent, SerialProtocol *link, ZRUpdater *updater) {
+            return m_rig->makePage(parent, link, updater);
+        },
+        nullptr);
+    m_window->show();
+}
+
+void tst_ZRMainWindow::cleanup()
+{
+    m_window.reset();
+    m_rig.reset();
+}
+
+void tst_ZRMainWindow::hasItsSizePlaceAndFlags()
+{
+    QCOMPARE(m_window->size(), QSize(900, 650));
+    QCOMPARE(m_window->minimumSize(), QSize(900, 650));
+    QCOMPARE(m_window->maximumSize(), QSize(900, 650));
+    const QRect screen = QGuiApplication::primaryScreen()->geometry();
+    QCOMPARE(m_window->pos(), QPoint((screen.width() - 900) / 2, (screen.height() - 650) / 2));
+    QVERIFY(m_window->windowFlags().testFlag(Qt::FramelessWindowHint));
+    QVERIFY(!m_window->windowIcon().isNull());
+    QCOMPARE(stack()->styleSheet(), QStringLiteral("SlidingStackedWidget {background-color:#5342d9;}"));
+}
+
+void tst_ZRMainWindow::pagesStandInOrder()
+{
+    QCOMPARE(stack()->count(), 3);
+    QCOMPARE(QString::fromLatin1(stack()->widget(0)->metaObject()->className()),
+             QStringLiteral("WelcomeWindow"));
+    QCOMPARE(stack()->widget(1), m_window->devicePage());
+    QCOMPARE(stack()->widget(2), game());
+    QCOMPARE(stack()->currentIndex(), 0);
+}
+
+void tst_ZRMainWindow::closeButtonOnlyHides()
+{
+    QSignalSpy quits(qApp, &QCoreApplication::aboutToQuit);
+    auto *button = m_window->findChild<QPushButton *>(QString(), Qt::FindDirectChildrenOnly);
+    QTest::mouseClick(button, Qt::LeftButton);
+    QVERIFY(m_window->isHidden());
+    QTest::qWait(50);
+    QCOMPARE(quits.size(), 0);
+}
+
+void tst_ZRMainWindow::closeButtonHasItsPlaceAndStyle()
+{
+    const auto *button = m_window->findChild<QPushButton *>(QString(), Qt::FindDirectChildrenOnly);
+    QCOMPARE(button->geometry(), QRect(5, 5, 16, 16));
+    QCOMPARE(button->styleSheet(),
+             QStringLiteral("QPushButton {                          border: none;                          "
+                            "background-image: url(:/icons/close.png);                          "
+                            "background-repeat: none;}                       QPushButton:hover{"
+                            "                          background-image: url(:/icons/close_hover.png);"
+                            "                        }                       QPushButton:pressed{"
+                            "                          background-image: url(:/icons/close_pressed.png);"
+                            "                       }"));
+}
+
+void tst_ZRMainWindow::trayMenuHasQuitAlone()
+{
+    const auto *tray = m_window->findChild<QSystemTrayIcon *>();
+    QCOMPARE(tray->contextMenu()->actions().size(), 1);
+    QCOMPARE(tray->contextMenu()->actions().constFirst()->text(), QStringLiteral("Quit"));
+    QCOMPARE(tray->toolTip(), QString());
+}
+
+void tst_ZRMainWindow::trayIconBringsTheWindowBack()
+{
+    auto *tray = m_window->findChild<QSystemTrayIcon *>();
+    for (const auto reason :
+         {QSystemTrayIcon::Trigger, QSystemTrayIcon::Context, QSystemTrayIcon::MiddleClick}) {
+        m_window->hide();
+        Q_EMIT tray->activated(reason);
+        QVERIFY(m_window->isVisible());
+    }
+}
+
+void tst_ZRMainWindow::quitEndsTheProgramAlsoWhenHidden()
+{
+    QSignalSpy quits(qApp, &QCoreApplication::aboutToQuit);
+    m_window->hide();
+    QTimer::singleShot(0, this, [this] {
+        m_window->findChild<QSystemTrayIcon *>()->contextMenu()->actions().constFirst()->trigger();
+    });
+    QTimer::singleShot(5000, qApp, [] { QCoreApplication::exit(1); });
+    QCOMPARE(QApplication::exec(), 0);
+    QCOMPARE(quits.size(), 1);
+}
+
+void tst_ZRMainWindow::deviceTurnsTheIndicatorAtOnceAndThePageASecondLater()
+{
+    QTest::ignoreMessage(QtInfoMsg, "Set sliding index ZR");
+    Q_EMIT m_serial->portChange(QStringLiteral("ZR"));
+    QVERIFY(indicator().contains(QLatin1String("square-c")));
+    QTest::qWait(850);
+    QVERIFY(!stack()->isSliding());
+    QTRY_COMPARE_WITH_TIMEOUT(stack()->currentIndex(), 1, 2000);
+}
+
+void tst_ZRMainWindow::unpluggedWithinTheSecondTheSlideStillComes()
+{
+    Q_EMIT m_serial->portChange(QStringLiteral("ZR"));
+    QTest::qWait(300);
+    Q_EMIT m_serial->portChange(QString());
+    QVERIFY(!indicator().contains(QLatin1String("square-c")));
+    QCOMPARE(stack()->currentIndex(), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(stack()->currentIndex(), 1, 3000);
+}
+
+void tst_ZRMainWindow::chordCallsTheGameAndBack()
+{
+    shortCut action;
+    action.key1 = SPECIAL_ACTION;
+    for (const int code : {4, 5, 6}) {
+        action.key2 = code;
+        m_rig->engine.dispatcher->setAction(code, 0, action);
+    }
+    for (const int button : {4, 5, 6}) {
+        Q_EMIT m_serial->onButtonpress(button, true);
+    }
+    QVERIFY(!game()->isRunning());
+    QTRY_VERIFY_WITH_TIMEOUT(game()->isRunning(), 2000);
+    QTRY_COMPARE_WITH_TIMEOUT(stack()->currentIndex(), 2, 2000);
+
+    Q_EMIT m_serial->onKnobevent('L');
+    QCOMPARE(game()->game().field().leftPaddle.velocity, -2.0F);
+    Q_EMIT m_serial->onKnobevent('U');
+    QCOMPARE(game()->game().field().leftPaddle.velocity, 0.0F);
+
+    for (const int button : {4, 5, 6}) {
+        Q_EMIT m_serial->onButtonpress(button, false);
+    }
+    Q_EMIT m_serial->onButtonpress(5, true);
+    QVERIFY(!game()->isRunning());
+    QTRY_COMPARE_WITH_TIMEOUT(stack()->currentIndex(), 1, 3000);
+}
+
+void tst_ZRMainWindow::anyRequestStopsTheGame()
+{
+    game()->setRunning(true);
+    m_window->displayControlPanel(QString());
+    QVERIFY(!game()->isRunning());
+}
+
+void tst_ZRMainWindow::unknownNameIsIgnoredButStopsTheGame()
+{
+    game()->setRunning(true);
+    QTest::ignoreMessage(QtInfoMsg, "Set sliding index XY");
+    m_window->displayControlPanel(QStringLiteral("XY"));
+    QVERIFY(!game()->isRunning());
+    QTest::qWait(1200);
+    QCOMPARE(stack()->currentIndex(), 0);
+}
+
+void tst_ZRMainWindow::unplugSlidesBackAtOnce()
+{
+    stack()->setCurrentIndex(1);
+    Q_EMIT m_serial->portChange(QString());
+    QVERIFY(stack()->isSliding());
+    QTRY_COMPARE_WITH_TIMEOUT(stack()->currentIndex(), 0, 2000);
+}
+
+int main(int argc, char *argv[])
+{
+    const QTemporaryDir home;
+    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+    QCoreApplication::setApplicationName(QStringLiteral("tst_ZRMainWindow"));
+    QCoreApplication::setOrganizationName(QStringLiteral("tests"));
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    tst_ZRMainWindow test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_ZRMainWindow.moc"

@@ -1,0 +1,96 @@
+#include "app/frame/ZRDialog.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QtTest>
+
+class tst_ZRDialog : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void hasTwoButtonsOrOne();
+    void aButtonHidesTheDialogAndThenReportsItself();
+    void escapeIsTheSecondButtonWhereThereIsOne();
+    void escapeWithoutASecondButtonDoesNothing();
+    void closingItDoesNotEndTheProgram();
+    void stylesAreThoseOfTheFrame();
+};
+
+void tst_ZRDialog::hasTwoButtonsOrOne()
+{
+    const ZRDialog two(QStringLiteral("Question"), QStringLiteral("OK"), QStringLiteral("Cancel"));
+    QCOMPARE(two.findChildren<QPushButton *>().size(), 2);
+    const ZRDialog one(QStringLiteral("Message"), QStringLiteral("OK"), QString());
+    QCOMPARE(one.findChildren<QPushButton *>().size(), 1);
+    QCOMPARE(one.findChild<QLabel *>(QStringLiteral("title"))->text(), QStringLiteral("Veltrix"));
+    QCOMPARE(one.findChild<QLabel *>(QStringLiteral("message"))->text(), QStringLiteral("Message"));
+}
+
+void tst_ZRDialog::aButtonHidesTheDialogAndThenReportsItself()
+{
+    ZRDialog dialog(QStringLiteral("Question"), QStringLiteral("OK"), QStringLiteral("Cancel"));
+    dialog.show();
+    QStringList order;
+    connect(&dialog, &ZRDialog::onButton1Pressed, this,
+            [&] { order << (dialog.isVisible() ? QStringLiteral("visible") : QStringLiteral("hidden")); });
+    QTest::mouseClick(dialog.findChildren<QPushButton *>().at(0), Qt::LeftButton);
+    QCOMPARE(order, QStringList{QStringLiteral("hidden")});
+
+    dialog.show();
+    QSignalSpy second(&dialog, &ZRDialog::onButton2Pressed);
+    QTest::mouseClick(dialog.findChildren<QPushButton *>().at(1), Qt::LeftButton);
+    QCOMPARE(second.size(), 1);
+    QVERIFY(!dialog.isVisible());
+}
+
+void tst_ZRDialog::escapeIsTheSecondButtonWhereThereIsOne()
+{
+    ZRDialog dialog(QStringLiteral("Question"), QStringLiteral("OK"), QStringLiteral("Cancel"));
+    dialog.show();
+    QSignalSpy second(&dialog, &ZRDialog::onButton2Pressed);
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    QCOMPARE(second.size(), 1);
+    QVERIFY(!dialog.isVisible());
+}
+
+void tst_ZRDialog::escapeWithoutASecondButtonDoesNothing()
+{
+    ZRDialog dialog(QStringLiteral("Message"), QStringLiteral("OK"), QString());
+    dialog.show();
+    QSignalSpy first(&dialog, &ZRDialog::onButton1Pressed);
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(first.size(), 0);
+    QTest::keyClick(&dialog, Qt::Key_Return);
+    QCOMPARE(first.size(), 1);
+}
+
+void tst_ZRDialog::closingItDoesNotEndTheProgram()
+{
+    const ZRDialog dialog(QStringLiteral("Message"), QStringLiteral("OK"), QString());
+    QVERIFY(!dialog.testAttribute(Qt::WA_QuitOnClose));
+}
+
+void tst_ZRDialog::stylesAreThoseOfTheFrame()
+{
+    const ZRDialog dialog(QStringLiteral("Message"), QStringLiteral("OK"), QString());
+    QCOMPARE(dialog.styleSheet(), QStringLiteral("background-color: #ffffff;"));
+    QCOMPARE(dialog.findChild<QLabel *>(QStringLiteral("message"))->styleSheet(),
+             QStringLiteral("QLabel {color: #2d2d2d; background-color: #f9f9f9; border: 1px solid #eaeaea;"
+                            "border-radius: 2px;}"));
+    QCOMPARE(dialog.findChild<QLabel *>(QStringLiteral("title"))->styleSheet(),
+             QStringLiteral("QLabel { color: #2d2d2d;}"));
+    QCOMPARE(
+        dialog.findChild<QPushButton *>()->styleSheet(),
+        QStringLiteral(
+            "QPushButton {background-color: #5342d9;border: 1px #5342d9;border-radius: 2px;color: #ffffff;}"
+            "QPushButton:focus:pressed {background-color: #313f94;border: 1px #313f94;border-radius: 2px;"
+            "color: #ffffff;}QPushButton:disabled {background-color: #7489e5;border: 1px #7489e5;"
+            "border-radius: 2px;color: #ffffff;}QPushButton:hover {background-color: #3549c6;"
+            "border: 1px #3549c6;border-radius: 2px;color: #ffffff;}"));
+}
+
+QTEST_MAIN(tst_ZRDialog)
+#include "tst_ZRDialog.moc"

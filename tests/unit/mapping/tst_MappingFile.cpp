@@ -1,0 +1,388 @@
+#include "MappingFixtures.h"
+#include "mapping/MappingFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <array>
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+
+// Permissions do not bind the superuser: the tests of them run as somebody else then.
+class Unprivileged
+{
+    Q_DISABLE_COPY_MOVE(Unprivileged)
+
+public:
+    Unprivileged()
+    {
+        constexpr uid_t nobody = 65534;
+        // The real one too, which access() asks for; the saved one leads back.
+        if (m_superuser && setresuid(nobody, nobody, 0) != 0) {
+            qFatal("the user cannot be changed");
+        }
+    }
+    ~Unprivileged()
+    {
+        if (m_superuser && setresuid(0, 0, 0) != 0) {
+            qFatal("the user cannot be changed back");
+        }
+    }
+
+private:
+    const bool m_superuser = geteuid() == 0;
+};
+
+// A full disk, as far as a write can tell.
+class SmallFilesOnly
+{
+    Q_DISABLE_COPY_MOVE(SmallFilesOnly)
+
+public:
+    explicit SmallFilesOnly(rlim_t bytes)
+    {
+        m_handler = std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        rlimit limit = m_before;
+        limit.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~SmallFilesOnly()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+
+private:
+    rlimit m_before{};
+    void (*m_handler)(int) = nullptr;
+};
+
+unsigned modeOf(const QString &path)
+{
+    struct stat status {
+    };
+    if (stat(QFile::encodeName(path).constData(), &status) != 0) {
+        qFatal("%s cannot be examined", qPrintable(path));
+    }
+    return status.st_mode & 07777U;
+}
+
+void setMode(const QString &path, mode_t mode)
+{
+    if (chmod(QFile::encodeName(path).constData(), mode) != 0) {
+        qFatal("%s keeps its mode", qPrintable(path));
+    }
+}
+
+void makeLink(const QString &target, const QString &link)
+{
+    if (symlink(QFile::encodeName(target).constData(), QFile::encodeName(link).constData()) != 0) {
+        qFatal("%s cannot be linked", qPrintable(link));
+    }
+}
+
+QString targetOf(const QString &link)
+{
+    std::array<char, 4096> target{};
+    const ssize_t length = readlink(QFile::encodeName(link).constData(), target.data(), target.size());
+    return length < 0 ? QString() : QFile::decodeName(QByteArray(target.data(), static_cast<int>(length)));
+}
+
+} // namespace
+
+class tst_MappingFile : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void aFileIsReadWhole();
+    void aMissingFileIsNoFailure();
+    void whatIsNoRegularFileIsRefused_data();
+    void whatIsNoRegularFileIsRefused();
+    void anUnreadableFileIsRefused();
+    void aFileAboveTheLimitIsRefused();
+    void aFileAtTheLimitIsRead();
+
+    void aMissingFileIsCreated();
+    void anExistingFileIsReplacedNotOverwritten();
+    void permissionsAreKept_data();
+    void permissionsAreKept();
+    void aSymbolicLinkStaysAndItsTargetIsReplaced_data();
+    void aSymbolicLinkStaysAndItsTargetIsReplaced();
+    void linksToLinksAllStay();
+    void aDanglingLinkGetsItsTarget();
+    void linksInACircleFail();
+    void aFullDiskLeavesTheOldFile_data();
+    void aFullDiskLeavesTheOldFile();
+    void aDirectoryThatCannotBeWrittenLeavesTheOldFile();
+    void aFileThatMustNotBeWrittenIsNotReplaced();
+    void aDirectoryIsNotReplaced();
+    void moreThanTheLimitIsNotWritten();
+
+private:
+    QString path(const char *name = "file.xml") const { return m_directory->filePath(QLatin1String(name)); }
+    QStringList names() const
+    {
+        return QDir(m_directory->path())
+            .entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    QString m_reason;
+};
+
+void tst_MappingFile::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    setMode(m_directory->path(), 0777);
+    m_reason.clear();
+}
+
+void tst_MappingFile::aFileIsReadWhole()
+{
+    const QByteArray content("\0\n\r\n\xFF", 5);
+    writeFile(path(), content);
+    const MappingFile::ReadResult result = MappingFile::read(path());
+    QVERIFY(result.status == MappingFile::Status::Read);
+    QCOMPARE(result.bytes, content);
+    QVERIFY(result.reason.isEmpty());
+}
+
+void tst_MappingFile::aMissingFileIsNoFailure()
+{
+    QVERIFY(MappingFile::read(path()).status == MappingFile::Status::Missing);
+    QVERIFY(MappingFile::read(path("no/such/folder")).status == MappingFile::Status::Missing);
+    makeLink(QStringLiteral("nowhere"), path("link"));
+    QVERIFY(MappingFile::read(path("link")).status == MappingFile::Status::Missing);
+}
+
+void tst_MappingFile::whatIsNoRegularFileIsRefused_data()
+{
+    QTest::addColumn<QString>("kind");
+    for (const char *kind : {"directory", "pipe", "link to a pipe", "/dev/zero", "/dev/null"}) {
+        QTest::newRow(kind) << QString::fromLatin1(kind);
+    }
+}
+
+void tst_MappingFile::whatIsNoRegularFileIsRefused()
+{
+    QFETCH(QString, kind);
+    QString target = path();
+    if (kind == QLatin1String("directory")) {
+        QVERIFY(QDir().mkdir(target));
+    } else if (kind.startsWith(QLatin1String("/dev/"))) {
+        target = kind;
+    } else {
+        QCOMPARE(mkfifo(QFile::encodeName(path("pipe")).constData(), 0666), 0);
+        target = path("pipe");
+        if (kind.startsWith(QLatin1String("link"))) {
+            makeLink(QStringLiteral("pipe"), path());
+            target = path();
+        }
+    }
+    const MappingFile::ReadResult result = MappingFile::read(target);
+    QVERIFY(result.status == MappingFile::Status::Refused);
+    QCOMPARE(result.reason, QStringLiteral("not a regular file"));
+}
+
+void tst_MappingFile::anUnreadableFileIsRefused()
+{
+    writeFile(path(), "secret");
+    setMode(path(), 0);
+    const Unprivileged user;
+    const MappingFile::ReadResult result = MappingFile::read(path());
+    QVERIFY(result.status == MappingFile::Status::Refused);
+    QCOMPARE(result.reason, QStringLiteral("Permission denied"));
+}
+
+void tst_MappingFile::aFileAboveTheLimitIsRefused()
+{
+    QFile file(path());
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QVERIFY(file.resize(MappingFile::maximumSize + 1));
+    const MappingFile::ReadResult result = MappingFile::read(path());
+    QVERIFY(result.status == MappingFile::Status::Refused);
+    QCOMPARE(result.reason, QStringLiteral("larger than 64 MiB"));
+    QVERIFY(result.bytes.isEmpty());
+}
+
+void tst_MappingFile::aFileAtTheLimitIsRead()
+{
+    QFile file(path());
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QVERIFY(file.resize(MappingFile::maximumSize));
+    const MappingFile::ReadResult result = MappingFile::read(path());
+    QVERIFY(result.status == MappingFile::Status::Read);
+    QCOMPARE(qint64(result.bytes.size()), MappingFile::maximumSize);
+}
+
+void tst_MappingFile::aMissingFileIsCreated()
+{
+    QVERIFY(MappingFile::replace(path(), "new", &m_reason));
+    QCOMPARE(contentOf(path()), QByteArray("new"));
+    QCOMPARE(names(), QStringList(QStringLiteral("file.xml")));
+}
+
+void tst_MappingFile::anExistingFileIsReplacedNotOverwritten()
+{
+    writeFile(path(), "old and longer");
+    QFile old(path());
+    QVERIFY(old.open(QIODevice::ReadOnly));
+    QVERIFY(MappingFile::replace(path(), "new", &m_reason));
+    QCOMPARE(contentOf(path()), QByteArray("new"));
+    // Whoever has the old file open, or a machine that crashes now, still has all of it.
+    QCOMPARE(old.readAll(), QByteArray("old and longer"));
+    QCOMPARE(names(), QStringList(QStringLiteral("file.xml")));
+}
+
+void tst_MappingFile::permissionsAreKept_data()
+{
+    QTest::addColumn<unsigned>("mode");
+    for (const unsigned mode : {0600U, 0640U, 0644U, 0666U, 0700U, 0604U}) {
+        QTest::newRow(QByteArray::number(mode, 8).constData()) << mode;
+    }
+}
+
+void tst_MappingFile::permissionsAreKept()
+{
+    QFETCH(unsigned, mode);
+    writeFile(path(), "old");
+    setMode(path(), mode);
+    QVERIFY(MappingFile::replace(path(), "new", &m_reason));
+    QCOMPARE(modeOf(path()), mode);
+}
+
+void tst_MappingFile::aSymbolicLinkStaysAndItsTargetIsReplaced_data()
+{
+    QTest::addColumn<bool>("relative");
+    QTest::newRow("relative") << true;
+    QTest::newRow("absolute") << false;
+}
+
+void tst_MappingFile::aSymbolicLinkStaysAndItsTargetIsReplaced()
+{
+    QFETCH(bool, relative);
+    QVERIFY(QDir(m_directory->path()).mkdir(QStringLiteral("elsewhere")));
+    writeFile(path("elsewhere/real.xml"), "old");
+    setMode(path("elsewhere/real.xml"), 0640);
+    const QString target = relative ? QStringLiteral("elsewhere/real.xml") : path("elsewhere/real.xml");
+    makeLink(target, path());
+    QVERIFY(MappingFile::replace(path(), "new", &m_reason));
+    QCOMPARE(targetOf(path()), target);
+    QCOMPARE(contentOf(path("elsewhere/real.xml")), QByteArray("new"));
+    QCOMPARE(modeOf(path("elsewhere/real.xml")), 0640U);
+    QCOMPARE(MappingFile::read(path()).bytes, QByteArray("new"));
+}
+
+void tst_MappingFile::linksToLinksAllStay()
+{
+    QVERIFY(QDir(m_directory->path()).mkdir(QStringLiteral("elsewhere")));
+    writeFile(path("elsewhere/real.xml"), "old");
+    makeLink(QStringLiteral("real.xml"), path("elsewhere/inner.xml"));
+    makeLink(QStringLiteral("elsewhere/inner.xml"), path());
+    QVERIFY(MappingFile::replace(path(), "new", &m_reason));
+    QCOMPARE(targetOf(path()), QStringLiteral("elsewhere/inner.xml"));
+    QCOMPARE(targetOf(path("elsewhere/inner.xml")), QStringLiteral("real.xml"));
+    QCOMPARE(contentOf(path("elsewhere/real.xml")), QByteArray("new"));
+}
+
+void tst_MappingFile::aDanglingLinkGetsItsTarget()
+{
+    makeLink(QStringLiteral("real.xml"), path());
+    QVERIFY(MappingFile::replace(path(), "new", &m_reason));
+    QCOMPARE(targetOf(path()), QStringLiteral("real.xml"));
+    QCOMPARE(contentOf(path("real.xml")), QByteArray("new"));
+}
+
+void tst_MappingFile::linksInACircleFail()
+{
+    makeLink(QStringLiteral("b"), path("a"));
+    makeLink(QStringLiteral("a"), path("b"));
+    QVERIFY(MappingFile::read(path("a")).status == MappingFile::Status::Missing);
+    QVERIFY(!MappingFile::replace(path("a"), "new", &m_reason));
+    QVERIFY(!m_reason.isEmpty());
+    QCOMPARE(targetOf(path("a")), QStringLiteral("b"));
+}
+
+void tst_MappingFile::aFullDiskLeavesTheOldFile_data()
+{
+    QTest::addColumn<int>("limit");
+    QTest::addColumn<int>("size");
+    QTest::newRow("nothing fits, small document") << 0 << 100;
+    QTest::newRow("a part fits, small document") << 50 << 100;
+    QTest::newRow("a part fits, large document") << 100000 << 1000000;
+    QTest::newRow("all but one byte") << 999999 << 1000000;
+}
+
+void tst_MappingFile::aFullDiskLeavesTheOldFile()
+{
+    QFETCH(int, limit);
+    QFETCH(int, size);
+    writeFile(path(), "old");
+    bool replaced = true;
+    {
+        const SmallFilesOnly full(static_cast<rlim_t>(limit));
+        replaced = MappingFile::replace(path(), QByteArray(size, 'n'), &m_reason);
+    }
+    QVERIFY(!replaced);
+    QVERIFY(!m_reason.isEmpty());
+    QCOMPARE(contentOf(path()), QByteArray("old"));
+    QCOMPARE(names(), QStringList(QStringLiteral("file.xml"))); // nothing half-written stays behind
+}
+
+void tst_MappingFile::aDirectoryThatCannotBeWrittenLeavesTheOldFile()
+{
+    writeFile(path(), "old");
+    setMode(path(), 0666);
+    setMode(m_directory->path(), 0555);
+    bool replaced = true;
+    {
+        const Unprivileged user;
+        replaced = MappingFile::replace(path(), "new", &m_reason);
+    }
+    setMode(m_directory->path(), 0777);
+    QVERIFY(!replaced);
+    QVERIFY(!m_reason.isEmpty());
+    QCOMPARE(contentOf(path()), QByteArray("old"));
+}
+
+void tst_MappingFile::aFileThatMustNotBeWrittenIsNotReplaced()
+{
+    writeFile(path(), "old");
+    setMode(path(), 0444);
+    const Unprivileged user;
+    QVERIFY(!MappingFile::replace(path(), "new", &m_reason));
+    QVERIFY(!m_reason.isEmpty());
+    QCOMPARE(contentOf(path()), QByteArray("old"));
+}
+
+void tst_MappingFile::aDirectoryIsNotReplaced()
+{
+    QVERIFY(QDir().mkdir(path()));
+    QVERIFY(!MappingFile::replace(path(), "new", &m_reason));
+    QVERIFY(!m_reason.isEmpty());
+    QVERIFY(QFileInfo(path()).isDir());
+}
+
+void tst_MappingFile::moreThanTheLimitIsNotWritten()
+{
+    writeFile(path(), "old");
+    const QByteArray large(static_cast<int>(MappingFile::maximumSize) + 1, 'n');
+    QVERIFY(!MappingFile::replace(path(), large, &m_reason));
+    QCOMPARE(m_reason, QStringLiteral("larger than 64 MiB"));
+    QCOMPARE(contentOf(path()), QByteArray("old"));
+}
+
+QTEST_GUILESS_MAIN(tst_MappingFile)
+#include "tst_MappingFile.moc"

@@ -1,0 +1,109 @@
+#include "midi/MidiSystem.h"
+#include "tests/support/log/LogCapture.h"
+#include "tests/support/midi/FakeMidiBackend.h"
+
+#include <QtTest>
+
+class tst_MidiSystem : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_first = std::make_shared<FakeMidi>();
+        m_second = std::make_shared<FakeMidi>();
+        m_firstThrows = false;
+        m_log = std::make_unique<LogCapture>();
+    }
+
+    void cleanup() { m_log.reset(); }
+
+    void theDefaultSystemIsTakenWhenItHasPorts()
+    {
+        m_first->ports = {"a"};
+        m_second->ports = {"b"};
+        const auto backend = choose();
+        QCOMPARE(backend->portName(0), std::string("a"));
+        QCOMPARE(m_opened, QStringList(QStringLiteral("first")));
+        QCOMPARE(m_log->lines(), QStringList(QStringLiteral("MIDI output goes through first")));
+    }
+
+    void theNextOneIsTakenWhenTheDefaultCannotBeMade()
+    {
+        m_firstThrows = true;
+        m_second->ports = {"b"};
+        const auto backend = choose();
+        QCOMPARE(backend->portName(0), std::string("b"));
+        QCOMPARE(m_log->lines(), QStringList({QStringLiteral("first: no such device"),
+                                              QStringLiteral("MIDI output goes through second")}));
+    }
+
+    void theNextOneIsTakenWhenTheDefaultIsNotThere()
+    {
+        m_first.reset();
+        m_second->ports = {"b"};
+        QCOMPARE(choose()->portName(0), std::string("b"));
+    }
+
+    void theNextOneIsTakenWhenTheDefaultHasNoPorts()
+    {
+        m_second->ports = {"b"};
+        const auto backend = choose();
+        QCOMPARE(backend->portName(0), std::string("b"));
+        QCOMPARE(m_first->destroyed, 1);
+    }
+
+    void theDefaultStaysWhenNoSystemHasPorts()
+    {
+        const auto backend = choose();
+        QVERIFY(backend != nullptr);
+        QCOMPARE(m_first->destroyed, 0);
+        QCOMPARE(m_second->destroyed, 1);
+        QCOMPARE(m_log->lines(), QStringList(QStringLiteral("MIDI output goes through first")));
+    }
+
+    void aSystemThatFailsToListItsPortsIsClosed()
+    {
+        m_first->fail["portCount"] = {1, 100};
+        m_second->ports = {"b"};
+        QCOMPARE(choose()->portName(0), std::string("b"));
+        QCOMPARE(m_first->destroyed, 1);
+    }
+
+    void withoutAnySystemThatIsSaidOnce()
+    {
+        m_first.reset();
+        m_second.reset();
+        QVERIFY(choose() == nullptr);
+        QCOMPARE(m_log->lines(), QStringList(QStringLiteral("MIDI output is off: no MIDI system works")));
+    }
+
+private:
+    std::unique_ptr<MidiBackend> choose()
+    {
+        m_opened.clear();
+        return openFirstWorking(QStringLiteral("MIDI output"),
+                                {{QStringLiteral("first"),
+                                  [this]() -> std::unique_ptr<MidiBackend> {
+                                      m_opened.append(QStringLiteral("first"));
+                                      if (m_firstThrows) {
+                                          throw std::runtime_error("no such device");
+                                      }
+                                      return m_first ? std::make_unique<FakeMidiBackend>(m_first) : nullptr;
+                                  }},
+                                 {QStringLiteral("second"), [this]() -> std::unique_ptr<MidiBackend> {
+                                      m_opened.append(QStringLiteral("second"));
+                                      return m_second ? std::make_unique<FakeMidiBackend>(m_second) : nullptr;
+                                  }}});
+    }
+
+    std::shared_ptr<FakeMidi> m_first;
+    std::shared_ptr<FakeMidi> m_second;
+    bool m_firstThrows = false;
+    QStringList m_opened;
+    std::unique_ptr<LogCapture> m_log;
+};
+
+QTEST_GUILESS_MAIN(tst_MidiSystem)
+#include "tst_MidiSystem.moc"

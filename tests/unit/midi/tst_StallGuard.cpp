@@ -1,0 +1,259 @@
+#include "midi/StallGuard.h"
+#include "tests/support/log/LogCapture.h"
+#include "tests/support/midi/FakeMidiBackend.h"
+
+#include <QElapsedTimer>
+#include <QtTest>
+
+#include <atomic>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+
+using namespace std::chrono_literals;
+
+namespace
+{
+
+/// A server: calls that need it wait while it stands still.
+struct Server {
+    std::mutex mutex;
+    std::condition_variable moved;
+    bool still = false;
+    std::atomic<bool> gone{false};
+    std::atomic<quint32> cycles{0};
+    std::atomic<int> backends{0};
+    std::atomic<int> watches{0};
+    std::thread::id lastCaller;
+
+    void answer()
+    {
+        std::unique_lock lock(mutex);
+        moved.wait(lock, [this] { return !still; });
+        lastCaller = std::this_thread::get_id();
+    }
+    void stall(bool on)
+    {
+        const std::lock_guard lock(mutex);
+        still = on;
+        moved.notify_all();
+    }
+};
+
+class Watch final : public ServerWatch
+{
+public:
+    explicit Watch(Server &server)
+        : m_server(server)
+    {
+        ++m_server.watches;
+    }
+    ~Watch() override { --m_server.watches; }
+    bool isGone() const override { return m_server.gone; }
+    quint32 cycles() const override { return m_server.cycles; }
+
+private:
+    Server &m_server;
+};
+
+class Backend final : public MidiBackend
+{
+public:
+    Backend(Server &server, std::shared_ptr<FakeMidi> midi)
+        : m_server(server)
+        , m_fake(std::move(midi))
+    {
+        m_server.answer();
+        ++m_server.backends;
+    }
+    ~Backend() override
+    {
+        m_server.answer();
+        if (m_server.watches == 0) {
+            qFatal("the watch went before the backend");
+        }
+        --m_server.backends;
+    }
+    unsigned int portCount() override { return m_fake.portCount(); }
+    std::string portName(unsigned int index) override { return m_fake.portName(index); }
+    void openPort(unsigned int index, const std::string &name) override
+    {
+        m_server.answer();
+        m_fake.openPort(index, name);
+    }
+    void closePort() override
+    {
+        m_server.answer();
+        m_fake.closePort();
+    }
+    void sendMessage(const std::vector<unsigned char> &message) override { m_fake.sendMessage(message); }
+    void setCallback(Callback callback) override { m_fake.setCallback(std::move(callback)); }
+
+private:
+    Server &m_server;
+    FakeMidiBackend m_fake;
+};
+
+} // namespace
+
+class tst_StallGuard : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_server = std::make_unique<Server>();
+        m_midi = std::make_shared<FakeMidi>();
+        m_midi->ports = {"a", "b"};
+        m_log = std::make_unique<LogCapture>();
+    }
+
+    void cleanup() { m_log.reset(); }
+
+    void passesCallsOn()
+    {
+        const auto guard = create();
+        QVERIFY(guard != nullptr);
+        QCOMPARE(guard->portCount(), 2U);
+        QCOMPARE(guard->portName(1), std::string("b"));
+        guard->openPort(1, "RtMidi");
+        QCOMPARE(m_midi->openedAs, std::string("RtMidi"));
+        QVERIFY(guard->isAlive());
+        QVERIFY(guard->hasRoomFor(3));
+        guard->sendMessage({1, 2, 3});
+        QCOMPARE(m_midi->sent, (std::vector<std::vector<unsigned char>>{{1, 2, 3}}));
+        guard->closePort();
+        QCOMPARE(m_midi->calls["closePort"], 1);
+        QCOMPARE(m_log->lines(), QStringList());
+    }
+
+    void errorsArriveAtTheCaller()
+    {
+        m_midi->fail["openPort"] = {1, 1};
+        const auto guard = create();
+        QVERIFY_EXCEPTION_THROWN(guard->openPort(0, "RtMidi"), std::runtime_error);
+        QVERIFY(guard->isAlive());
+        QVERIFY_EXCEPTION_THROWN(
+            StallGuard::create([]() -> StallGuard::Guarded { throw std::runtime_error("no"); }),
+            std::runtime_error);
+    }
+
+    void withoutAServerThereIsNoGuard()
+    {
+        QVERIFY(StallGuard::create([] { return StallGuard::Guarded{}; }) == nullptr);
+        QCOMPARE(m_log->lines(), QStringList());
+    }
+
+    void aServerThatStandsStillAtTheStartIsGivenUp()
+    {
+        m_server->stall(true);
+        const QElapsedTimer timer = started();
+        QVERIFY(create() == nullptr);
+        QVERIFY(timer.elapsed() < 5000);
+        QCOMPARE(m_log->lines(), QStringList(QStringLiteral("the MIDI server does not answer")));
+
+        // When it goes on after all, what was made meanwhile is not left behind.
+        m_server->stall(false);
+        QTRY_COMPARE(m_server->watches.load(), 0);
+        QCOMPARE(m_server->backends.load(), 0);
+    }
+
+    void aServerThatStandsStillWhileOpeningCountsAsGone()
+    {
+        auto guard = create();
+        m_server->stall(true);
+        // Read below; the analyser does not see past the exceptions.
+        const QElapsedTimer timer = started(); // NOLINT(clang-analyzer-deadcode.DeadStores)
+        QVERIFY_EXCEPTION_THROWN(guard->openPort(0, "RtMidi"), std::runtime_error);
+        QVERIFY(!guard->isAlive());
+        QVERIFY(!guard->hasRoomFor(1));
+        QVERIFY_EXCEPTION_THROWN(guard->portCount(), std::runtime_error);
+        guard.reset();
+        QVERIFY(timer.elapsed() < 5000);
+        QCOMPARE(m_server->backends.load(), 1); // still held by the call under way
+        m_server->stall(false);
+        QTRY_COMPARE(m_server->watches.load(), 0);
+        QCOMPARE(m_server->backends.load(), 0);
+    }
+
+    void aServerThatStandsStillWhileClosingIsLeftBehind()
+    {
+        auto guard = create();
+        guard->openPort(0, "RtMidi");
+        m_server->stall(true);
+        const QElapsedTimer timer = started();
+        guard.reset();
+        QVERIFY(timer.elapsed() < 5000);
+        QCOMPARE(m_log->lines(), QStringList(QStringLiteral(
+                                     "the MIDI server does not answer; its connection is left behind")));
+        m_server->stall(false);
+        QTRY_COMPARE(m_server->watches.load(), 0);
+    }
+
+    void closingWaitsForAServerThatAnswers()
+    {
+        auto guard = create();
+        guard.reset();
+        QCOMPARE(m_server->backends.load(), 0);
+        QCOMPARE(m_server->watches.load(), 0);
+    }
+
+    void roomLastsOnlyAsLongAsTheServerCycles()
+    {
+        const auto guard = create();
+        int taken = 0;
+        while (guard->hasRoomFor(3) && taken < 100000) {
+            guard->sendMessage({1, 2, 3});
+            ++taken;
+        }
+        // 16 KiB, of which each message takes seven bytes.
+        QVERIFY2(taken > 1000 && taken * 7 < 16384, qPrintable(QString::number(taken)));
+        m_server->cycles += 3;
+        QVERIFY(!guard->hasRoomFor(3));
+        m_server->cycles += 3;
+        QVERIFY(guard->hasRoomFor(3));
+    }
+
+    void aServerThatHasGoneIsNoticed()
+    {
+        const auto guard = create();
+        m_server->gone = true;
+        QVERIFY(!guard->isAlive());
+        QVERIFY(!guard->hasRoomFor(3));
+    }
+
+    void onlySendingStaysOnTheCallersThread()
+    {
+        const auto guard = create();
+        guard->openPort(0, "RtMidi");
+        QVERIFY(m_server->lastCaller != std::this_thread::get_id());
+    }
+
+private:
+    std::unique_ptr<StallGuard> create()
+    {
+        return StallGuard::create(
+            [server = m_server.get(), midi = m_midi] {
+                StallGuard::Guarded guarded;
+                guarded.watch = std::make_unique<Watch>(*server);
+                guarded.backend = std::make_unique<Backend>(*server, midi);
+                return guarded;
+            },
+            200ms);
+    }
+
+    static QElapsedTimer started()
+    {
+        QElapsedTimer timer;
+        timer.start();
+        return timer;
+    }
+
+    std::unique_ptr<Server> m_server;
+    std::shared_ptr<FakeMidi> m_midi;
+    std::unique_ptr<LogCapture> m_log;
+};
+
+QTEST_GUILESS_MAIN(tst_StallGuard)
+#include "tst_StallGuard.moc"

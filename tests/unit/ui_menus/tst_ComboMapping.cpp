@@ -1,0 +1,467 @@
+#include "tests/support/log/LogCapture.h"
+#include "tests/unit/ui_menus/PopUp.h"
+#include "ui/ComboMapping.h"
+#include "ui/SaveDialog.h"
+
+#include <QGraphicsEffect>
+#include <QLabel>
+#include <QPointer>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <memory>
+
+namespace
+{
+
+const QString setText = QStringLiteral("Set");
+const QString deleteText = QStringLiteral("Delete");
+const QString examples = QStringLiteral("Examples");
+const QString custom = QStringLiteral("Custom");
+
+QList<ZRButtonMap *> maps(const QStringList &names)
+{
+    QList<ZRButtonMap *> list;
+    for (const QString &name : names) {
+        list.append(new ZRButtonMap(name));
+    }
+    return list;
+}
+
+} // namespace
+
+class tst_ComboMapping : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void theBarLooksAsItShould();
+    void theMenuHasItsEntriesInOrder();
+    void aLibraryFillsExamplesAndLeavesCustomAlone();
+    void customMappingsCanBeDeletedToo();
+    void entriesCarryIndexAndType();
+    void aNewListReplacesTheEntriesCompletely();
+    void setEmitsTheMappingOfItsPlace();
+    void deleteEmitsTheNameOfItsMapping();
+    void namesAndTranslationsDecideNothing();
+    void namesAreShownAsTheyAre();
+    void saveOpensTheDialogAndItsNameIsPassedOn();
+    void theDefaultIsSelectedOnlyInsideTheList_data();
+    void theDefaultIsSelectedOnlyInsideTheList();
+    void aListThatArrivesWhileTheMenuIsOpenWaits();
+    void ofTwoListsThatArriveWhileTheMenuIsOpenTheLastCounts();
+    void aListMayArriveInsideASlotOfNewMap();
+    void aListMayArriveInsideASlotOfDeleteMap();
+    void theListsAreOwned();
+    void theSelectorMayGoWhileItsMenuIsOpen();
+    void theBarIsDimmedWhileItsMenuIsOpen();
+    void theKeyboardAndTheMouseOpenTheMenu();
+    void theLogSaysWhatArrivedAndWhatWasChosen();
+    void aThousandMappingsKeepTheirOrder();
+
+private:
+    QMenu *menu() { return m_selector->findChild<QMenu *>(); }
+    QMenu *openMenu(const std::function<void(QMenu &)> &look);
+    QStringList entriesOf(const QString &submenu);
+
+    std::unique_ptr<QWidget> m_page;
+    ComboMapping *m_selector = nullptr;
+};
+
+void tst_ComboMapping::init()
+{
+    m_page = std::make_unique<QWidget>();
+    m_page->resize(900, 650);
+    m_selector = new ComboMapping(m_page.get());
+    m_page->show();
+}
+
+void tst_ComboMapping::cleanup()
+{
+    m_page.reset();
+}
+
+// The menu has no parent: it is only to be had while it is open.
+QMenu *tst_ComboMapping::openMenu(const std::function<void(QMenu &)> &look)
+{
+    PopUp::whenOpen([look] { look(*PopUp::active()); });
+    m_selector->dislayMenu();
+    return nullptr;
+}
+
+// Each mapping as "name: entries".
+QStringList tst_ComboMapping::entriesOf(const QString &submenu)
+{
+    QStringList list;
+    openMenu([&](QMenu &top) {
+        QMenu *sub = PopUp::entry(top, submenu)->menu();
+        const QList<QAction *> actions = sub->actions();
+        for (QAction *action : actions) {
+            list.append(action->isSeparator() ? QStringLiteral("-")
+                                              : action->text() + QLatin1String(": ") +
+                                                    PopUp::texts(*action->menu()).join(QLatin1Char(' ')));
+        }
+    });
+    return list;
+}
+
+void tst_ComboMapping::theBarLooksAsItShould()
+{
+    QCOMPARE(m_selector->size(), QSize(160, 51));
+    QStringList sheets;
+    QLabel *title = nullptr;
+    const QList<QLabel *> labels = m_selector->findChildren<QLabel *>();
+    for (QLabel *label : labels) {
+        sheets.append(label->styleSheet());
+        if (!label->text().isEmpty()) {
+            title = label;
+        }
+    }
+    QCOMPARE(sheets,
+             (QStringList{QStringLiteral("background-color: rgb(73, 90, 232)"),
+                          QStringLiteral("background-image: url(:/icons/comboarrow.png);"),
+                          QStringLiteral(
+                              "QLabel { color : rgba(255,255,255,1);  background-color: rgba(0,0,0,0);}")}));
+    QVERIFY(title);
+    QCOMPARE(title->text(), QStringLiteral("Mapping"));
+    QCOMPARE(title->font().family(), QStringLiteral("Segoe UI"));
+    QCOMPARE(title->font().pointSize(), 12);
+    QCOMPARE(title->font().weight(), int(QFont::Normal));
+    QCOMPARE(title->alignment(), Qt::AlignCenter);
+    QVERIFY(!m_selector->accessibleName().isEmpty());
+    QVERIFY(!m_selector->toolTip().isEmpty());
+}
+
+void tst_ComboMapping::theMenuHasItsEntriesInOrder()
+{
+    QStringList entries;
+    openMenu([&](QMenu &top) { entries = PopUp::texts(top); });
+    QCOMPARE(entries, (QStringList{examples, QStringLiteral("-"), custom, QStringLiteral("-"),
+                                   QStringLiteral("Save"), QStringLiteral("-")}));
+}
+
+void tst_ComboMapping::aLibraryFillsExamplesAndLeavesCustomAlone()
+{
+    m_selector->newMapListReady(maps({QStringLiteral("mine")}), true, 0);
+    m_selector->newMapListReady(maps({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}), false,
+                                1);
+    QCOMPARE(entriesOf(examples),
+             (QStringList{QStringLiteral("a: Set"), QStringLiteral("-"), QStringLiteral("b: Set"),
+                          QStringLiteral("-"), QStringLiteral("c: Set"), QStringLiteral("-")}));
+    QCOMPARE(entriesOf(custom), (QStringList{QStringLiteral("mine: Set - Delete"), QStringLiteral("-")}));
+}
+
+void tst_ComboMapping::customMappingsCanBeDeletedToo()
+{
+    m_selector->newMapListReady(maps({QStringLiteral("a"), QStringLiteral("b")}), true, 0);
+    QCOMPARE(entriesOf(custom), (QStringList{QStringLiteral("a: Set - Delete"), QStringLiteral("-"),
+                                             QStringLiteral("b: Set - Delete"), QStringLiteral("-")}));
+    QCOMPARE(entriesOf(examples), QStringList());
+}
+
+void tst_ComboMapping::entriesCarryIndexAndType()
+{
+    m_selector->newMapListReady(maps({QStringLiteral("a"), QStringLiteral("b")}), false, 0);
+    m_selector->newMapListReady(maps({QStringLiteral("c"), QStringLiteral("d")}), true, 0);
+    openMenu([](QMenu &top) {
+        for (const QString &type : {QStringLiteral("Default"), QStringLiteral("Custom")}) {
+            const QMenu *list =
+                PopUp::entry(top, type == QLatin1String("Custom") ? custom : examples)->menu();
+            for (int index = 0; index < 2; ++index) {
+                const QList<QAction *> actions = list->actions().at(2 * index)->menu()->actions();
+                for (const QAction *action : actions) {
+                    if (!action->isSeparator()) {
+                        QCOMPARE(action->property("index"), QVariant(index));
+                        QCOMPARE(action->property("type"), QVariant(type));
+                    }
+                }
+            }
+        }
+    });
+}
+
+void tst_ComboMapping::aNewListReplacesTheEntriesCompletely()
+{
+    m_selector->newMapListReady(maps({QStringLiteral("a"), QStringLiteral("b")}), true, 0);
+    m_selector->newMapListReady(maps({QStringLiteral("c")}), true, 0);
+    QCOMPARE(entriesOf(custom), (QStringList{QStringLiteral("c: Set - Delete"), QStringLiteral("-")}));
+    m_selector->newMapListReady({}, true, 0);
+    QCOMPARE(entriesOf(custom), QStringList());
+}
+
+void tst_ComboMapping::setEmitsTheMappingOfItsPlace()
+{
+    const QList<ZRButtonMap *> library = maps({QStringLiteral("a"), QStringLiteral("b")});
+    const QList<ZRButtonMap *> own = maps({QStringLiteral("c"), QStringLiteral("d")});
+    m_selector->newMapListReady(library, false, 0);
+    m_selector->newMapListReady(own, true, 0);
+    QSignalSpy chosen(m_selector, &ComboMapping::newMap);
+    QSignalSpy deleted(m_selector, &ComboMapping::deleteMap);
+
+    PopUp::chooseWhenOpen({examples, QStringLiteral("b"), setText});
+    m_selector->dislayMenu();
+    PopUp::chooseWhenOpen({custom, QStringLiteral("d"), setText});
+    m_selector->dislayMenu();
+    QCOMPARE(chosen.size(), 2);
+    QCOMPARE(chosen.at(0).at(0).value<ZRButtonMap *>(), library.at(1));
+    QCOMPARE(chosen.at(1).at(0).value<ZRButtonMap *>(), own.at(1));
+    QCOMPARE(deleted.size(), 0);
+}
+
+void tst_ComboMapping::deleteEmitsTheNameOfItsMapping()
+{
+    m_selector->newMapListReady(maps({QStringLiteral("a"), QStringLiteral("b")}), true, 0);
+    QSignalSpy chosen(m_selector, &ComboMapping::newMap);
+    QSignalSpy deleted(m_selector, &ComboMapping::deleteMap);
+    PopUp::chooseWhenOpen({custom, QStringLiteral("b"), deleteText});
+    m_selector->dislayMenu();
+    QCOMPARE(deleted.size(), 1);
+    QCOMPARE(deleted.at(0).at(0).toString(), QStringLiteral("b"));
+    QCOMPARE(chosen.size(), 0);
+}
+
+void tst_ComboMapping::namesAndTranslationsDecideNothing()
+{
+    m_selector->newMapListReady(maps({QStringLiteral("Save"), QStringLiteral("Delete")}), true, 0);
+    QSignalSpy chosen(m_selector, &ComboMapping::newMap);
+    QSignalSpy deleted(m_selector, &ComboMapping::deleteMap);
+    // As if translated: all texts in the menu are others.
+    PopUp::whenOpen([] {
+        QAction *mapping = PopUp::entry(*PopUp::entry(*PopUp::active(), custom)->menu(), deleteText);
+        mapping->menu()->actions().first()->setText(deleteText);
+        mapping->menu()->actions().last()->setText(QStringLiteral("Weg damit"));
+        PopUp::choose({custom, deleteText, QStringLiteral("Weg damit")});
+    });
+    m_selector->dislayMenu();
+    QCOMPARE(deleted.size(), 1);
+    QCOMPARE(deleted.at(0).at(0).toString(), deleteText);
+    PopUp::chooseWhenOpen({custom, deleteText, deleteText});
+    m_selector->dislayMenu();
+    QCOMPARE(chosen.size(), 1);
+    QCOMPARE(deleted.size(), 1);
+}
+
+void tst_ComboMapping::namesAreShownAsTheyAre()
+{
+    const QString endless(5000, QLatin1Char('W'));
+    m_selector->newMapListReady(maps({QStringLiteral("Cut & paste"), endless, QString()}), true, 0);
+    openMenu([&](QMenu &top) {
+        const QList<QAction *> actions = PopUp::entry(top, custom)->menu()->actions();
+        QCOMPARE(actions.at(0)->text(), QStringLiteral("Cut && paste")); // one of them is shown
+        QVERIFY(actions.at(2)->text().size() < 100);
+        QCOMPARE(actions.at(2)->toolTip(), endless);
+        QCOMPARE(actions.at(4)->text(), QString());
+    });
+    QSignalSpy deleted(m_selector, &ComboMapping::deleteMap);
+    PopUp::chooseWhenOpen({custom, QStringLiteral("Cut && paste"), deleteText});
+    m_selector->dislayMenu();
+    QCOMPARE(deleted.at(0).at(0).toString(), QStringLiteral("Cut & paste"));
+}
+
+void tst_ComboMapping::saveOpensTheDialogAndItsNameIsPassedOn()
+{
+    QSignalSpy saved(m_selector, &ComboMapping::saveCurrentMap);
+    QVERIFY(!m_selector->saveDialog()->isVisible());
+    QCOMPARE(m_selector->saveDialog()->parentWidget(), m_page.get());
+    PopUp::chooseWhenOpen({QStringLiteral("Save")});
+    m_selector->dislayMenu();
+    QVERIFY(m_selector->saveDialog()->isVisible());
+    QVERIFY(!m_selector->graphicsEffect()->isEnabled());
+    Q_EMIT m_selector->saveDialog()->saveCurrentMap(QStringLiteral("mine"));
+    QCOMPARE(saved.size(), 1);
+    QCOMPARE(saved.at(0).at(0).toString(), QStringLiteral("mine"));
+}
+
+void tst_ComboMapping::theDefaultIsSelectedOnlyInsideTheList_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("first") << 0 << QStringLiteral("a");
+    QTest::newRow("last") << 1 << QStringLiteral("b");
+    QTest::newRow("behind") << 2 << QString();
+    QTest::newRow("before") << -1 << QString();
+}
+
+void tst_ComboMapping::theDefaultIsSelectedOnlyInsideTheList()
+{
+    QFETCH(int, index);
+    QFETCH(QString, name);
+    QSignalSpy chosen(m_selector, &ComboMapping::newMap);
+    m_selector->selectDefault();
+    QCOMPARE(chosen.size(), 0);
+    m_selector->newMapListReady(maps({QStringLiteral("a"), QStringLiteral("b")}), false, index);
+    m_selector->newMapListReady(maps({QStringLiteral("c")}), true, 0); // has no default
+    QCOMPARE(chosen.size(), 0);
+    m_selector->selectDefault();
+    QCOMPARE(chosen.size(), name.isNull() ? 0 : 1);
+    if (!name.isNull()) {
+        QCOMPARE(chosen.at(0).at(0).value<ZRButtonMap *>()->name, name);
+    }
+}
+
+void tst_ComboMapping::aListThatArrivesWhileTheMenuIsOpenWaits()
+{
+    const QPointer<ZRButtonMap> seen = maps({QStringLiteral("seen")}).first();
+    m_selector->newMapListReady({seen}, true, 0);
+    QStringList deleted;
+    connect(m_selector, &ComboMapping::deleteMap, this, [&](const QString &name) { deleted.append(name); });
+    PopUp::whenOpen([&] {
+        m_selector->newMapListReady(maps({QStringLiteral("new")}), true, 0);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        PopUp::choose({custom, QStringLiteral("seen"), deleteText});
+    });
+    m_selector->dislayMenu();
+    QCOMPARE(deleted, QStringList{QStringLiteral("seen")});
+    QCOMPARE(entriesOf(custom), (QStringList{QStringLiteral("new: Set - Delete"), QStringLiteral("-")}));
+    QTRY_VERIFY(!seen);
+}
+
+void tst_ComboMapping::ofTwoListsThatArriveWhileTheMenuIsOpenTheLastCounts()
+{
+    const QPointer<ZRButtonMap> overtaken = maps({QStringLiteral("overtaken")}).first();
+    PopUp::whenOpen([&] {
+        m_selector->newMapListReady({overtaken}, false, 0);
+        m_selector->newMapListReady(maps({QStringLiteral("last"), QStringLiteral("default")}), false, 1);
+    });
+    m_selector->dislayMenu();
+    QVERIFY(!overtaken);
+    QSignalSpy chosen(m_selector, &ComboMapping::newMap);
+    m_selector->selectDefault();
+    QCOMPARE(chosen.at(0).at(0).value<ZRButtonMap *>()->name, QStringLiteral("default"));
+}
+
+void tst_ComboMapping::aListMayArriveInsideASlotOfNewMap()
+{
+    const QPointer<ZRButtonMap> old = maps({QStringLiteral("old")}).first();
+    m_selector->newMapListReady({old}, false, 0);
+    QString nameAfterwards;
+    connect(m_selector, &ComboMapping::newMap, this, [&](ZRButtonMap *map) {
+        const QPointer<ZRButtonMap> inHand(map);
+        m_selector->newMapListReady(maps({QStringLiteral("new")}), false, 0);
+        QVERIFY(inHand);
+        nameAfterwards = map->name;
+    });
+    m_selector->selectDefault();
+    QCOMPARE(nameAfterwards, QStringLiteral("old"));
+    QTRY_VERIFY(!old);
+
+    nameAfterwards.clear();
+    PopUp::chooseWhenOpen({examples, QStringLiteral("new"), setText});
+    m_selector->dislayMenu();
+    QCOMPARE(nameAfterwards, QStringLiteral("new"));
+}
+
+void tst_ComboMapping::aListMayArriveInsideASlotOfDeleteMap()
+{
+    m_selector->newMapListReady(maps({QStringLiteral("a"), QStringLiteral("b")}), true, 0);
+    QString nameAfterwards;
+    connect(m_selector, &ComboMapping::deleteMap, this, [&](const QString &name) {
+        m_selector->newMapListReady(maps({QStringLiteral("b")}), true, 0);
+        nameAfterwards = name;
+    });
+    PopUp::chooseWhenOpen({custom, QStringLiteral("a"), deleteText});
+    m_selector->dislayMenu();
+    QCOMPARE(nameAfterwards, QStringLiteral("a"));
+    QCOMPARE(entriesOf(custom), (QStringList{QStringLiteral("b: Set - Delete"), QStringLiteral("-")}));
+}
+
+void tst_ComboMapping::theListsAreOwned()
+{
+    QList<QPointer<ZRButtonMap>> watched;
+    for (const bool own : {false, true}) {
+        for (int i = 0; i < 2; ++i) { // the second replaces the first
+            const QList<ZRButtonMap *> list = maps({QStringLiteral("a"), QStringLiteral("b")});
+            for (ZRButtonMap *map : list) {
+                watched.append(map);
+            }
+            m_selector->newMapListReady(list, own, 0);
+        }
+    }
+    m_page.reset(); // before the replaced ones had their turn
+    for (const QPointer<ZRButtonMap> &map : qAsConst(watched)) {
+        QVERIFY(!map);
+    }
+}
+
+void tst_ComboMapping::theSelectorMayGoWhileItsMenuIsOpen()
+{
+    PopUp::whenOpen([this] { m_page.reset(); });
+    m_selector->dislayMenu();
+    QVERIFY(!m_page);
+}
+
+void tst_ComboMapping::theBarIsDimmedWhileItsMenuIsOpen()
+{
+    auto *dimming = qobject_cast<QGraphicsOpacityEffect *>(m_selector->graphicsEffect());
+    QVERIFY(dimming);
+    QCOMPARE(dimming->opacity(), 0.5);
+    for (int i = 0; i < 3; ++i) {
+        QVERIFY(!dimming->isEnabled());
+        bool dimmed = false;
+        openMenu([&](QMenu &) { dimmed = dimming->isEnabled(); });
+        QVERIFY(dimmed);
+    }
+    QVERIFY(!dimming->isEnabled());
+}
+
+void tst_ComboMapping::theKeyboardAndTheMouseOpenTheMenu()
+{
+    QVERIFY(m_selector->focusPolicy() & Qt::TabFocus);
+    int opened = 0;
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+        PopUp::whenOpen([&] { ++opened; });
+        QTest::keyClick(m_selector, key);
+    }
+    QPoint place;
+    PopUp::whenOpen([&] {
+        ++opened;
+        place = PopUp::active()->pos();
+    });
+    QTest::mousePress(m_selector, Qt::LeftButton);
+    QCOMPARE(opened, 4);
+    QCOMPARE(place, m_selector->mapToGlobal(QPoint(0, 50)));
+}
+
+void tst_ComboMapping::theLogSaysWhatArrivedAndWhatWasChosen()
+{
+    LogCapture log;
+    m_selector->newMapListReady(maps({QStringLiteral("a")}), false, 0);
+    m_selector->newMapListReady(maps({QStringLiteral("b")}), true, 0);
+    const auto lines = [&log] { return log.takeLines().filter(QStringLiteral("info: ")); };
+    QCOMPARE(lines(), (QStringList{QStringLiteral("info: newMapListReady Default"),
+                                   QStringLiteral("info: newMapListReady Costom")}));
+    PopUp::chooseWhenOpen({examples, QStringLiteral("a"), setText});
+    m_selector->dislayMenu();
+    PopUp::chooseWhenOpen({custom, QStringLiteral("b"), deleteText});
+    m_selector->dislayMenu();
+    PopUp::chooseWhenOpen({QStringLiteral("Save")});
+    m_selector->dislayMenu();
+    QCOMPARE(lines(), (QStringList{QStringLiteral("info: Selected Default Item Set 0"),
+                                   QStringLiteral("info: Selected Custom Item Delete 0"),
+                                   QStringLiteral("info: Save Current Template")}));
+}
+
+void tst_ComboMapping::aThousandMappingsKeepTheirOrder()
+{
+    QStringList names;
+    for (int i = 0; i < 1000; ++i) {
+        names.append(QString::number((i * 617) % 1000));
+    }
+    m_selector->newMapListReady(maps(names), false, 0);
+    QStringList shown;
+    openMenu([&](QMenu &top) {
+        const QList<QAction *> actions = PopUp::entry(top, examples)->menu()->actions();
+        for (const QAction *action : actions) {
+            if (!action->isSeparator()) {
+                shown.append(action->text());
+            }
+        }
+    });
+    QCOMPARE(shown, names);
+}
+
+QTEST_MAIN(tst_ComboMapping)
+#include "tst_ComboMapping.moc"

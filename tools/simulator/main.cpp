@@ -1,0 +1,140 @@
+#include "tools/simulator/DeviceWindow.h"
+#include "tools/simulator/Options.h"
+#include "tools/simulator/PrivateDirectory.h"
+#include "tools/simulator/PtyPort.h"
+#include "tools/simulator/PublishedLink.h"
+#include "tools/simulator/SignalWatcher.h"
+#include "tools/simulator/Simulation.h"
+#include "tools/simulator/VirtualDevice.h"
+
+#include <QApplication>
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <memory>
+
+namespace
+{
+
+void print(FILE *stream, const QString &text)
+{
+    std::fputs(text.toLocal8Bit().constData(), stream);
+    std::fflush(stream);
+}
+
+int fail(int status, const QString &message)
+{
+    print(stderr, QStringLiteral("veltrix-simulator: %1\n").arg(message));
+    return status;
+}
+
+std::unique_ptr<QCoreApplication> createApplication(bool window, int &argc, char **argv)
+{
+    QCoreApplication::setApplicationName(QStringLiteral("veltrix-simulator"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VELTRIX_VERSION));
+    if (!window) {
+        return std::make_unique<QCoreApplication>(argc, argv);
+    }
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    return std::make_unique<QApplication>(argc, argv);
+}
+
+QString linkPath(const simulator::Options &options, QString &error)
+{
+    if (options.link) {
+        return *options.link;
+    }
+    const QString directory = simulator::privateDirectory(error);
+    return directory.isEmpty() ? QString() : directory + QStringLiteral("/veltrix-simulator");
+}
+
+void printReports(simulator::VirtualDevice &device)
+{
+    QObject::connect(&device, &simulator::VirtualDevice::reported, &device, [](const QByteArray &message) {
+        const auto time = std::chrono::steady_clock::now().time_since_epoch();
+        const qint64 nanoseconds = std::chrono::duration_cast<std::chrono::nanoseconds>(time).count();
+        const QString report = QString::fromLatin1(message).simplified();
+        print(stdout, QStringLiteral("sent %1 %2\n").arg(nanoseconds).arg(report));
+    });
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    std::signal(SIGPIPE, SIG_IGN);
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i) {
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    }
+    const simulator::Options options = simulator::parseOptions(arguments);
+    const bool window = options.window && options.error.isEmpty() && !options.help && !options.version;
+    if (window && qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+        qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        return fail(1, QStringLiteral("no display for the window; see --script and --stdin in --help"));
+    }
+    const auto application = createApplication(window, argc, argv);
+    if (options.help) {
+        print(stdout, simulator::helpText());
+        return 0;
+    }
+    if (options.version) {
+        print(stdout, QStringLiteral("veltrix-simulator " VELTRIX_VERSION "\n"));
+        return 0;
+    }
+    if (!options.error.isEmpty()) {
+        return fail(2, options.error);
+    }
+
+    QString error;
+    const QString path = linkPath(options, error);
+    if (path.isEmpty()) {
+        return fail(1, error);
+    }
+    simulator::PublishedLink link(path);
+    simulator::PtyPort port(link);
+    simulator::VirtualDevice device(port);
+    simulator::Simulation simulation(options, device);
+    if (const int status = simulation.load(); status != 0) {
+        return status;
+    }
+    if (!link.claim()) {
+        return fail(1, link.errorString());
+    }
+
+    simulator::SignalWatcher signalWatcher;
+    QObject::connect(&signalWatcher, &simulator::SignalWatcher::raised, application.get(), [](int number) {
+        constexpr int endedBySignal = 128;
+        QCoreApplication::exit(endedBySignal + number);
+    });
+    QObject::connect(&simulation, &simulator::Simulation::finished, application.get(),
+                     [](int status) { QCoreApplication::exit(status); });
+    QObject::connect(&port, &simulator::PtyPort::openedChanged, &device, [&device](bool opened) {
+        print(stdout, opened ? QStringLiteral("opened\n") : QStringLiteral("closed\n"));
+        device.portStateChanged();
+    });
+    QObject::connect(&port, &simulator::PtyPort::overrun, &device,
+                     [] { print(stderr, QStringLiteral("the program does not read: reports are lost\n")); });
+    QObject::connect(&port, &simulator::PtyPort::overrunEnded, &device, [](int count) {
+        print(stderr, QStringLiteral("the program reads again: %1 bytes were lost\n").arg(count));
+    });
+    QObject::connect(&port, &simulator::PtyPort::pluggedChanged, &device, [&path](bool plugged) {
+        print(stdout, plugged ? QStringLiteral("plugged %1\n").arg(path) : QStringLiteral("unplugged\n"));
+    });
+    if (options.timestamps) {
+        printReports(device);
+    }
+
+    if (!options.unplugged && !device.setPlugged(true)) {
+        return fail(1, port.errorString());
+    }
+    std::unique_ptr<simulator::DeviceWindow> deviceWindow;
+    if (window) {
+        deviceWindow = std::make_unique<simulator::DeviceWindow>(device, path);
+        deviceWindow->show();
+    }
+    simulation.start();
+    return QCoreApplication::exec();
+}

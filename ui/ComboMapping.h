@@ -1,0 +1,75 @@
+#pragma once
+
+#include "mapping/ZRButtonMap.h"
+#include "ui/ComboMenuBar.h"
+
+#include <QList>
+
+#include <array>
+#include <optional>
+
+class SaveDialog;
+
+/// The mapping selector: a bar whose menu picks a mapping of the library, picks or deletes one of the user's
+/// own, or saves what the page shows under a name. Touches no file; the page does what the signals ask for.
+///
+/// Owns the mappings of the lists that it was given. A list that arrives while the menu is open takes effect
+/// when the menu is closed and the choice carried out, so that a choice means what the user saw.
+class ComboMapping : public ComboMenuBar
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(ComboMapping)
+
+public:
+    /// The save dialog lies over @p parent, the page, which owns it.
+    explicit ComboMapping(QWidget *parent);
+    ~ComboMapping() override;
+
+    /// Sends newMap() with the library's default mapping, if the library has it.
+    void selectDefault();
+
+    SaveDialog *saveDialog() const { return m_saveDialog; }
+
+Q_SIGNALS:
+    /// The user has picked this mapping. It stays the selector's, until the next list of its kind has arrived
+    /// and control has returned to the event loop: copy it.
+    void newMap(ZRButtonMap *buttonMap);
+
+    void deleteMap(QString softwareName);
+
+    /// What the save dialog says: save what the page shows as @p name.
+    void saveCurrentMap(QString name);
+
+public Q_SLOTS:
+    void dislayMenu() override;
+
+    /// Takes a list over, the user's own mappings when @p custom is true, and fills the menu with it. The
+    /// maps of the list before are deleted as soon as control has returned to the event loop. @p defaultMap
+    /// is the index of the library's default mapping.
+    void newMapListReady(QList<ZRButtonMap *> defaultButtonMapList, bool custom, int defaultMap);
+
+protected:
+    void carryOut(const QAction &chosen) override;
+    void menuClosed() override;
+
+private:
+    enum Kind : std::size_t { Default, Custom };
+
+    struct MapList {
+        QList<ZRButtonMap *> maps; // children of the selector
+        int defaultMap = 0;
+    };
+
+    void buildLabels();
+    void buildMenu();
+    void replace(Kind kind, const MapList &arrived);
+    void fill(Kind kind);
+    void addAction(QMenu &mapping, const char *text, Kind kind, int index);
+    ZRButtonMap *mapAt(Kind kind, int index) const;
+
+    SaveDialog *m_saveDialog; // the page's
+    int m_defaultMap = 0;
+    std::array<QMenu *, 2> m_submenus{}; // the menu's
+    std::array<QList<ZRButtonMap *>, 2> m_maps;
+    std::array<std::optional<MapList>, 2> m_arrived; // while the menu was open
+};

@@ -1,0 +1,267 @@
+#include "ui/ComboMenu.h"
+
+#include "mapping/SpecialAction.h"
+#include "ui/ComboMenuEntries.h"
+#include "ui/ComboMenuLabel.h"
+#include "ui/MidiMenu.h"
+#include "ui/ShortcutKey.h"
+#include "ui/UiLog.h"
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr QSize menuSize(160, 40);
+constexpr QPoint menuPlace(0, 40); // of the pop-up, below the widget
+
+// Keeps texts clear of the arrow.
+constexpr int arrowRoom = 18;
+
+// The dialog for MIDI tells a button's from the knob's by this.
+constexpr int buttonMidiOffset = 10;
+
+const QLatin1String frameStyle("background-image: url(:/icons/comboboarder.png);");
+const QLatin1String arrowStyle("background-image: url(:/icons/comboarrow.png);");
+const QLatin1String titleStyle("QLabel { color : rgba(255,255,255,1);  background-color: rgba(0,0,0,0);}");
+const QLatin1String
+    layersStyle("QLabel { color : rgba(255,255,255,0.87);  background-color: rgba(0,0,0,0);}");
+
+bool says(const QString &text, const char *words)
+{
+    return text.contains(QLatin1String(words), Qt::CaseInsensitive);
+}
+
+} // namespace
+
+ComboMenu::ComboMenu(int id, QObject *deviceLink, QWidget *parent)
+    : ComboMenuBar(menuSize, parent)
+    , m_title(nullptr)
+    , m_layers(nullptr)
+    , m_shortcutKey(new ShortcutKey(parent ? parent : this))
+    , m_midiMenu(new MidiMenu(parent ? parent : this))
+    , m_deviceLink(deviceLink)
+    , m_id(id)
+    , m_settings(id)
+{
+    setAccessibleName(tr("Button %1").arg(id));
+    buildLabels();
+    buildMenu();
+    buildDialogs();
+
+    m_settings.upgrade();
+    for (int layer = 0; layer < layerCount; ++layer) {
+        const auto index = static_cast<std::size_t>(layer);
+        m_assignments.at(index) = m_settings.read(layer);
+        showLabel(layer, m_assignments.at(index).label);
+    }
+}
+
+ComboMenu::~ComboMenu() = default;
+
+void ComboMenu::buildLabels()
+{
+    addPicture({QPoint(0, 0), menuSize}, frameStyle);
+    addPicture({142, 18, 13, 7}, arrowStyle);
+
+    const auto text = [this](const QRect &place, const QString &style, int pointSize, int weight) {
+        auto *label = new ComboMenuLabel(this);
+        label->setGeometry(place);
+        label->setContentsMargins(0, 0, arrowRoom, 0);
+        label->setStyleSheet(style);
+        label->setFont(QFont(QStringLiteral("Segoe UI"), pointSize, weight));
+        return label;
+    };
+    m_title = text({10, 0, 150, 20}, titleStyle, 12, 75);
+    m_layers = text({10, 20, 150, 20}, layersStyle, 10, 50);
+    m_layers->setParts({QString(), QString()});
+    finishLook();
+}
+
+void ComboMenu::buildMenu()
+{
+    const std::array<QString, layerCount> titles{tr("Normal"), tr("Shift 1"), tr("Shift 2")};
+    for (std::size_t layer = 0; layer < layerCount; ++layer) {
+        if (layer > 0) {
+            menu().addSeparator();
+        }
+        m_layerMenus.at(layer) = menu().addMenu(titles.at(layer));
+        applyStyle(*m_layerMenus.at(layer));
+        ComboMenuEntries::fill(*m_layerMenus.at(layer), layer == 0);
+    }
+}
+
+void ComboMenu::buildDialogs()
+{
+    connect(m_shortcutKey, &ShortcutKey::newShorcut, this, &ComboMenu::loadShorcut);
+    connect(m_midiMenu, &MidiMenu::newMidi, this, &ComboMenu::loadMidi);
+    connect(m_midiMenu, &MidiMenu::newMidiKnob, this, &ComboMenu::loadMidiKnob);
+}
+
+shortCut ComboMenu::assignment(int layer) const
+{
+    return layer >= 0 && layer < layerCount ? m_assignments.at(static_cast<std::size_t>(layer)) : shortCut();
+}
+
+QString ComboMenu::inWords(int layer) const
+{
+    return ComboMenuEntries::inWords(assignment(layer));
+}
+
+void ComboMenu::dislayMenu()
+{
+    runMenu(menuPlace);
+}
+
+void ComboMenu::carryOut(const QAction &chosen)
+{
+    refresh(); // the click itself has toggled the entry's check mark
+    for (int layer = 0; layer < layerCount; ++layer) {
+        const QList<QAction *> actions = m_layerMenus.at(static_cast<std::size_t>(layer))->actions();
+        if (std::find(actions.begin(), actions.end(), &chosen) != actions.end()) {
+            choose(layer, chosen.data().toString());
+            return;
+        }
+    }
+}
+
+// What the user has chosen for a layer. The tests' order matters: a text may pass more than one.
+void ComboMenu::choose(int layer, const QString &text)
+{
+    if (says(text, "shortcut key")) {
+        m_shortcutKey->show(layer);
+    } else if (says(text, "midi for knob")) {
+        m_midiMenu->showKnob(layer, m_id, assignment(layer));
+    } else if (says(text, "midi")) {
+        m_midiMenu->show(layer, m_id + buttonMidiOffset, assignment(layer));
+    } else {
+        setSpecialAction(layer, text);
+    }
+}
+
+void ComboMenu::setSpecialAction(int layer, const QString &text)
+{
+    const QString label = ComboMenuEntries::labelFor(text);
+    showLabel(layer, label);
+    // Not reported as a changed action, on purpose: only a captured shortcut writes the working copy.
+    if (m_deviceLink) {
+        shortCut &assignment = m_assignments.at(static_cast<std::size_t>(layer));
+        assignment.key1 = SPECIAL_ACTION;
+        assignment.key2 = specialActionCode(text);
+        assignment.key3 = 0;
+        assignment.label = label;
+        m_settings.writeKeys(layer, assignment);
+        refresh();
+        Q_EMIT assignmentChanged(layer, assignment);
+    }
+    // A button that shifts does so in every layer: it must still be one while it is held.
+    if (layer == 0 && says(text, "shift")) {
+        setSpecialAction(1, text);
+        setSpecialAction(2, text);
+    }
+}
+
+void ComboMenu::showLabel(int layer, const QString &label)
+{
+    m_shownLabels.at(static_cast<std::size_t>(layer)) = label;
+    if (layer == 0) {
+        followShift(label);
+    }
+    refresh();
+}
+
+void ComboMenu::followShift(const QString &text)
+{
+    const bool shifts = says(text, "shift");
+    for (std::size_t layer = 1; layer < layerCount; ++layer) {
+        m_layerMenus.at(layer)->setEnabled(!shifts);
+        if (shifts) {
+            m_shownLabels.at(layer) = text;
+        }
+    }
+}
+
+void ComboMenu::refresh()
+{
+    std::array<QString, layerCount> shown;
+    QString words = QStringLiteral("<b>%1</b>").arg(accessibleName().toHtmlEscaped());
+    QStringList plain;
+    for (std::size_t layer = 0; layer < layerCount; ++layer) {
+        QMenu *layerMenu = m_layerMenus.at(layer);
+        shown.at(layer) = ComboMenuEntries::displayed(m_shownLabels.at(layer)).toUpper();
+        ComboMenuEntries::check(*layerMenu, m_assignments.at(layer));
+        plain.append(tr("%1: %2").arg(layerMenu->title(), inWords(static_cast<int>(layer))));
+        words += QLatin1String("<br>") + plain.last().toHtmlEscaped();
+    }
+    m_title->setParts({shown.at(0)});
+    m_layers->setParts({shown.at(1), shown.at(2)});
+    setAccessibleDescription(plain.join(QLatin1String(". ")));
+    setToolTip(words + QLatin1String("<br><i>") + tr("Click to change what it does").toHtmlEscaped() +
+               QLatin1String("</i>"));
+}
+
+void ComboMenu::getShorcut(int type, const shortCut &shortcut)
+{
+    if (type < 0 || type >= layerCount) {
+        return;
+    }
+    qCDebug(lcUi).noquote().nospace()
+        << "B_ID: " << m_id << " type: " << type << " received shortcut: " << shortcut.label;
+    m_assignments.at(static_cast<std::size_t>(type)) = shortcut;
+    m_settings.write(type, shortcut);
+    showLabel(type, shortcut.label);
+    Q_EMIT assignmentChanged(type, assignment(type));
+}
+
+// The three below change what they are about and leave the rest of the layer's record as it is, so that the
+// dialogs open with it again.
+void ComboMenu::loadShorcut(int type, int key1, int key2, int key3, const QString &shortcut)
+{
+    shortCut record = assignment(type);
+    record.key1 = key1;
+    record.key2 = key2;
+    record.key3 = key3;
+    record.label = shortcut;
+    getShorcut(type, record);
+    Q_EMIT onActionChanged();
+}
+
+void ComboMenu::loadMidi(int type, int ch, int cc, int v_on, int v_off, bool note, bool v_off_enable)
+{
+    qCDebug(lcUi) << "New MIDI:" << type << ch << cc << v_on << v_off << note << v_off_enable;
+    shortCut record = assignment(type);
+    record.key1 = MIDI_BUTTON_ACTION;
+    record.key2 = static_cast<int>(SpecialAction::Midi);
+    record.key3 = 0;
+    record.label = QStringLiteral("Midi");
+    record.channel = ch;
+    record.cc = cc;
+    record.v_on = v_on;
+    record.v_off = v_off;
+    record.note = note;
+    record.v_off_enable = v_off_enable;
+    getShorcut(type, record);
+}
+
+void ComboMenu::loadMidiKnob(int type, int ch, int cc, int v_on, int v_off, bool note, bool v_off_enable,
+                             int knobcc, bool m01h, bool m3fh, bool m0_127)
+{
+    qCDebug(lcUi) << "New MIDI for Knob:" << type << ch << cc << v_on << v_off << note << v_off_enable
+                  << knobcc << m01h << m3fh << m0_127;
+    shortCut record = assignment(type);
+    record.key1 = MIDI_KNOB_ACTION;
+    record.key2 = static_cast<int>(SpecialAction::Midi);
+    record.key3 = 0;
+    record.label = QStringLiteral("Midi for Knob");
+    record.channel = ch;
+    record.cc = cc;
+    record.v_on = v_on;
+    record.v_off = v_off;
+    record.note = note;
+    record.v_off_enable = v_off_enable;
+    record.knobcc = knobcc;
+    record.m01h = m01h;
+    record.m3fh = m3fh;
+    record.m0_127 = m0_127;
+    getShorcut(type, record);
+}

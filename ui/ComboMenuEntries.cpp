@@ -1,0 +1,193 @@
+#include "ui/ComboMenuEntries.h"
+
+#include "mapping/SpecialAction.h"
+#include "ui/KeyNames.h"
+
+#include <QCoreApplication>
+#include <QMenu>
+#include <QVector>
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr char context[] = "ComboMenu";
+
+enum class Group { General, Monitors, Knob, Layers };
+
+struct Entry {
+    const char *text;
+    const char *help;
+    Group group;
+};
+
+// In the order of the menu.
+constexpr Entry entries[] = {
+    {QT_TRANSLATE_NOOP("ComboMenu", "Shortcut Key"),
+     QT_TRANSLATE_NOOP("ComboMenu", "Presses up to three keys for you"), Group::General},
+    {QT_TRANSLATE_NOOP("ComboMenu", "Midi"),
+     QT_TRANSLATE_NOOP("ComboMenu", "Sends a note or a controller value to music software"), Group::General},
+    {QT_TRANSLATE_NOOP("ComboMenu", "Monitor Left"),
+     QT_TRANSLATE_NOOP("ComboMenu", "Moves the pointer to the monitor on the left"), Group::Monitors},
+    {QT_TRANSLATE_NOOP("ComboMenu", "Monitor Right"),
+     QT_TRANSLATE_NOOP("ComboMenu", "Moves the pointer to the monitor on the right"), Group::Monitors},
+    {QT_TRANSLATE_NOOP("ComboMenu", "Horizontal"),
+     QT_TRANSLATE_NOOP("ComboMenu", "Sets the knob to drag the pointer left and right"), Group::Knob},
+    {QT_TRANSLATE_NOOP("ComboMenu", "Vertical"),
+     QT_TRANSLATE_NOOP("ComboMenu", "Sets the knob to drag the pointer up and down"), Group::Knob},
+    {QT_TRANSLATE_NOOP("ComboMenu", "Circular"),
+     QT_TRANSLATE_NOOP("ComboMenu", "Sets the knob to drag the pointer round in a circle"), Group::Knob},
+    {QT_TRANSLATE_NOOP("ComboMenu", " \u2193  \u2191 Key"),
+     QT_TRANSLATE_NOOP("ComboMenu", "Sets the knob to press the arrow keys down and up"), Group::Knob},
+    {QT_TRANSLATE_NOOP("ComboMenu", "\u2190 \u2192 Key"),
+     QT_TRANSLATE_NOOP("ComboMenu", "Sets the knob to press the arrow keys left and right"), Group::Knob},
+    {QT_TRANSLATE_NOOP("ComboMenu", "Midi for Knob"),
+     QT_TRANSLATE_NOOP("ComboMenu", "Sets the knob to send controller values to music software"),
+     Group::Knob},
+    {QT_TRANSLATE_NOOP("ComboMenu", "Shift 1"),
+     QT_TRANSLATE_NOOP("ComboMenu", "While it is held, all buttons do what their Shift 1 says"),
+     Group::Layers},
+    {QT_TRANSLATE_NOOP("ComboMenu", "Shift 2"),
+     QT_TRANSLATE_NOOP("ComboMenu", "While it is held, all buttons do what their Shift 2 says"),
+     Group::Layers},
+};
+
+// Labels that are no entry's text.
+constexpr const char *shortLabels[] = {QT_TRANSLATE_NOOP("ComboMenu", "M.Left"),
+                                       QT_TRANSLATE_NOOP("ComboMenu", "M.Right")};
+
+QString translated(const char *text)
+{
+    return QCoreApplication::translate(context, text);
+}
+
+bool isShortcut(const shortCut &action)
+{
+    return action.key1 != SPECIAL_ACTION && !isMidiAction(action.key1) &&
+           (action.key1 > 0 || action.key2 > 0 || action.key3 > 0);
+}
+
+// The text of the entry that makes such an assignment; empty for an assignment that nothing makes.
+QString entryText(const shortCut &action)
+{
+    if (action.key1 == MIDI_BUTTON_ACTION) {
+        return QStringLiteral("Midi");
+    }
+    if (action.key1 == MIDI_KNOB_ACTION) {
+        return QStringLiteral("Midi for Knob");
+    }
+    if (isShortcut(action)) {
+        return QStringLiteral("Shortcut Key");
+    }
+    if (action.key1 != SPECIAL_ACTION || action.key2 == static_cast<int>(SpecialAction::Empty)) {
+        return QString();
+    }
+    for (const Entry &entry : entries) {
+        QString text = QString::fromUtf8(entry.text);
+        if (specialActionCode(text) == action.key2) {
+            return text;
+        }
+    }
+    return QString();
+}
+
+QString midiInWords(const shortCut &action)
+{
+    if (action.key1 == MIDI_KNOB_ACTION) {
+        return QCoreApplication::translate(context, "The knob sends MIDI channel %1, controller %2")
+            .arg(action.channel)
+            .arg(action.knobcc);
+    }
+    const QString pattern =
+        action.note ? QCoreApplication::translate(context, "Sends MIDI channel %1, note %2")
+                    : QCoreApplication::translate(context, "Sends MIDI channel %1, controller %2");
+    return pattern.arg(action.channel).arg(action.cc);
+}
+
+QString shortcutInWords(const shortCut &action)
+{
+    QVector<int> codes{action.key1, action.key2, action.key3};
+    codes.erase(std::remove_if(codes.begin(), codes.end(), [](int code) { return code <= 0; }), codes.end());
+    const QString keys = KeyNames::text(codes);
+    return action.label.isEmpty() || action.label == keys
+               ? QCoreApplication::translate(context, "Presses %1").arg(keys)
+               : QCoreApplication::translate(context, "%1: presses %2").arg(action.label, keys);
+}
+
+} // namespace
+
+void ComboMenuEntries::fill(QMenu &menu, bool withShift)
+{
+    Group group = Group::General;
+    for (const Entry &entry : entries) {
+        if (entry.group == Group::Layers && !withShift) {
+            break;
+        }
+        if (entry.group != group) {
+            group = entry.group;
+            if (group == Group::Knob) {
+                menu.addSection(QCoreApplication::translate(context, "Knob"));
+            } else {
+                menu.addSeparator();
+            }
+        }
+        QAction *action = menu.addAction(translated(entry.text));
+        action->setData(QString::fromUtf8(entry.text));
+        action->setToolTip(translated(entry.help));
+        action->setCheckable(true);
+    }
+    menu.setToolTipsVisible(true);
+}
+
+void ComboMenuEntries::check(QMenu &menu, const shortCut &action)
+{
+    const QString text = entryText(action);
+    const QList<QAction *> all = menu.actions();
+    for (QAction *each : all) {
+        each->setChecked(!each->isSeparator() && !text.isEmpty() && each->data().toString() == text);
+    }
+}
+
+QString ComboMenuEntries::labelFor(const QString &text)
+{
+    if (text.contains(QLatin1String("monitor left"), Qt::CaseInsensitive)) {
+        return QStringLiteral("M.Left");
+    }
+    if (text.contains(QLatin1String("monitor right"), Qt::CaseInsensitive)) {
+        return QStringLiteral("M.Right");
+    }
+    return text;
+}
+
+QString ComboMenuEntries::displayed(const QString &label)
+{
+    for (const Entry &entry : entries) {
+        if (label == QString::fromUtf8(entry.text)) {
+            return translated(entry.text);
+        }
+    }
+    for (const char *text : shortLabels) {
+        if (label == QLatin1String(text)) {
+            return translated(text);
+        }
+    }
+    return label;
+}
+
+QString ComboMenuEntries::inWords(const shortCut &action)
+{
+    if (isMidiAction(action.key1)) {
+        return midiInWords(action);
+    }
+    if (isShortcut(action)) {
+        return shortcutInWords(action);
+    }
+    const QString text = entryText(action);
+    for (const Entry &entry : entries) {
+        if (!text.isEmpty() && text == QString::fromUtf8(entry.text)) {
+            return translated(entry.help);
+        }
+    }
+    return QCoreApplication::translate(context, "Nothing yet");
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "mapping/ShortCut.h"
+
+#include <QString>
+
+class QMenu;
+
+/// The entries of an action menu's layers, and how an assignment reads.
+///
+/// Each entry's action carries its untranslated text as data: that is what decides and what is stored. What
+/// is displayed is a translation of it.
+namespace ComboMenuEntries
+{
+
+/// Fills one layer's menu. @p withShift adds the entries that make the control a shift button.
+void fill(QMenu &menu, bool withShift);
+
+/// Puts the check mark on the entry that @p action was made with, and on no other.
+void check(QMenu &menu, const shortCut &action);
+
+/// The label that the choice of @p text is stored with.
+QString labelFor(const QString &text);
+
+/// What is displayed for a stored label: the translation of one of this program's own, any other as it is.
+QString displayed(const QString &label);
+
+/// What @p action does, in plain words.
+QString inWords(const shortCut &action);
+
+} // namespace ComboMenuEntries

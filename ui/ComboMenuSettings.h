@@ -1,0 +1,37 @@
+#pragma once
+
+#include "mapping/ShortCut.h"
+
+#include <QSettings>
+
+/// What the user's settings hold of one control: its assignment in each layer, under the names of ActionKeys.
+///
+/// Written values reach the file when control returns to the event loop, or with this object's end.
+class ComboMenuSettings
+{
+    Q_DISABLE_COPY_MOVE(ComboMenuSettings)
+
+public:
+    /// @p control is 0 to 9.
+    explicit ComboMenuSettings(int control);
+
+    /// Brings what an older version of the program has stored into today's form. Does nothing when the
+    /// settings were last used by this version or a newer one.
+    void upgrade();
+
+    /// The stored assignment. What is not stored has the value that a new entry has.
+    shortCut read(int layer) const;
+
+    /// Stores all fourteen fields.
+    void write(int layer, const shortCut &action);
+
+    /// Stores the three keys and the label, and leaves the rest of the layer's fields as they are.
+    void writeKeys(int layer, const shortCut &action);
+
+private:
+    QString key(int layer, const char *field) const;
+    QString key(int layer, const QString &field) const;
+
+    const int m_control;
+    QSettings m_settings;
+};

@@ -1,0 +1,67 @@
+#include "ui/DevicePicture.h"
+
+#include <QHelpEvent>
+#include <QToolTip>
+
+#include <array>
+
+namespace
+{
+
+constexpr int markSize = 20;
+
+constexpr std::array<QPoint, DevicePicture::controlCount> marks{{
+    {417, 338},
+    {392, 322},
+    {366, 338},
+    {366, 368},
+    {417, 368},
+    {463, 338},
+    {488, 338},
+    {513, 338},
+    {502, 368},
+    {476, 368},
+}};
+constexpr QPoint knobMark(392, 352);
+
+constexpr int aroundKnob = 8; // the knob is drawn larger than its mark
+
+} // namespace
+
+QRect DevicePicture::mark(int control)
+{
+    const QPoint corner = control < 0 ? knobMark : marks.at(static_cast<std::size_t>(control));
+    return {corner, QSize(markSize, markSize)};
+}
+
+DevicePicture::DevicePicture(QWidget *parent)
+    : QLabel(parent)
+{
+    setGeometry(place);
+    setStyleSheet(QStringLiteral("background-image: url(:/icons/zr.png)"));
+    setAccessibleName(tr("Drawing of the device"));
+}
+
+bool DevicePicture::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const auto *help = static_cast<QHelpEvent *>(event);
+        QToolTip::showText(help->globalPos(), toolTipAt(help->pos()), this);
+        return true;
+    }
+    return QLabel::event(event);
+}
+
+QString DevicePicture::toolTipAt(QPoint position) const
+{
+    const QPoint onPage = position + place.topLeft();
+    for (int control = 0; control < m_toolTips.size(); ++control) {
+        if (mark(control).contains(onPage)) {
+            return m_toolTips.at(control);
+        }
+    }
+    if (mark(-1).adjusted(-aroundKnob, -aroundKnob, aroundKnob, aroundKnob).contains(onPage)) {
+        return m_knobToolTip;
+    }
+    return {};
+}

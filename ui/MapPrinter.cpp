@@ -1,0 +1,117 @@
+#include "ui/MapPrinter.h"
+
+#include "ui/UiLog.h"
+
+#include <QCoreApplication>
+#include <QPainter>
+#include <QPixmap>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QWidget>
+
+#include <algorithm>
+#include <array>
+
+namespace
+{
+
+// The device's picture and both columns of action menus, on the page.
+constexpr QRect printedPart(60, 120, 780, 490);
+constexpr QPoint sheetPlace(110, 0);
+
+const QLatin1String printStyle("background-color:black");
+const QLatin1String pageStyle("background-color:#5342d9");
+
+// The colours of the device's buttons in its drawing. Drawing and list have to follow each other.
+constexpr std::array<QRgb, 6> keptColours{
+    qRgb(171, 166, 166), qRgb(161, 75, 40), qRgb(160, 53, 46),
+    qRgb(62, 86, 166),   qRgb(85, 128, 95), qRgb(152, 131, 44),
+};
+
+constexpr QRgb printedColour(QRgb colour)
+{
+    for (const QRgb kept : keptColours) {
+        if (colour == kept) {
+            return colour;
+        }
+    }
+    return qRgb(255 - qRed(colour), 255 - qGreen(colour), 255 - qBlue(colour));
+}
+
+// Without a sheet of its own, the page's ground would reach into the dialog, under black letters.
+const QLatin1String dialogStyle("QWidget { background-color: #f6f6f9; color: #2d2d2d; }"
+                                "QLabel, QGroupBox { background-color: transparent; }"
+                                "QLineEdit, QAbstractSpinBox, QAbstractItemView { background-color: white; }"
+                                "QPushButton, QToolButton, QComboBox { background-color: #e6e6ee; }"
+                                ":disabled { color: #a6a6a6; }");
+
+// Before it has been polished, a widget keeps what its children know of an earlier sheet or of its parent's.
+void setSheet(QWidget &widget, const QString &sheet)
+{
+    widget.ensurePolished();
+    widget.setStyleSheet(sheet);
+}
+
+} // namespace
+
+QImage MapPrinter::capture(QWidget &page)
+{
+    setSheet(page, printStyle);
+    const QPixmap cut = page.grab(printedPart);
+    page.setStyleSheet(pageStyle);
+
+    // What the page leaves transparent would otherwise spoil the edges of the letters.
+    QImage picture(cut.size(), QImage::Format_ARGB32);
+    picture.setDevicePixelRatio(cut.devicePixelRatio());
+    picture.fill(Qt::black);
+    QPainter painter(&picture);
+    painter.drawPixmap(0, 0, cut);
+    return picture;
+}
+
+QImage MapPrinter::recoloured(const QImage &picture)
+{
+    QImage printed = picture.convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < printed.height(); ++y) {
+        auto *line = reinterpret_cast<QRgb *>(printed.scanLine(y));
+        std::transform(line, line + printed.width(), line, printedColour);
+    }
+    return printed;
+}
+
+bool MapPrinter::draw(const QImage &picture, QPrinter &printer)
+{
+    printer.setResolution(resolution);
+    QPainter painter;
+    if (!painter.begin(&printer)) {
+        return false;
+    }
+    painter.drawImage(sheetPlace, picture);
+    return painter.end();
+}
+
+bool MapPrinter::askAndPrint(QWidget &page)
+{
+    QPrinter printer(QPrinter::ScreenResolution);
+    QPrintDialog dialog(&printer, &page);
+    dialog.setWindowTitle(QCoreApplication::translate("MapPrinter", "Print ZR Map"));
+    setSheet(dialog, dialogStyle);
+    return dialog.exec() == QDialog::Accepted && print(page, printer);
+}
+
+bool MapPrinter::print(QWidget &page, QPrinter &printer)
+{
+    if (draw(recoloured(capture(page)), printer)) {
+        return true;
+    }
+    qCWarning(lcUi) << "The printer does not take the map";
+    return false;
+}
+
+bool MapPrinter::printToPdf(QWidget &page, const QString &fileName)
+{
+    QPrinter printer(QPrinter::ScreenResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(fileName);
+    return print(page, printer);
+}

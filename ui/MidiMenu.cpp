@@ -1,0 +1,348 @@
+#include "ui/MidiMenu.h"
+
+#include "app/frame/ClickableLabel.h"
+#include "ui/UiLog.h"
+
+#include <QCheckBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+
+namespace
+{
+
+constexpr QSize panelSize(304, 200);
+constexpr int highestChannel = 15;
+
+const QLatin1String invalidStyle("QLineEdit { color : red;}");
+const QLatin1String labelStyle("QLabel { color : #2D2D2D;}");
+const QLatin1String checkBoxStyle("QCheckBox { color : #2D2D2D;}");
+
+const QLatin1String fieldRules(
+    "QLineEdit { background-color: white; border: 1px solid #c4c4c4; border-radius: 2px; padding: 0 5px;"
+    " selection-color: white; selection-background-color: #5342d9; }"
+    "QLineEdit:focus { border-color: #5342d9; }"
+    // The boxes overlap, so they have to be transparent, and their frames are drawn by rules then.
+    "QCheckBox { background-color: transparent; spacing: 4px; }"
+    "QCheckBox::indicator { width: 10px; height: 10px; border: 1px solid #8a8a8a; border-radius: 2px;"
+    " background-color: white; }"
+    "QCheckBox::indicator:hover, QCheckBox::indicator:focus { border-color: #5342d9; }"
+    "QCheckBox::indicator:checked { background-color: #5342d9; border-color: #5342d9;"
+    " image: url(:/icons/check.png); }");
+
+// The general purpose controllers, which instruments leave to the user.
+constexpr int usualKnobController = 16;
+constexpr int usualTouchController = 17;
+
+QFont dialogFont(int pointSize)
+{
+    return {QStringLiteral("Source Sans Pro Semibold"), pointSize, QFont::Normal};
+}
+
+bool isEmpty(const shortCut &record)
+{
+    return record.channel == 0 && record.cc == 0 && record.v_on == 0 && record.v_off == 0 &&
+           record.knobcc == 0 && !record.note && !record.m01h && !record.m3fh && !record.m0_127;
+}
+
+shortCut withUsualValues(shortCut record)
+{
+    record.channel = 1;
+    record.cc = usualTouchController;
+    record.v_on = 127;
+    record.v_off = 0;
+    record.knobcc = usualKnobController;
+    return record;
+}
+
+} // namespace
+
+MidiMenu::MidiMenu(QWidget *parent)
+    : OverlayDialog(panelSize, GrabNothing, parent)
+{
+    addStyle(fieldRules);
+    addLabels();
+    addCheckBoxes();
+    addFields();
+    m_ok = addPicture<ClickableLabel>(QStringLiteral("ok"), {205, 300, 87, 22}, tr("OK"));
+    connectAll();
+
+    const QList<QWidget *> order = {m_fields[Channel].edit,
+                                    m_fields[KnobCC].edit,
+                                    m_mode7Fh01h,
+                                    m_mode3Fh41h,
+                                    m_modeAbsolute,
+                                    m_ccOnTouch,
+                                    m_noteOnTouch,
+                                    m_fields[TouchNumber].edit,
+                                    m_fields[TouchValue].edit,
+                                    m_afterTouch,
+                                    m_fields[AfterTouchValue].edit,
+                                    m_ok};
+    for (int i = 1; i < order.size(); ++i) {
+        setTabOrder(order.at(i - 1), order.at(i));
+    }
+}
+
+void MidiMenu::addLabels()
+{
+    m_title = addText(tr("MIDI"), {105, 8, 100, 16}, QStringLiteral("QLabel { color :#414141;}"),
+                      QFont(QStringLiteral("Source Sans Pro ExtraLight"), 12, QFont::Bold));
+    addText(tr("Channel"), {45, 50, 67, 30}, QStringLiteral("QLabel { color : #2D2D2D; }"), dialogFont(12));
+    m_knobLabel = addText(tr("CC on move"), {45, 90, 90, 30}, labelStyle, dialogFont(12));
+    m_touchLabel = addText(tr("Touch"), {45, 210, 72, 30}, labelStyle, dialogFont(12));
+}
+
+QCheckBox *MidiMenu::addCheckBox(const QString &text, const QRect &place, const QString &style, int pointSize,
+                                 const QString &toolTip)
+{
+    auto *box = new QCheckBox(text, panel());
+    box->setGeometry(place);
+    box->setStyleSheet(style);
+    box->setFont(dialogFont(pointSize));
+    box->setAccessibleName(text);
+    box->setToolTip(toolTip);
+    return box;
+}
+
+void MidiMenu::addCheckBoxes()
+{
+    m_mode7Fh01h = addCheckBox(tr("7Fh/01h"), {45, 122, 105, 30}, checkBoxStyle, 10,
+                               tr("Each step to the left sends 127, each step to the right 1"));
+    m_mode3Fh41h = addCheckBox(tr("03Fh/41h"), {125, 122, 105, 30}, checkBoxStyle, 10,
+                               tr("Each step to the left sends 63, each step to the right 65"));
+    m_modeAbsolute = addCheckBox(tr("absolute"), {200, 122, 105, 30}, checkBoxStyle, 10,
+                                 tr("Turning counts from 0 to 127"));
+    m_ccOnTouch = addCheckBox(tr("CC on touch"), {45, 162, 110, 30}, checkBoxStyle, 10,
+                              tr("A touch sends a control change"));
+    // Beside the panel until the dialog is shown for the first time.
+    m_noteOnTouch =
+        addCheckBox(tr("Note on touch"), {545, 182, 110, 30},
+                    QStringLiteral("QCheckBox { color : #2D2D2D; }"), 10, tr("A touch sends a note"));
+    m_afterTouch = addCheckBox(tr("After Touch"), {45, 250, 105, 30}, checkBoxStyle, 12,
+                               tr("Letting go sends a value too"));
+}
+
+void MidiMenu::addFields()
+{
+    const auto add = [this](FieldIndex index, const QRect &place, const QString &style, int most,
+                            const QString &name) {
+        auto *edit = new QLineEdit(panel());
+        edit->setGeometry(place);
+        edit->setStyleSheet(style);
+        edit->setFont(dialogFont(12));
+        edit->setAccessibleName(name);
+        edit->setToolTip(tr("%1, 0 to %2").arg(name).arg(most));
+        m_fields[index] = {edit, style, most, 0};
+    };
+    const QString plain = QStringLiteral("QLineEdit { color : #2D2D2D;}");
+    const QString spaced = QStringLiteral("QLineEdit { color : #2D2D2D; }");
+    add(Channel, {160, 50, 100, 30}, plain, highestChannel, tr("Channel"));
+    add(KnobCC, {160, 90, 100, 30}, spaced, 127, tr("Controller that turning sends"));
+    add(TouchNumber, {160, 170, 100, 30}, plain, 127, tr("Controller or note that a touch sends"));
+    add(TouchValue, {160, 210, 100, 30}, spaced, 127, tr("Value that a touch sends"));
+    add(AfterTouchValue, {160, 250, 100, 30},
+        QStringLiteral("QLineEdit { color : #2D2D2D;  background-color:white}"), 127,
+        tr("Value that letting go sends"));
+}
+
+void MidiMenu::connectAll()
+{
+    connect(m_ok, &ClickableLabel::clicked, this, &MidiMenu::bn_ok_slot);
+    connect(m_ccOnTouch, &QCheckBox::clicked, this, &MidiMenu::checkCC_slot);
+    connect(m_noteOnTouch, &QCheckBox::clicked, this, &MidiMenu::checkNote_slot);
+    connect(m_afterTouch, &QCheckBox::clicked, m_fields[AfterTouchValue].edit, &QWidget::setVisible);
+    connect(m_mode7Fh01h, &QCheckBox::clicked, this, &MidiMenu::checkMode7Fh_01h_slot);
+    connect(m_mode3Fh41h, &QCheckBox::clicked, this, &MidiMenu::checkMode3fh_41h_slot);
+    connect(m_modeAbsolute, &QCheckBox::clicked, this, &MidiMenu::checkMode0_127_slot);
+    for (const Field &field : m_fields) {
+        connect(field.edit, &QLineEdit::textEdited, this, &MidiMenu::processSettings);
+    }
+}
+
+void MidiMenu::show(int type, int id, const shortCut &buttonShortCut)
+{
+    open(false, type, id, buttonShortCut);
+}
+
+void MidiMenu::showKnob(int type, int id, const shortCut &buttonShortCut)
+{
+    open(true, type, id, buttonShortCut);
+}
+
+void MidiMenu::open(bool knob, int type, int id, const shortCut &record)
+{
+    m_knob = knob;
+    m_type = type;
+    m_id = id;
+    qCDebug(lcUi) << "buttonShortCut:" << id << type << record.label << record.channel << record.cc
+                  << record.v_on << record.v_off << record.note << record.v_off_enable << record.knobcc
+                  << record.m01h << record.m3fh << record.m0_127;
+    layOut();
+    fill(isEmpty(record) ? withUsualValues(record) : record);
+    QWidget::show();
+    m_fields[Channel].edit->setFocus();
+    m_fields[Channel].edit->selectAll();
+}
+
+void MidiMenu::layOut()
+{
+    m_title->setText(m_knob ? tr("MIDI FOR KNOB") : tr("MIDI"));
+    m_title->setGeometry(m_knob ? QRect(100, 8, 120, 16) : QRect(140, 8, 90, 16));
+    setWindowTitle(m_title->text());
+    setAccessibleName(m_title->text());
+
+    const struct {
+        QWidget *widget;
+        QPoint button;
+        QPoint knob;
+    } places[] = {
+        {m_ccOnTouch, {45, 82}, {45, 162}},
+        {m_noteOnTouch, {45, 102}, {45, 182}},
+        {m_touchLabel, {45, 130}, {45, 210}},
+        {m_afterTouch, {45, 170}, {45, 250}},
+        {m_fields[TouchNumber].edit, {160, 90}, {160, 170}},
+        {m_fields[TouchValue].edit, {160, 130}, {160, 210}},
+        {m_fields[AfterTouchValue].edit, {160, 170}, {160, 250}},
+        {m_ok, {205, 250}, {205, 300}},
+    };
+    for (const auto &place : places) {
+        place.widget->move(m_knob ? place.knob : place.button);
+    }
+    for (QWidget *widget :
+         {static_cast<QWidget *>(m_knobLabel), static_cast<QWidget *>(m_fields[KnobCC].edit),
+          static_cast<QWidget *>(m_mode7Fh01h), static_cast<QWidget *>(m_mode3Fh41h),
+          static_cast<QWidget *>(m_modeAbsolute)}) {
+        widget->setVisible(m_knob);
+    }
+    for (const FieldIndex index : {TouchNumber, TouchValue, AfterTouchValue}) {
+        m_fields[index].edit->setVisible(!m_knob);
+    }
+    setPanelHeight(m_knob ? 330 : 280);
+}
+
+void MidiMenu::fill(const shortCut &record)
+{
+    m_ccOnTouch->setChecked(!record.note);
+    m_noteOnTouch->setChecked(record.note);
+    m_afterTouch->setChecked(record.v_off_enable);
+    m_fields[AfterTouchValue].edit->setVisible(!m_knob && record.v_off_enable);
+
+    const int values[FieldCount] = {record.channel, record.knobcc, record.cc, record.v_on, record.v_off};
+    for (int i = 0; i < FieldCount; ++i) {
+        Field &field = m_fields[size_t(i)];
+        field.value = values[i];
+        field.edit->setText(QString::number(values[i]));
+        field.edit->setStyleSheet(field.style);
+    }
+    m_mode7Fh01h->setChecked(record.m01h);
+    m_mode3Fh41h->setChecked(record.m3fh);
+    m_modeAbsolute->setChecked(record.m0_127);
+}
+
+void MidiMenu::processSettings()
+{
+    bool allValid = true;
+    for (Field &field : m_fields) {
+        field.edit->setStyleSheet(field.style);
+        if (field.edit->isHidden()) {
+            continue;
+        }
+        bool isNumber = false;
+        const int value = field.edit->text().toInt(&isNumber);
+        if (isNumber && value >= 0 && value <= field.most) {
+            field.value = value;
+        } else {
+            field.edit->setStyleSheet(invalidStyle);
+            allValid = false;
+        }
+    }
+    if (!allValid) {
+        return;
+    }
+    const bool note = m_noteOnTouch->isChecked();
+    const bool release = m_afterTouch->isChecked();
+    const auto value = [this](FieldIndex index) { return m_fields[index].value; };
+    if (m_knob) {
+        Q_EMIT newMidiKnob(m_type, value(Channel), value(TouchNumber), value(TouchValue),
+                           value(AfterTouchValue), note, release, value(KnobCC), m_mode7Fh01h->isChecked(),
+                           m_mode3Fh41h->isChecked(), m_modeAbsolute->isChecked());
+    } else {
+        Q_EMIT newMidi(m_type, value(Channel), value(TouchNumber), value(TouchValue), value(AfterTouchValue),
+                       note, release);
+    }
+}
+
+void MidiMenu::bn_ok_slot()
+{
+    m_ok->setStyleSheet(pictureSheet(QStringLiteral("ok"), true));
+    processSettings();
+    hide();
+}
+
+void MidiMenu::bn_cancel_slot()
+{
+    hide();
+}
+
+// The number stays what it is: a controller's and a note's have the same range.
+void MidiMenu::checkCC_slot(bool checked)
+{
+    if (checked) {
+        m_noteOnTouch->setChecked(false);
+    }
+    processSettings();
+}
+
+void MidiMenu::checkNote_slot(bool checked)
+{
+    if (checked) {
+        m_ccOnTouch->setChecked(false);
+    }
+    processSettings();
+}
+
+void MidiMenu::checkMode7Fh_01h_slot(bool checked)
+{
+    keepOneMode(checked ? m_mode7Fh01h : nullptr);
+}
+
+void MidiMenu::checkMode3fh_41h_slot(bool checked)
+{
+    keepOneMode(checked ? m_mode3Fh41h : nullptr);
+}
+
+void MidiMenu::checkMode0_127_slot(bool checked)
+{
+    keepOneMode(checked ? m_modeAbsolute : nullptr);
+}
+
+// None at all is allowed.
+void MidiMenu::keepOneMode(QCheckBox *checked)
+{
+    for (QCheckBox *mode : {m_mode7Fh01h, m_mode3Fh41h, m_modeAbsolute}) {
+        mode->setChecked(checked && mode == checked);
+    }
+    processSettings();
+}
+
+void MidiMenu::hideEvent(QHideEvent *event)
+{
+    m_ok->setStyleSheet(pictureSheet(QStringLiteral("ok"), false));
+    OverlayDialog::hideEvent(event);
+}
+
+void MidiMenu::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Escape:
+        bn_cancel_slot();
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        bn_ok_slot();
+        break;
+    default:
+        OverlayDialog::keyPressEvent(event);
+    }
+}

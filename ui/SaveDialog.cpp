@@ -1,0 +1,112 @@
+#include "ui/SaveDialog.h"
+
+#include "app/frame/ClickableLabel.h"
+#include "ui/UiLog.h"
+
+#include <QLineEdit>
+#include <QMouseEvent>
+
+namespace
+{
+
+constexpr QSize panelSize(304, 137);
+
+const QLatin1String captionStyle("QLabel { color :#414141;}");
+const QLatin1String nameStyle("QLabel { color : black;  background-color:white}");
+
+// The field's own sheet is one for labels: its ground would be the page's.
+const QLatin1String panelStyle("QLineEdit { color: black; background-color: white; border: 1px solid #bdbdc9;"
+                               "border-radius: 3px; padding: 0 4px; selection-color: white;"
+                               "selection-background-color: #5342d9; }"
+                               "QLineEdit:focus { border-color: #5342d9; }");
+
+const QString okPicture = QStringLiteral("ok");
+const QString cancelPicture = QStringLiteral("cancel");
+
+QFont textFont(int pointSize, int weight)
+{
+    return QFont(QStringLiteral("Source Sans Pro ExtraLight"), pointSize, weight);
+}
+
+} // namespace
+
+SaveDialog::SaveDialog(QWidget *parent)
+    : OverlayDialog(panelSize, GrabMouse, parent)
+    , m_ok(nullptr)
+    , m_cancel(nullptr)
+    , m_name(new QLineEdit(panel()))
+{
+    setAccessibleName(tr("Save Mapping"));
+    panel()->setStyleSheet(panelStyle);
+    addText(tr("Save Mapping"), {0, 6, panelSize.width(), 24}, captionStyle, textFont(12, 75))
+        ->setAlignment(Qt::AlignCenter);
+    addText(tr("Save as:"), {10, 32, 284, 24}, captionStyle, textFont(12, 50));
+
+    m_name->setGeometry(10, 58, 284, 34);
+    m_name->setPlaceholderText(tr("type a name"));
+    m_name->setStyleSheet(nameStyle);
+    m_name->setFont(textFont(16, 50));
+    m_name->setAccessibleName(tr("Name of the mapping"));
+
+    m_cancel = addPicture<ClickableLabel>(cancelPicture, {10, 105, 87, 22}, tr("Cancel"));
+    m_ok = addPicture<ClickableLabel>(okPicture, {205, 105, 87, 22}, tr("OK"));
+    connect(m_ok, &ClickableLabel::clicked, this, &SaveDialog::accept);
+    connect(m_cancel, &ClickableLabel::clicked, this, &SaveDialog::cancel);
+    connect(m_name, &QLineEdit::returnPressed, this, &SaveDialog::accept);
+    setTabOrder(m_name, m_cancel);
+    setTabOrder(m_cancel, m_ok);
+}
+
+void SaveDialog::show()
+{
+    showNormal();
+}
+
+void SaveDialog::showEvent(QShowEvent *event)
+{
+    OverlayDialog::showEvent(event);
+    if (event->spontaneous()) {
+        return;
+    }
+    restoreButtons();
+    m_name->clear();
+    m_name->setText(tr("Untitled"));
+    m_name->selectAll();
+    m_name->setFocus();
+}
+
+void SaveDialog::mousePressEvent(QMouseEvent *event)
+{
+    if (isOn(m_ok, event->pos())) {
+        accept();
+    } else if (isOn(m_cancel, event->pos())) {
+        cancel();
+    }
+}
+
+void SaveDialog::mouseReleaseEvent(QMouseEvent *event)
+{
+    OverlayDialog::mouseReleaseEvent(event);
+    restoreButtons();
+}
+
+void SaveDialog::accept()
+{
+    m_ok->setStyleSheet(pictureSheet(okPicture, true));
+    const QString name = m_name->text();
+    Q_EMIT saveCurrentMap(name);
+    qCInfo(lcUi).noquote().nospace() << "saved Map: " << name;
+    hide();
+}
+
+void SaveDialog::cancel()
+{
+    m_cancel->setStyleSheet(pictureSheet(cancelPicture, true));
+    hide();
+}
+
+void SaveDialog::restoreButtons()
+{
+    m_ok->setStyleSheet(pictureSheet(okPicture, false));
+    m_cancel->setStyleSheet(pictureSheet(cancelPicture, false));
+}

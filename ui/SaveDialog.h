@@ -1,0 +1,37 @@
+#pragma once
+
+#include "ui/OverlayDialog.h"
+
+class ClickableLabel;
+class QLineEdit;
+
+/// Asks for the name under which the page's mapping is to be saved.
+class SaveDialog : public OverlayDialog
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(SaveDialog)
+
+public:
+    explicit SaveDialog(QWidget *parent);
+
+Q_SIGNALS:
+    /// The user has confirmed @p name, as it stands, also an empty one.
+    void saveCurrentMap(QString name);
+
+public Q_SLOTS:
+    void show();
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+
+private:
+    void accept();
+    void cancel();
+    void restoreButtons();
+
+    ClickableLabel *m_ok;
+    ClickableLabel *m_cancel;
+    QLineEdit *m_name;
+};

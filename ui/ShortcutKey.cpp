@@ -1,0 +1,167 @@
+#include "ui/ShortcutKey.h"
+
+#include "ui/KeyNames.h"
+#include "ui/UiLog.h"
+
+#include <QCoreApplication>
+#include <QFontMetrics>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMouseEvent>
+
+namespace
+{
+
+constexpr QSize panelSize(304, 137);
+
+constexpr int windowsKey = 91;
+constexpr int altKey = 18;
+constexpr int ctrlKey = 17;
+constexpr int noKey = -1;
+
+QFont dialogFont(int pointSize, int weight)
+{
+    return {QStringLiteral("Source Sans Pro ExtraLight"), pointSize, weight};
+}
+
+} // namespace
+
+ShortcutKey::ShortcutKey(QWidget *parent, Translate translate)
+    : OverlayDialog(panelSize, GrabMouse | GrabKeyboard, parent)
+    , m_translate(std::move(translate))
+{
+    const QString title = tr("Shorcut Key"); // the spelling is deliberate
+    setWindowTitle(title);
+    setAccessibleName(title);
+    addText(title, {105, 8, 90, 16}, QStringLiteral("QLabel { color :#414141;}"),
+            dialogFont(12, QFont::Bold));
+
+    m_display = addText(QString(), {10, 63, 282, 32},
+                        QStringLiteral("QLabel { color : black;  background-color:white}"),
+                        dialogFont(16, QFont::Normal));
+    m_display->setAlignment(Qt::AlignCenter);
+    m_display->setTextFormat(Qt::PlainText);
+    display(tr("type a shorcut")); // the spelling is deliberate
+    addButtons();
+}
+
+void ShortcutKey::addButtons()
+{
+    const auto add = [this](const QString &picture, const QRect &place, const QString &name) {
+        return Button{addPicture<QLabel>(picture, place, name), picture};
+    };
+    m_win = add(QStringLiteral("win_4"), {10, 38, 87, 15}, tr("Windows key"));
+    m_alt = add(QStringLiteral("win_7"), {108, 38, 87, 15}, tr("Alt"));
+    m_ctrl = add(QStringLiteral("win_6"), {205, 38, 87, 15}, tr("Ctrl"));
+    m_cancel = add(QStringLiteral("cancel"), {10, 105, 87, 22}, tr("Cancel"));
+    m_clear = add(QStringLiteral("clear"), {108, 105, 87, 22}, tr("Clear"));
+    m_ok = add(QStringLiteral("ok"), {205, 105, 87, 22}, tr("OK"));
+}
+
+void ShortcutKey::showAtRest()
+{
+    for (const Button &button : {m_win, m_alt, m_ctrl, m_cancel, m_clear, m_ok}) {
+        button.label->setStyleSheet(pictureSheet(button.picture, false));
+    }
+}
+
+void ShortcutKey::show(int type)
+{
+    m_type = type;
+    showAtRest();
+    QWidget::show();
+}
+
+void ShortcutKey::showEvent(QShowEvent *event)
+{
+    if (!event->spontaneous()) {
+        display(tr("type a shorcut"));
+    }
+    OverlayDialog::showEvent(event);
+}
+
+// No key combination is one of the program's own here.
+bool ShortcutKey::event(QEvent *event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        event->accept();
+        return true;
+    }
+    return OverlayDialog::event(event);
+}
+
+// Tab is a key like any other.
+bool ShortcutKey::focusNextPrevChild(bool)
+{
+    return false;
+}
+
+void ShortcutKey::keyPressEvent(QKeyEvent *event)
+{
+    const quint32 native = event->nativeVirtualKey();
+    const quint32 scan = event->nativeScanCode();
+    const int code = native != 0 || scan != 0 ? m_translate(native, scan) : 0;
+    typeKey(code != 0 ? code : event->key());
+}
+
+void ShortcutKey::typeKey(int code)
+{
+    if (!m_keys.contains(code)) {
+        m_keys.append(code);
+        display(KeyNames::text(m_keys));
+    }
+}
+
+void ShortcutKey::display(const QString &text)
+{
+    m_text = text;
+    // When there is not room for all, the last keys are the ones to see.
+    const QFontMetrics metrics(m_display->font());
+    m_display->setText(metrics.elidedText(text, Qt::ElideLeft, m_display->width()));
+    m_display->setAccessibleDescription(text);
+}
+
+void ShortcutKey::mousePressEvent(QMouseEvent *event)
+{
+    const auto pressed = [this, event](const Button &button) {
+        const bool hit = isOn(button.label, event->pos());
+        if (hit) {
+            button.label->setStyleSheet(pictureSheet(button.picture, true));
+        }
+        return hit;
+    };
+    const auto press = [this](int code) {
+        QKeyEvent key(QEvent::KeyPress, code, Qt::NoModifier);
+        QCoreApplication::sendEvent(this, &key);
+    };
+    if (pressed(m_win)) {
+        press(windowsKey);
+    } else if (pressed(m_alt)) {
+        press(altKey);
+    } else if (pressed(m_ctrl)) {
+        press(ctrlKey);
+    } else if (pressed(m_ok)) {
+        confirm();
+    } else if (pressed(m_clear)) {
+        m_keys.clear();
+        display(QString());
+    } else if (pressed(m_cancel)) {
+        hide();
+    }
+}
+
+void ShortcutKey::mouseReleaseEvent(QMouseEvent *)
+{
+    showAtRest();
+}
+
+void ShortcutKey::confirm()
+{
+    if (m_keys.isEmpty()) {
+        return;
+    }
+    Q_EMIT newShorcut(m_type, m_keys.value(0, noKey), m_keys.value(1, noKey), m_keys.value(2, noKey), m_text);
+    qCDebug(lcUi).noquote() << "Emited Shortcut:" << m_text; // the spelling is deliberate
+    m_keys.clear();
+    hide();
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "engine/platform/KeyCodes.h"
+#include "ui/OverlayDialog.h"
+
+#include <QVector>
+
+#include <functional>
+
+/// The dialog in which the user types the keyboard shortcut of one control in one layer.
+///
+/// Every key is recorded, Tab and Escape too, in the order of the first press. Keys that the system keeps for
+/// itself have buttons. What has been typed survives Cancel, although the text starts anew.
+class ShortcutKey : public OverlayDialog
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(ShortcutKey)
+
+public:
+    /// The virtual-key code of a key event's native key and scan code; 0 when it has none.
+    using Translate = std::function<int(quint32 nativeVirtualKey, quint32 nativeScanCode)>;
+
+    explicit ShortcutKey(QWidget *parent, Translate translate = virtualKeyFromNative);
+
+Q_SIGNALS:
+    /// The user has confirmed the shortcut of layer @p type: up to three virtual-key codes, -1 for none, and
+    /// the text that shows all keys that were typed.
+    void newShorcut(int type, int key1, int key2, int key3, QString shortcut);
+
+public Q_SLOTS:
+    /// Shows the dialog for a layer: 0 Normal, 1 Shift 1, 2 Shift 2.
+    void show(int type);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    bool event(QEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+
+private:
+    struct Button {
+        QLabel *label = nullptr;
+        QString picture;
+    };
+
+    void addButtons();
+    void showAtRest();
+    void typeKey(int code);
+    void display(const QString &text);
+    void confirm();
+
+    Button m_ok;
+    Button m_clear;
+    Button m_cancel;
+    Button m_win;
+    Button m_alt;
+    Button m_ctrl;
+    QLabel *m_display;
+    QVector<int> m_keys; // pressed, in order, no repeats
+    int m_type = 0;
+    QString m_text; // what the display says, in full
+    Translate m_translate;
+};
