@@ -92,16 +92,21 @@ shortCut asReadBack(shortCut entry)
     if (isMidiAction(entry.key1)) {
         entry.key2 = -1;
         entry.key3 = -1;
-    } else {
-        // Only MIDI entries carry MIDI values in a file.
-        const shortCut none;
-        entry.channel = none.channel;
-        entry.cc = none.cc;
-        entry.v_on = none.v_on;
-        entry.v_off = none.v_off;
-        entry.note = none.note;
-        entry.v_off_enable = none.v_off_enable;
+        return entry;
     }
+    if (entry.key1 == SPECIAL_ACTION) {
+        // A file names a special action, and a code without a name is "empty".
+        entry.key2 = specialActionCode(specialActionName(entry.key2));
+        entry.key3 = -1;
+    }
+    // Only MIDI entries carry MIDI values in a file.
+    const shortCut none;
+    entry.channel = none.channel;
+    entry.cc = none.cc;
+    entry.v_on = none.v_on;
+    entry.v_off = none.v_off;
+    entry.note = none.note;
+    entry.v_off_enable = none.v_off_enable;
     return entry;
 }
 
