@@ -8,63 +8,24 @@
 #include "engine/LaunchOnStartup.h"
 #include "mapping/LibraryKeeper.h"
 #include "net/MapUpdate.h"
+#include "ui/ActionMenus.h"
 #include "ui/ComboMapping.h"
 #include "ui/ComboMenu.h"
 #include "ui/DeviceIndicators.h"
 #include "ui/DevicePicture.h"
+#include "ui/MapNotices.h"
 #include "ui/MapPrinter.h"
 #include "ui/OverlayDialog.h"
+#include "ui/PageTexts.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileDialog>
-#include <QFontMetrics>
 #include <QGraphicsOpacityEffect>
-#include <QLabel>
 #include <QSettings>
 #include <QSignalBlocker>
 #include <QSlider>
-
-namespace
-{
-
-const QLatin1String bright("QLabel { color : rgba(255,255,255,0.87); }");
-const QLatin1String middle("QLabel { color : rgba(255,255,255,0.57); }");
-const QLatin1String dim("QLabel { color : rgba(255,255,255,0.60); }");
-const QLatin1String dark("QLabel { color : rgba(255,255,255,0.40); }");
-
-// The places are fixed and the texts' widths are not: a text that is too wide is drawn narrower, and one that
-// is too wide even so is shortened, with the whole of it in the tool tip.
-void showFitting(QLabel *label, const QString &text)
-{
-    constexpr int narrowest = 80; // percent; below it letters look wrong
-    QFont font = label->font();
-    const int width = QFontMetrics(font).horizontalAdvance(text);
-    if (width > label->width()) {
-        font.setStretch(qMax(narrowest, label->width() * 100 / (width + 1)));
-        label->setFont(font);
-    }
-    const QString shown = QFontMetrics(font).elidedText(text, Qt::ElideRight, label->width());
-    label->setText(shown);
-    if (shown != text) {
-        label->setToolTip(text);
-    }
-}
-
-QString layerTitle(int layer)
-{
-    switch (layer) {
-    case 0:
-        return DeviceZR::tr("Normal");
-    case 1:
-        return DeviceZR::tr("Shift 1");
-    default:
-        return DeviceZR::tr("Shift 2");
-    }
-}
-
-} // namespace
 
 DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
     : ZRBaseWindow(parts.updater, parent)
@@ -78,14 +39,18 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
     setStyleSheet(QStringLiteral("background-color:#5342d9"));
 
     buildPicture();
+    m_notices = new MapNotices(this);
     buildSelector();
-    buildMenus(serial);
-    buildTexts();
+    m_menus = new ActionMenus(serial, this);
+    PageTexts::addAll(*this, m_parts.midiPortName);
     buildStartupBox();
     buildSliders();
     m_indicators = new DeviceIndicators(this);
     connectIndicators();
     connectDevice(serial);
+    connect(m_menus, &ActionMenus::onActionChanged, this, &DeviceZR::saveCurrentMapAsDefault);
+    connect(m_menus, &ActionMenus::assignmentChanged, this, &DeviceZR::useAssignment);
+    connect(m_notices, &MapNotices::keep, this, &DeviceZR::saveCurrentMapAsDefault);
     followDialogs();
     orderFocus();
     loadMappings();
@@ -94,17 +59,6 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
 }
 
 DeviceZR::~DeviceZR() = default;
-
-QLabel *DeviceZR::addLabel(const QString &text, const QRect &place, const QString &style, int pointSize,
-                           int weight)
-{
-    auto *label = new QLabel(this);
-    label->setGeometry(place);
-    label->setStyleSheet(style);
-    label->setFont(QFont(QStringLiteral("Source Sans Pro"), pointSize, weight));
-    showFitting(label, text);
-    return label;
-}
 
 void DeviceZR::buildPicture()
 {
@@ -129,21 +83,6 @@ void DeviceZR::buildSelector()
 {
     m_selector = new ComboMapping(this);
     m_selector->setGeometry(680, 12, 160, 51);
-    m_notice = addLabel(QString(), {680, 68, 200, 18}, dim, 10, QFont::Normal);
-    m_notice->setObjectName(QStringLiteral("mapNotice"));
-    m_notice->hide();
-    m_notKept = addLabel(QString(), {680, 86, 200, 34}, dim, 9, QFont::Normal);
-    m_notKept->setObjectName(QStringLiteral("notKept"));
-    m_notKept->setTextFormat(Qt::RichText);
-    m_notKept->setWordWrap(true);
-    m_notKept->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
-    m_notKept->setText(
-        tr("Your changes end with the program. %1")
-            .arg(QStringLiteral("<a href=\"keep\" style=\"color:#ffffff\">%1</a>").arg(tr("Keep"))));
-    m_notKept->setToolTip(tr("Writes what the page shows as the mapping that the program starts with"));
-    m_notKept->hide();
-    connect(m_notKept, &QLabel::linkActivated, this, &DeviceZR::saveCurrentMapAsDefault);
-
     connect(&m_reader, &XmlMappingReader::newMapListReady, m_selector, &ComboMapping::newMapListReady);
     connect(&m_reader, &XmlMappingReader::newMapListReady, this,
             [this](const QList<ZRButtonMap *> &maps, bool custom, int) {
@@ -160,49 +99,7 @@ void DeviceZR::buildSelector()
     connect(m_selector, &ComboMapping::deleteMap, this, &DeviceZR::deleteMap);
     connect(m_selector, &ComboMapping::newMap, this, &DeviceZR::newMap);
     connect(m_parts.mapUpdate, &MapUpdate::dowloadFinished, this, &DeviceZR::dowloadFinished);
-    connect(m_parts.mapUpdate, &MapUpdate::updateStarted, this, [this] {
-        m_notice->setText(tr("Updating maps"));
-        m_notice->show();
-    });
-}
-
-void DeviceZR::buildMenus(SerialProtocol *serial)
-{
-    constexpr int rows = 5;
-    const auto add = [&](int control, const QRect &place) {
-        auto *menu = new ComboMenu(control, serial, this);
-        menu->setGeometry(place);
-        connect(menu, &ComboMenu::onActionChanged, this, &DeviceZR::saveCurrentMapAsDefault);
-        connect(menu, &ComboMenu::assignmentChanged, this,
-                [this, control](int layer) { useAssignment(control, layer); });
-        m_menus[static_cast<std::size_t>(control)] = menu;
-    };
-    for (int row = 0; row < rows; ++row) {
-        add(row, {88, 239 + 47 * row, 160, 41});
-        add(row + rows, {650, 239 + 47 * row, 160, 41});
-    }
-}
-
-void DeviceZR::buildTexts()
-{
-    addLabel(tr("VELTRIX"), {260, 129, 378, 44}, bright, 37, QFont::Light)->setAlignment(Qt::AlignCenter);
-    addLabel(tr("Knob and buttons settings."), {295, 185, 301, 60}, middle, 20, QFont::Light)
-        ->setAlignment(Qt::AlignCenter);
-    addLabel(tr("Knob sensitivity adjustment"), {349, 490, 200, 20}, bright, 13, QFont::Normal)
-        ->setAlignment(Qt::AlignCenter);
-    addLabel(tr("NORMAL"), {315, 524, 38, 11}, bright, 8, QFont::Normal);
-    addLabel(tr("SHIFT 1"), {315, 564, 34, 11}, bright, 8, QFont::Normal);
-    addLabel(tr("Slow"), {359, 590, 30, 14}, dim, 11, QFont::Normal);
-    addLabel(tr("Fast"), {520, 590, 26, 14}, dim, 11, QFont::Normal);
-
-    QLabel *midi =
-        addLabel(tr("MIDI: ") + m_parts.midiPortName, {690, 625, 200, 15}, dark, 10, QFont::Normal);
-    midi->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    midi->setObjectName(QStringLiteral("midiPort"));
-    midi->setToolTip(
-        tr("%1\nThe MIDI output in use: the first one whose name contains \"FROM\" when the program "
-           "starts")
-            .arg(m_parts.midiPortName));
+    connect(m_parts.mapUpdate, &MapUpdate::updateStarted, m_notices, &MapNotices::showUpdating);
 }
 
 void DeviceZR::buildStartupBox()
@@ -275,8 +172,8 @@ void DeviceZR::orderFocus()
         previous = widget;
     };
     next(m_selector);
-    next(m_notKept);
-    for (ComboMenu *menu : m_menus) {
+    next(m_notices->keepLine());
+    for (ComboMenu *menu : m_menus->menus()) {
         next(menu);
     }
     next(m_normal);
@@ -299,78 +196,42 @@ void DeviceZR::loadMappings()
     }
     if (!m_kept) {
         // Nothing to load: the menus stand as the settings left them.
-        m_parts.dispatcher->setMap(*pageMap(QString()));
+        m_parts.dispatcher->setMap(*m_menus->mapNamed(QString()));
     }
     markKept();
 }
 
-std::unique_ptr<ZRButtonMap> DeviceZR::pageMap(const QString &name) const
-{
-    auto map = std::make_unique<ZRButtonMap>(name);
-    for (std::size_t button = 0; button < m_menus.size(); ++button) {
-        for (int layer = 0; layer < ZRButtonMap::layerCount; ++layer) {
-            map->actions[button][layer] = m_menus[button]->assignment(layer); // all fields, the knob's too
-        }
-    }
-    return map;
-}
-
 void DeviceZR::load(const ZRButtonMap &map)
 {
-    m_loading = true;
-    for (std::size_t button = 0; button < m_menus.size(); ++button) {
-        for (int layer = 0; layer < ZRButtonMap::layerCount; ++layer) {
-            m_menus[button]->getShorcut(layer, map.actions[button][layer]);
-        }
-    }
-    m_loading = false;
+    m_menus->load(map);
     // What the menus hold is what the device does.
-    m_parts.dispatcher->setMap(*pageMap(map.name));
+    m_parts.dispatcher->setMap(*m_menus->mapNamed(map.name));
     updateToolTips();
 }
 
-void DeviceZR::useAssignment(int button, int layer)
+void DeviceZR::useAssignment(int control, int layer, const shortCut &assignment)
 {
-    if (m_loading) {
-        return;
-    }
-    m_parts.dispatcher->setAction(button, layer,
-                                  m_menus[static_cast<std::size_t>(button)]->assignment(layer));
+    m_parts.dispatcher->setAction(control, layer, assignment);
     updateToolTips();
     showWhatIsNotKept();
 }
 
 void DeviceZR::markKept()
 {
-    m_kept = pageMap(QString());
+    m_kept = m_menus->mapNamed(QString());
     showWhatIsNotKept();
 }
 
 void DeviceZR::showWhatIsNotKept()
 {
-    if (!m_kept) {
-        return;
+    if (m_kept) {
+        m_notices->setKept(m_menus->hold(*m_kept));
     }
-    bool same = true;
-    for (std::size_t button = 0; button < m_menus.size(); ++button) {
-        for (int layer = 0; layer < ZRButtonMap::layerCount; ++layer) {
-            same = same && m_menus[button]->assignment(layer) == m_kept->actions[button][layer];
-        }
-    }
-    m_notKept->setVisible(!same);
 }
 
 void DeviceZR::updateToolTips()
 {
-    QStringList texts;
-    for (const ComboMenu *menu : m_menus) {
-        QStringList lines;
-        for (int layer = 0; layer < ZRButtonMap::layerCount; ++layer) {
-            lines << tr("%1: %2").arg(layerTitle(layer), menu->inWords(layer));
-        }
-        texts << lines.join(QLatin1Char('\n'));
-    }
-    m_picture->setControlToolTips(texts);
+    m_picture->setControlToolTips(m_menus->inWords());
     m_picture->setKnobToolTip(tr(
         "The knob: touch it to take hold, turn it to act.\nButtons with a knob mode choose what it does."));
 }
@@ -411,11 +272,10 @@ void DeviceZR::replyFinished(QNetworkReply *reply)
 
 void DeviceZR::dowloadFinished(bool success)
 {
-    m_notice->setVisible(success);
     if (success) {
         m_reader.readMapList(libraryFile(), false);
-        m_notice->setText(tr("New maps available!"));
     }
+    m_notices->endUpdating(success);
 }
 
 void DeviceZR::printCurrentView()
@@ -427,7 +287,7 @@ void DeviceZR::printCurrentView()
 
 void DeviceZR::saveCurrentMap(const QString &name)
 {
-    m_writer.saveToCustom(pageMap(name).get());
+    m_writer.saveToCustom(m_menus->mapNamed(name).get());
     m_reader.readMapList(m_parts.dataDirectory + QStringLiteral("/custom.xml"), true);
 }
 
@@ -439,7 +299,8 @@ void DeviceZR::deleteMap(const QString &name)
 
 void DeviceZR::saveCurrentMapAsDefault()
 {
-    m_writer.saveMap(pageMap(QStringLiteral("current_map")).get(), QStringLiteral("/current.xml"), true);
+    m_writer.saveMap(m_menus->mapNamed(QStringLiteral("current_map")).get(), QStringLiteral("/current.xml"),
+                     true);
     markKept();
 }
 
@@ -486,7 +347,7 @@ void DeviceZR::reEnableZR()
 void DeviceZR::showEvent(QShowEvent *event)
 {
     ZRBaseWindow::showEvent(event);
-    m_notice->hide();
+    m_notices->hideUpdate();
     {
         const QSignalBlocker blocker(m_startup); // reading is no choice of the user's
         m_startup->setChecked(m_parts.launchOnStartup->isLaunchOnStartup());

@@ -6,23 +6,21 @@
 #include "mapping/XmlMappingWriter.h"
 #include "mapping/ZRButtonMap.h"
 
-#include <QList>
 #include <QString>
 
-#include <array>
 #include <memory>
 
+class ActionMenus;
 class ClickableLabel;
 class ComboMapping;
-class ComboMenu;
 class DeviceIndicators;
 class DevicePicture;
 class EventDispatcher;
 class KnobSettings;
 class LaunchOnStartup;
+class MapNotices;
 class MapUpdate;
 class QCheckBox;
-class QLabel;
 class QNetworkReply;
 class QSlider;
 class SerialProtocol;
@@ -84,8 +82,6 @@ protected:
 private:
     void buildPicture();
     void buildSelector();
-    void buildMenus(SerialProtocol *serial);
-    void buildTexts();
     void buildStartupBox();
     void buildSliders();
     void connectDevice(SerialProtocol *serial);
@@ -94,18 +90,14 @@ private:
     void loadMappings();
     void orderFocus();
 
-    QLabel *addLabel(const QString &text, const QRect &place, const QString &style, int pointSize,
-                     int weight);
-    std::unique_ptr<ZRButtonMap> pageMap(const QString &name) const;
     void load(const ZRButtonMap &map);
-    void useAssignment(int button, int layer);
+    void useAssignment(int control, int layer, const shortCut &assignment);
     void markKept();
     void showWhatIsNotKept();
     void updateToolTips();
     QString libraryFile() const;
 
     Parts m_parts;
-    bool m_loading = false; // the menus are being filled: the engine gets the whole map at the end
 
     XmlMappingReader m_reader;
     XmlMappingWriter m_writer;
@@ -113,9 +105,8 @@ private:
     DevicePicture *m_picture = nullptr;
     ClickableLabel *m_printer = nullptr;
     ComboMapping *m_selector = nullptr;
-    QLabel *m_notice = nullptr;
-    QLabel *m_notKept = nullptr;
-    std::array<ComboMenu *, ZRButtonMap::buttonCount> m_menus{};
+    MapNotices *m_notices = nullptr;
+    ActionMenus *m_menus = nullptr;
     DeviceIndicators *m_indicators = nullptr;
     QCheckBox *m_startup = nullptr;
     QSlider *m_normal = nullptr;

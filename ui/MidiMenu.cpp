@@ -1,20 +1,20 @@
 #include "ui/MidiMenu.h"
 
 #include "app/frame/ClickableLabel.h"
+#include "ui/NumberField.h"
 #include "ui/UiLog.h"
 
 #include <QCheckBox>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 
 namespace
 {
 
 constexpr QSize panelSize(304, 200);
 constexpr int highestChannel = 15;
+constexpr int highestValue = 127;
 
-const QLatin1String invalidStyle("QLineEdit { color : red;}");
 const QLatin1String labelStyle("QLabel { color : #2D2D2D;}");
 const QLatin1String checkBoxStyle("QCheckBox { color : #2D2D2D;}");
 
@@ -67,17 +67,17 @@ MidiMenu::MidiMenu(QWidget *parent)
     m_ok = addPicture<ClickableLabel>(QStringLiteral("ok"), {205, 300, 87, 22}, tr("OK"));
     connectAll();
 
-    const QList<QWidget *> order = {m_fields[Channel].edit,
-                                    m_fields[KnobCC].edit,
+    const QList<QWidget *> order = {m_fields[Channel],
+                                    m_fields[KnobCC],
                                     m_mode7Fh01h,
                                     m_mode3Fh41h,
                                     m_modeAbsolute,
                                     m_ccOnTouch,
                                     m_noteOnTouch,
-                                    m_fields[TouchNumber].edit,
-                                    m_fields[TouchValue].edit,
+                                    m_fields[TouchNumber],
+                                    m_fields[TouchValue],
                                     m_afterTouch,
-                                    m_fields[AfterTouchValue].edit,
+                                    m_fields[AfterTouchValue],
                                     m_ok};
     for (int i = 1; i < order.size(); ++i) {
         setTabOrder(order.at(i - 1), order.at(i));
@@ -125,25 +125,30 @@ void MidiMenu::addCheckBoxes()
 
 void MidiMenu::addFields()
 {
-    const auto add = [this](FieldIndex index, const QRect &place, const QString &style, int most,
-                            const QString &name) {
-        auto *edit = new QLineEdit(panel());
-        edit->setGeometry(place);
-        edit->setStyleSheet(style);
-        edit->setFont(dialogFont(12));
-        edit->setAccessibleName(name);
-        edit->setToolTip(tr("%1, 0 to %2").arg(name).arg(most));
-        m_fields[index] = {edit, style, most, 0};
-    };
     const QString plain = QStringLiteral("QLineEdit { color : #2D2D2D;}");
     const QString spaced = QStringLiteral("QLineEdit { color : #2D2D2D; }");
-    add(Channel, {160, 50, 100, 30}, plain, highestChannel, tr("Channel"));
-    add(KnobCC, {160, 90, 100, 30}, spaced, 127, tr("Controller that turning sends"));
-    add(TouchNumber, {160, 170, 100, 30}, plain, 127, tr("Controller or note that a touch sends"));
-    add(TouchValue, {160, 210, 100, 30}, spaced, 127, tr("Value that a touch sends"));
-    add(AfterTouchValue, {160, 250, 100, 30},
-        QStringLiteral("QLineEdit { color : #2D2D2D;  background-color:white}"), 127,
-        tr("Value that letting go sends"));
+    const QString white = QStringLiteral("QLineEdit { color : #2D2D2D;  background-color:white}");
+    const struct {
+        QRect place;
+        int highest;
+        QString style;
+        QString name;
+    } fields[FieldCount] = {
+        {{160, 50, 100, 30}, highestChannel, plain, tr("Channel")},
+        {{160, 90, 100, 30}, highestValue, spaced, tr("Controller that turning sends")},
+        {{160, 170, 100, 30}, highestValue, plain, tr("Controller or note that a touch sends")},
+        {{160, 210, 100, 30}, highestValue, spaced, tr("Value that a touch sends")},
+        {{160, 250, 100, 30}, highestValue, white, tr("Value that letting go sends")},
+    };
+    for (std::size_t i = 0; i < FieldCount; ++i) {
+        const auto &row = fields[i];
+        auto *field = new NumberField(row.highest, row.style, panel());
+        field->setGeometry(row.place);
+        field->setFont(dialogFont(12));
+        field->setAccessibleName(row.name);
+        field->setToolTip(tr("%1, 0 to %2").arg(row.name).arg(row.highest));
+        m_fields[i] = field;
+    }
 }
 
 void MidiMenu::connectAll()
@@ -151,12 +156,12 @@ void MidiMenu::connectAll()
     connect(m_ok, &ClickableLabel::clicked, this, &MidiMenu::bn_ok_slot);
     connect(m_ccOnTouch, &QCheckBox::clicked, this, &MidiMenu::checkCC_slot);
     connect(m_noteOnTouch, &QCheckBox::clicked, this, &MidiMenu::checkNote_slot);
-    connect(m_afterTouch, &QCheckBox::clicked, m_fields[AfterTouchValue].edit, &QWidget::setVisible);
+    connect(m_afterTouch, &QCheckBox::clicked, m_fields[AfterTouchValue], &QWidget::setVisible);
     connect(m_mode7Fh01h, &QCheckBox::clicked, this, &MidiMenu::checkMode7Fh_01h_slot);
     connect(m_mode3Fh41h, &QCheckBox::clicked, this, &MidiMenu::checkMode3fh_41h_slot);
     connect(m_modeAbsolute, &QCheckBox::clicked, this, &MidiMenu::checkMode0_127_slot);
-    for (const Field &field : m_fields) {
-        connect(field.edit, &QLineEdit::textEdited, this, &MidiMenu::processSettings);
+    for (const NumberField *field : m_fields) {
+        connect(field, &QLineEdit::textEdited, this, &MidiMenu::processSettings);
     }
 }
 
@@ -181,8 +186,8 @@ void MidiMenu::open(bool knob, int type, int id, const shortCut &record)
     layOut();
     fill(isEmpty(record) ? withUsualValues(record) : record);
     QWidget::show();
-    m_fields[Channel].edit->setFocus();
-    m_fields[Channel].edit->selectAll();
+    m_fields[Channel]->setFocus();
+    m_fields[Channel]->selectAll();
 }
 
 void MidiMenu::layOut()
@@ -201,22 +206,21 @@ void MidiMenu::layOut()
         {m_noteOnTouch, {45, 102}, {45, 182}},
         {m_touchLabel, {45, 130}, {45, 210}},
         {m_afterTouch, {45, 170}, {45, 250}},
-        {m_fields[TouchNumber].edit, {160, 90}, {160, 170}},
-        {m_fields[TouchValue].edit, {160, 130}, {160, 210}},
-        {m_fields[AfterTouchValue].edit, {160, 170}, {160, 250}},
+        {m_fields[TouchNumber], {160, 90}, {160, 170}},
+        {m_fields[TouchValue], {160, 130}, {160, 210}},
+        {m_fields[AfterTouchValue], {160, 170}, {160, 250}},
         {m_ok, {205, 250}, {205, 300}},
     };
     for (const auto &place : places) {
         place.widget->move(m_knob ? place.knob : place.button);
     }
-    for (QWidget *widget :
-         {static_cast<QWidget *>(m_knobLabel), static_cast<QWidget *>(m_fields[KnobCC].edit),
-          static_cast<QWidget *>(m_mode7Fh01h), static_cast<QWidget *>(m_mode3Fh41h),
-          static_cast<QWidget *>(m_modeAbsolute)}) {
+    for (QWidget *widget : {static_cast<QWidget *>(m_knobLabel), static_cast<QWidget *>(m_fields[KnobCC]),
+                            static_cast<QWidget *>(m_mode7Fh01h), static_cast<QWidget *>(m_mode3Fh41h),
+                            static_cast<QWidget *>(m_modeAbsolute)}) {
         widget->setVisible(m_knob);
     }
     for (const FieldIndex index : {TouchNumber, TouchValue, AfterTouchValue}) {
-        m_fields[index].edit->setVisible(!m_knob);
+        m_fields[index]->setVisible(!m_knob);
     }
     setPanelHeight(m_knob ? 330 : 280);
 }
@@ -226,14 +230,11 @@ void MidiMenu::fill(const shortCut &record)
     m_ccOnTouch->setChecked(!record.note);
     m_noteOnTouch->setChecked(record.note);
     m_afterTouch->setChecked(record.v_off_enable);
-    m_fields[AfterTouchValue].edit->setVisible(!m_knob && record.v_off_enable);
+    m_fields[AfterTouchValue]->setVisible(!m_knob && record.v_off_enable);
 
     const int values[FieldCount] = {record.channel, record.knobcc, record.cc, record.v_on, record.v_off};
-    for (int i = 0; i < FieldCount; ++i) {
-        Field &field = m_fields[size_t(i)];
-        field.value = values[i];
-        field.edit->setText(QString::number(values[i]));
-        field.edit->setStyleSheet(field.style);
+    for (std::size_t i = 0; i < FieldCount; ++i) {
+        m_fields[i]->setValue(values[i]);
     }
     m_mode7Fh01h->setChecked(record.m01h);
     m_mode3Fh41h->setChecked(record.m3fh);
@@ -243,26 +244,15 @@ void MidiMenu::fill(const shortCut &record)
 void MidiMenu::processSettings()
 {
     bool allValid = true;
-    for (Field &field : m_fields) {
-        field.edit->setStyleSheet(field.style);
-        if (field.edit->isHidden()) {
-            continue;
-        }
-        bool isNumber = false;
-        const int value = field.edit->text().toInt(&isNumber);
-        if (isNumber && value >= 0 && value <= field.most) {
-            field.value = value;
-        } else {
-            field.edit->setStyleSheet(invalidStyle);
-            allValid = false;
-        }
+    for (NumberField *field : m_fields) {
+        allValid = field->takeOver() && allValid;
     }
     if (!allValid) {
         return;
     }
     const bool note = m_noteOnTouch->isChecked();
     const bool release = m_afterTouch->isChecked();
-    const auto value = [this](FieldIndex index) { return m_fields[index].value; };
+    const auto value = [this](FieldIndex index) { return m_fields[index]->value(); };
     if (m_knob) {
         Q_EMIT newMidiKnob(m_type, value(Channel), value(TouchNumber), value(TouchValue),
                            value(AfterTouchValue), note, release, value(KnobCC), m_mode7Fh01h->isChecked(),

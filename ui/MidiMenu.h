@@ -6,8 +6,8 @@
 #include <array>
 
 class ClickableLabel;
+class NumberField;
 class QCheckBox;
-class QLineEdit;
 
 /// The dialog in which the user sets the MIDI message of one control in one layer: a button's (show()), or
 /// the knob's, which has a controller of its own while it is turned (showKnob()).
@@ -52,14 +52,7 @@ private Q_SLOTS:
     void checkMode0_127_slot(bool checked);
 
 private:
-    /// A line edit with what it means.
-    struct Field {
-        QLineEdit *edit = nullptr;
-        QString style; // when its text is valid
-        int most = 127;
-        int value = 0; // the last valid one
-    };
-    enum FieldIndex { Channel, KnobCC, TouchNumber, TouchValue, AfterTouchValue, FieldCount };
+    enum FieldIndex : std::size_t { Channel, KnobCC, TouchNumber, TouchValue, AfterTouchValue, FieldCount };
 
     void addLabels();
     void addCheckBoxes();
@@ -75,7 +68,7 @@ private:
     QLabel *m_title = nullptr;
     QLabel *m_knobLabel = nullptr;
     QLabel *m_touchLabel = nullptr;
-    std::array<Field, FieldCount> m_fields;
+    std::array<NumberField *, FieldCount> m_fields{};
     QCheckBox *m_ccOnTouch = nullptr;
     QCheckBox *m_noteOnTouch = nullptr;
     QCheckBox *m_afterTouch = nullptr;

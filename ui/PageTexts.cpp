@@ -1,0 +1,85 @@
+#include "ui/PageTexts.h"
+
+#include <QFontMetrics>
+#include <QLabel>
+
+namespace
+{
+
+QString sheet(PageTexts::Ink ink)
+{
+    constexpr const char *alphas[] = {"0.87", "0.57", "0.60", "0.40"};
+    return QStringLiteral("QLabel { color : rgba(255,255,255,%1); }")
+        .arg(QLatin1String(alphas[static_cast<int>(ink)]));
+}
+
+// The places are fixed and the texts' widths are not: a text that is too wide is drawn narrower, and one that
+// is too wide even so is shortened, with the whole of it in the tool tip.
+void showFitting(QLabel &label, const QString &text)
+{
+    constexpr int narrowest = 80; // percent; below it letters look wrong
+    QFont font = label.font();
+    const int width = QFontMetrics(font).horizontalAdvance(text);
+    if (width > label.width()) {
+        font.setStretch(qMax(narrowest, label.width() * 100 / (width + 1)));
+        label.setFont(font);
+    }
+    const QString shown = QFontMetrics(font).elidedText(text, Qt::ElideRight, label.width());
+    label.setText(shown);
+    if (shown != text) {
+        label.setToolTip(text);
+    }
+}
+
+} // namespace
+
+QLabel *PageTexts::add(QWidget &page, const QString &text, const QRect &place, Ink ink, int pointSize,
+                       int weight)
+{
+    auto *label = new QLabel(&page);
+    label->setGeometry(place);
+    label->setStyleSheet(sheet(ink));
+    label->setFont(QFont(QStringLiteral("Source Sans Pro"), pointSize, weight));
+    showFitting(*label, text);
+    return label;
+}
+
+void PageTexts::addAll(QWidget &page, const QString &midiPortName)
+{
+    const struct {
+        QString text;
+        QRect place;
+        Ink ink;
+        int pointSize;
+        int weight;
+        Qt::Alignment alignment;
+    } texts[] = {
+        {tr("VELTRIX"), {260, 129, 378, 44}, Ink::Bright, 37, QFont::Light, Qt::AlignCenter},
+        {tr("Knob and buttons settings."),
+         {295, 185, 301, 60},
+         Ink::Middle,
+         20,
+         QFont::Light,
+         Qt::AlignCenter},
+        {tr("Knob sensitivity adjustment"),
+         {349, 490, 200, 20},
+         Ink::Bright,
+         13,
+         QFont::Normal,
+         Qt::AlignCenter},
+        {tr("NORMAL"), {315, 524, 38, 11}, Ink::Bright, 8, QFont::Normal, Qt::AlignVCenter},
+        {tr("SHIFT 1"), {315, 564, 34, 11}, Ink::Bright, 8, QFont::Normal, Qt::AlignVCenter},
+        {tr("Slow"), {359, 590, 30, 14}, Ink::Dim, 11, QFont::Normal, Qt::AlignVCenter},
+        {tr("Fast"), {520, 590, 26, 14}, Ink::Dim, 11, QFont::Normal, Qt::AlignVCenter},
+    };
+    for (const auto &each : texts) {
+        add(page, each.text, each.place, each.ink, each.pointSize, each.weight)->setAlignment(each.alignment);
+    }
+
+    QLabel *midi = add(page, tr("MIDI: ") + midiPortName, {690, 625, 200, 15}, Ink::Faint, 10, QFont::Normal);
+    midi->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    midi->setObjectName(QStringLiteral("midiPort"));
+    midi->setToolTip(tr("%1\nThe MIDI output in use: the first one whose name contains \"FROM\" when the "
+                        "program starts")
+                         .arg(midiPortName));
+}
