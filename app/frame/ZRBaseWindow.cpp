@@ -1,12 +1,15 @@
 #include "app/frame/ZRBaseWindow.h"
 
 #include "app/AppInfo.h"
+#include "app/frame/UserGuide.h"
 #include "net/ZRUpdater.h"
 
+#include <QCoreApplication>
 #include <QGraphicsBlurEffect>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QUrl>
 
 #include <algorithm>
 #include <cmath>
@@ -83,20 +86,21 @@ void ZRBaseWindow::buildHeader()
 
     const struct {
         QString text;
-        const char *target;
+        QUrl target;
         int x;
         int width;
     } links[] = {
-        {tr("Contact"), AppInfo::contactPage, 348, 56},
-        {tr("User Guide"), AppInfo::userGuidePage, 412, 78},
-        {tr("Help"), AppInfo::supportPage, 498, 44},
+        {tr("Contact"), QUrl(QLatin1String(AppInfo::contactPage)), 348, 56},
+        {tr("User Guide"), UserGuide::address(QCoreApplication::applicationDirPath()), 412, 78},
+        {tr("Help"), QUrl(QLatin1String(AppInfo::supportPage)), 498, 44},
     };
     for (const auto &link : links) {
-        QLabel *label = addLabel(m_header,
-                                 QStringLiteral("<a href=\"%1\" style=\"color:rgba(255,255,255,0.32);"
-                                                "text-decoration:none\">%2</a>")
-                                     .arg(QLatin1String(link.target), link.text.toHtmlEscaped()),
-                                 {link.x, 20, link.width, 20}, 10, faint);
+        QLabel *label = addLabel(
+            m_header,
+            QStringLiteral("<a href=\"%1\" style=\"color:rgba(255,255,255,0.32);"
+                           "text-decoration:none\">%2</a>")
+                .arg(link.target.toString(QUrl::FullyEncoded).toHtmlEscaped(), link.text.toHtmlEscaped()),
+            {link.x, 20, link.width, 20}, 10, faint);
         label->setTextFormat(Qt::RichText);
         label->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
         label->setOpenExternalLinks(true);

@@ -1,6 +1,9 @@
+#include "app/AppInfo.h"
+#include "app/frame/UserGuide.h"
 #include "app/frame/ZRBaseWindow.h"
 #include "net/ZRUpdater.h"
 
+#include <QDesktopServices>
 #include <QGraphicsBlurEffect>
 #include <QLabel>
 #include <QProgressBar>
@@ -11,6 +14,17 @@
 #include <cmath>
 #include <limits>
 
+class Browser : public QObject
+{
+    Q_OBJECT
+
+public:
+    QList<QUrl> opened;
+
+public Q_SLOTS:
+    void open(const QUrl &page) { opened.append(page); }
+};
+
 class tst_ZRBaseWindow : public QObject
 {
     Q_OBJECT
@@ -18,6 +32,8 @@ class tst_ZRBaseWindow : public QObject
 private Q_SLOTS:
     void init();
     void headerTellsTheVersionAndThreeLinks();
+    void linksOpenTheirPages_data();
+    void linksOpenTheirPages();
     void anOfferBringsTheUpdatePanel();
     void aDownloadBringsItsPanelAndShowsItsProgress();
     void progressIsAWholePercentage();
@@ -67,6 +83,32 @@ void tst_ZRBaseWindow::headerTellsTheVersionAndThreeLinks()
     for (const auto *link : {"Contact", "User Guide", "Help"}) {
         QVERIFY2(shows(QLatin1String(link)), link);
     }
+}
+
+void tst_ZRBaseWindow::linksOpenTheirPages_data()
+{
+    QTest::addColumn<QString>("link");
+    QTest::addColumn<QUrl>("page");
+    QTest::newRow("Contact") << QStringLiteral("Contact") << QUrl(QLatin1String(AppInfo::contactPage));
+    QTest::newRow("User Guide") << QStringLiteral("User Guide")
+                                << UserGuide::address(QCoreApplication::applicationDirPath());
+    QTest::newRow("Help") << QStringLiteral("Help") << QUrl(QLatin1String(AppInfo::supportPage));
+}
+
+void tst_ZRBaseWindow::linksOpenTheirPages()
+{
+    QFETCH(QString, link);
+    QFETCH(QUrl, page);
+    const auto labels = m_window->findChildren<QLabel *>();
+    const auto label = std::find_if(labels.begin(), labels.end(),
+                                    [&](const QLabel *each) { return each->accessibleName() == link; });
+    QVERIFY(label != labels.end());
+
+    Browser browser;
+    QDesktopServices::setUrlHandler(page.scheme(), &browser, "open");
+    QTest::mouseClick(*label, Qt::LeftButton, Qt::NoModifier, QPoint(8, (*label)->height() / 2));
+    QDesktopServices::unsetUrlHandler(page.scheme());
+    QCOMPARE(browser.opened, QList<QUrl>{page});
 }
 
 void tst_ZRBaseWindow::anOfferBringsTheUpdatePanel()
