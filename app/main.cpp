@@ -53,7 +53,6 @@ int main(int argc, char *argv[])
     ZRUpdater *updater = ZRUpdater::instance();
     ZRUpdater::Setup updates;
     updates.version = QLatin1String(AppInfo::version);
-    updates.application = QCoreApplication::applicationFilePath();
     updates.prompt = &updateDialog;
     updater->configure(updates);
 
@@ -70,10 +69,7 @@ int main(int argc, char *argv[])
         window.show();
     }
     QObject::connect(&application, &QCoreApplication::aboutToQuit, updater, &ZRUpdater::aboutToQuit);
-    QObject::connect(updater, &ZRUpdater::onDownloadComplete, updater, [updater] {
-        updater->setInstallOnQuit();
-        updater->onCloseAllowed();
-    });
+    QObject::connect(updater, &ZRUpdater::onDownloadComplete, updater, &ZRUpdater::install);
     const auto mouseListener = createMouseListener([&] { window.devicePage()->onUserMovingMouse(); });
     const auto quitWatch = watchQuitRequests([] { QCoreApplication::quit(); });
 

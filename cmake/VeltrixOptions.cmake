@@ -7,6 +7,14 @@ option(VELTRIX_COVERAGE "Instrument for gcov" OFF)
 set(VELTRIX_SANITIZERS "" CACHE STRING "Value of -fsanitize=, for example address,undefined")
 
 set(VELTRIX_API_URL "http://api.veltrix.invalid/api/" CACHE STRING "Address of the web service, ending in /api/")
+set(VELTRIX_SIGNING_KEY "" CACHE STRING
+    "Ed25519 public key in base64 (deploy/make-key shows it): only installers and libraries signed with it are used")
+if(VELTRIX_SIGNING_KEY)
+    string(LENGTH "${VELTRIX_SIGNING_KEY}" key_length)
+    if(NOT key_length EQUAL 44 OR NOT VELTRIX_SIGNING_KEY MATCHES "^[A-Za-z0-9+/]+=$")
+        message(FATAL_ERROR "VELTRIX_SIGNING_KEY is not 32 bytes in base64: ${VELTRIX_SIGNING_KEY}")
+    endif()
+endif()
 
 set(CMAKE_CXX_STANDARD 17)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)

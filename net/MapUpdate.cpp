@@ -2,6 +2,7 @@
 
 #include "net/NetLog.h"
 
+#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QNetworkAccessManager>
@@ -9,6 +10,8 @@
 #include <QNetworkRequest>
 #include <QSettings>
 
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace
@@ -16,6 +19,7 @@ namespace
 
 const QLatin1String versionKey("ZR_VERSION");
 const QLatin1String addressKey("ZR_URL");
+const QLatin1String signatureKey("ZR_SIGNATURE");
 
 // A comparison of texts, deliberately: "9" is newer than "10", and anything is newer than nothing.
 bool isNewer(const QString &version, const QString &than)
@@ -23,16 +27,28 @@ bool isNewer(const QString &version, const QString &than)
     return QString::compare(version, than, Qt::CaseInsensitive) > 0;
 }
 
+// In one step, whether there is a file at @p target or not.
+bool replaceFile(const QString &source, const QString &target)
+{
+    std::error_code error;
+    std::filesystem::rename(source.toStdU16String(), target.toStdU16String(), error);
+    return !error;
+}
+
 } // namespace
 
-MapUpdate::MapUpdate(QString libraryFile, QSettings *settings, QString serviceUrl, QObject *parent)
+MapUpdate::MapUpdate(QString libraryFile, QSettings *settings, QString serviceUrl,
+                     const QByteArray &signingKey, QObject *parent)
     : QObject(parent)
     , m_libraryFile(std::move(libraryFile))
     , m_settings(settings)
     , m_serviceUrl(std::move(serviceUrl))
+    , m_signatureCheck(signingKey)
+    , m_downloadFile(m_signatureCheck.isRequired() ? m_libraryFile + QStringLiteral(".download")
+                                                   : m_libraryFile)
 {
     m_downloader.setMaximumSize(maximumLibrarySize);
-    connect(&m_downloader, &QDownloader::dowloadFinished, this, &MapUpdate::dowloadFinished);
+    connect(&m_downloader, &QDownloader::dowloadFinished, this, &MapUpdate::onDownloaded);
 }
 
 void MapUpdate::check()
@@ -58,8 +74,30 @@ void MapUpdate::replyFinished(QNetworkReply *reply)
         return;
     }
     qCInfo(lcNet).noquote() << "Update requiered" << version << address;
-    m_downloader.download(address, m_libraryFile);
+    m_signature = answer.value(signatureKey).toString();
+    m_downloader.download(address, m_downloadFile);
     m_settings->setValue(versionKey, version);
     m_settings->setValue(addressKey, address);
     Q_EMIT updateStarted();
+}
+
+void MapUpdate::onDownloaded(bool success)
+{
+    if (m_signatureCheck.isRequired()) {
+        success = success && acceptDownload();
+        QFile::remove(m_downloadFile); // still there after a failure
+    }
+    Q_EMIT dowloadFinished(success);
+}
+
+bool MapUpdate::acceptDownload() const
+{
+    QString fault = m_signatureCheck.faultOf(m_downloadFile, m_signature);
+    if (fault.isEmpty() && !replaceFile(m_downloadFile, m_libraryFile)) {
+        fault = QStringLiteral("it cannot take the place of ") + m_libraryFile;
+    }
+    if (!fault.isEmpty()) {
+        qCWarning(lcNet).noquote() << "The library that was downloaded is not used and is deleted:" << fault;
+    }
+    return fault.isEmpty();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "net/QDownloader.h"
+#include "net/SignatureCheck.h"
 #include "net/WebService.h"
 
 #include <QObject>
@@ -13,7 +14,11 @@ class QSettings;
 ///
 /// The settings "ZR_VERSION" and "ZR_URL" name the library that was fetched last. They are written as soon as
 /// a download starts, deliberately: one that fails is not tried again until a still greater version is
-/// announced. GUI thread only.
+/// announced.
+///
+/// The download goes straight into the library file. With a signing key it goes into a file beside it, which
+/// takes the library's place once its signature ("ZR_SIGNATURE" of the answer) has been verified, and is
+/// deleted otherwise. GUI thread only.
 class MapUpdate : public QObject
 {
     Q_OBJECT
@@ -25,7 +30,7 @@ public:
 
     /// @p libraryFile is replaced by a download. @p settings stays the caller's and must outlive this object.
     MapUpdate(QString libraryFile, QSettings *settings, QString serviceUrl = WebService::baseUrl(),
-              QObject *parent = nullptr);
+              const QByteArray &signingKey = SignatureCheck::builtInKey(), QObject *parent = nullptr);
 
     /// Asks the service. Each call sends a query of its own.
     void check();
@@ -37,7 +42,7 @@ Q_SIGNALS:
     void updateStarted();
 
     /// The end of what updateStarted() announced. When false, the library file is as the download left it:
-    /// empty, cut off, or whatever the server sent.
+    /// empty, cut off, or whatever the server sent. With a signing key it is as it was before.
     void dowloadFinished(bool success);
 
 public Q_SLOTS:
@@ -45,8 +50,14 @@ public Q_SLOTS:
     void replyFinished(QNetworkReply *reply);
 
 private:
+    void onDownloaded(bool success);
+    bool acceptDownload() const;
+
     QString m_libraryFile;
     QSettings *m_settings;
     QString m_serviceUrl;
+    SignatureCheck m_signatureCheck;
+    QString m_downloadFile; // the library itself, unless it has to be checked first
+    QString m_signature;    // of what is being downloaded
     QDownloader m_downloader;
 };

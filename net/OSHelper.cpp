@@ -72,6 +72,11 @@ bool OSHelper::executeNoWait(const QString &program, const QStringList &argument
     return false;
 }
 
+bool OSHelper::canReplace(System system, const QString &application)
+{
+    return system == System::Windows || QFileInfo(QFileInfo(application).path()).isWritable();
+}
+
 bool OSHelper::startInstaller(System system, const QString &application, const QString &installer)
 {
     if (system == System::Windows) {
@@ -80,7 +85,7 @@ bool OSHelper::startInstaller(System system, const QString &application, const Q
     }
     const QString name =
         system == System::MacOs ? QStringLiteral("OSXZRUpdater.sh") : QStringLiteral("LinuxZRUpdater.sh");
-    if (!QFileInfo(QFileInfo(application).path()).isWritable()) {
+    if (!canReplace(system, application)) {
         qCWarning(lcNet).noquote() << "[Updater] not allowed to replace" << application
                                    << "- the new version is left at" << installer;
         return false;

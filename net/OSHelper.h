@@ -16,6 +16,10 @@ System thisSystem();
 /// line, when it could not be started.
 bool executeNoWait(const QString &program, const QStringList &arguments);
 
+/// Whether an update may replace the program at @p application. An installer of Windows asks for the rights
+/// that it needs.
+bool canReplace(System system, const QString &application);
+
 /// Starts what replaces the program at @p application by the downloaded @p installer, and logs it: Windows
 /// runs the installer itself, the others run the updater script from ":/scripts/", which is put beside the
 /// installer for that. False, with a log line, when nothing could be started; the installer then stays.

@@ -2,6 +2,7 @@
 
 #include "net/NetLog.h"
 #include "net/QDownloader.h"
+#include "net/SignatureCheck.h"
 #include "net/WebService.h"
 
 #include <QCoreApplication>
@@ -54,6 +55,7 @@ ZRUpdater::Setup::Setup()
     , prompt(nullptr)
     , quit([] { QCoreApplication::quit(); })
     , system(OSHelper::thisSystem())
+    , signingKey(SignatureCheck::builtInKey())
     , checkInterval(defaultCheckInterval)
     , answerDeadline(WebService::answerDeadline)
 {
@@ -130,18 +132,17 @@ void ZRUpdater::onUpdateResponse(QNetworkReply *reply)
     }
     const QJsonObject answer = readAnswer(WebService::body(reply));
     const QString version = answer.value(QLatin1String("UPDATE_VERSION")).toString();
+    if (!isBusy()) { // what is on its way stays what it is
+        m_updateVersion = version;
+        m_updateUrl = installerAddress(answer.value(QLatin1String("UPDATE_URL")).toString());
+        m_updateSignature = answer.value(QLatin1String("UPDATE_SIGNATURE")).toString();
+    }
     // An updater that was not told its own version would take everything for newer.
-    const bool greater = !m_setup.version.isEmpty() && isGreater(version, m_setup.version);
-    if (isBusy() && greater) {
-        return; // what is on its way stays what it is
-    }
-    if (!greater) {
+    if (m_setup.version.isEmpty() || !isGreater(version, m_setup.version)) {
         Q_EMIT onNoUpdate();
-        return;
+    } else if (!isBusy()) {
+        offer(answer.value(QLatin1String("UPDATE_PRIORITY")).toString());
     }
-    m_updateVersion = version;
-    m_updateUrl = installerAddress(answer.value(QLatin1String("UPDATE_URL")).toString());
-    offer(answer.value(QLatin1String("UPDATE_PRIORITY")).toString());
 }
 
 void ZRUpdater::offer(const QString &priority)
@@ -207,7 +208,6 @@ void ZRUpdater::startDownload()
         return;
     }
     m_downloading = true;
-    m_cutOff = true;
     m_downloader = new QDownloader(this);
     connect(m_downloader, &QDownloader::dowloadFinished, this, &ZRUpdater::dowloadFinished);
     connect(m_downloader, &QDownloader::downloadProgress, this, &ZRUpdater::downloadProgress);
@@ -223,6 +223,7 @@ void ZRUpdater::startDownload()
     QFile::remove(file); // takes a link away, not what it points to
     m_downloader->setCreateNew(true);
     m_downloader->setLengthRequired(true);
+    m_downloader->setMaximumSize(maximumInstallerSize);
     m_downloader->download(m_updateUrl, file);
 }
 
@@ -248,26 +249,56 @@ void ZRUpdater::dowloadFinished(bool success)
     if (m_downloader) {
         m_downloader->deleteLater();
         m_downloader.clear();
-        const QFileInfo file(m_setup.installerFile);
-        if (success && (file.size() == 0 ||
-                        !QFile::setPermissions(file.filePath(),
-                                               QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner))) {
-            qCWarning(lcNet).noquote() << "[Updater] the installer cannot be used:" << file.filePath();
-            success = false;
-        }
+        success = success && acceptInstaller();
         m_complete = success;
-        m_cutOff = !success;
     }
     if (success && m_mandatory) {
-        setInstallOnQuit();
-        ask(tr("Please press OK to close Veltrix and complete the update process."), tr("OK"), QString(),
-            &ZRUpdater::onCloseAllowed, nullptr);
+        install();
     } else if (success) {
         Q_EMIT onDownloadComplete();
     } else if (wasDownloading) {
         ask(tr("An error occurred during download."), tr("OK"), QString(), nullptr, nullptr);
         Q_EMIT onDownloadInterrupted();
     }
+}
+
+void ZRUpdater::install()
+{
+    setInstallOnQuit();
+    if (!OSHelper::canReplace(m_setup.system, m_setup.application)) {
+        ask(tr("The new version has been downloaded, but Veltrix is not allowed to replace itself here. "
+               "Please install it yourself:\n%1")
+                .arg(m_setup.installerFile),
+            tr("OK"), QString(), nullptr, nullptr);
+    } else if (m_mandatory) {
+        ask(tr("Please press OK to close Veltrix and complete the update process."), tr("OK"), QString(),
+            &ZRUpdater::onCloseAllowed, nullptr);
+    } else {
+        onCloseAllowed();
+    }
+}
+
+// Makes what was downloaded something that can be started, or deletes it.
+bool ZRUpdater::acceptInstaller() const
+{
+    const QString file = m_setup.installerFile;
+    QString fault;
+    if (QFileInfo(file).size() == 0) {
+        fault = QStringLiteral("it is empty");
+    } else {
+        fault = SignatureCheck(m_setup.signingKey).faultOf(file, m_updateSignature);
+    }
+    if (fault.isEmpty() &&
+        !QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner)) {
+        fault = QStringLiteral("it cannot be made executable");
+    }
+    if (fault.isEmpty()) {
+        return true;
+    }
+    qCWarning(lcNet).noquote() << "[Updater] the installer" << file
+                               << "cannot be used and is deleted:" << fault;
+    QFile::remove(file);
+    return false;
 }
 
 void ZRUpdater::onCloseAllowed()
@@ -283,7 +314,7 @@ void ZRUpdater::aboutToQuit()
     if (!m_installOnQuit) {
         return;
     }
-    if (m_cutOff) {
+    if (!m_complete) {
         qCWarning(lcNet) << "[Updater] the installer did not arrive whole and is not started";
         return;
     }

@@ -3,6 +3,7 @@
 #include "net/OSHelper.h"
 #include "net/UpdatePrompt.h"
 
+#include <QByteArray>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -18,7 +19,8 @@ class QTimer;
 /// downloads its installer, and starts the installer when the program quits.
 ///
 /// One download at a time: while one runs, and once one is complete, no answer and no button starts another.
-/// A download that breaks off leaves a file that is never started. GUI thread only.
+/// A download that breaks off leaves a file that is never started. With a signing key, an installer whose
+/// signature ("UPDATE_SIGNATURE" of the answer) does not verify is deleted. GUI thread only.
 class ZRUpdater : public QObject
 {
     Q_OBJECT
@@ -26,6 +28,9 @@ class ZRUpdater : public QObject
 
 public:
     static constexpr int defaultCheckInterval = 1800000; ///< ms
+
+    /// An installer that is larger is not fetched to its end.
+    static constexpr qint64 maximumInstallerSize = 256LL * 1024 * 1024;
 
     /// What the updater works with. The defaults are the program's; what is empty or null is done without.
     struct Setup {
@@ -36,6 +41,7 @@ public:
         UpdatePrompt *prompt;       ///< stays the caller's; may go before the updater
         std::function<void()> quit; ///< ends the application's event loop
         OSHelper::System system;    ///< how the installer is started
+        QByteArray signingKey;      ///< without one, installers need no signature
         int checkInterval;          ///< ms between two checks
         int answerDeadline;         ///< ms in which the service has to answer
         Setup();
@@ -60,6 +66,10 @@ public:
     /// Has the downloaded installer started when the program quits.
     void setInstallOnQuit() { m_installOnQuit = true; }
 
+    /// Ends the program so that the downloaded installer is started, after asking if the update is mandatory.
+    /// Where the program cannot be replaced it says so and goes on; the installer stays.
+    void install();
+
     bool isDownloading() const { return m_downloading; }
 
 Q_SIGNALS:
@@ -67,7 +77,7 @@ Q_SIGNALS:
     void onDownloadStart();
     /// The fraction that has arrived, 0 to 1; negative or no number when the length is unknown.
     void onDownloading(float fraction);
-    /// The installer is complete. One listener is to have it installed: setInstallOnQuit(), onCloseAllowed().
+    /// The installer is complete. One listener is to have it installed with install().
     void onDownloadComplete();
     /// A download failed without having been cancelled.
     void onDownloadInterrupted();
@@ -96,6 +106,7 @@ private:
     void ask(const QString &text, const QString &button1, const QString &button2, void (ZRUpdater::*first)(),
              void (ZRUpdater::*second)());
     void startDownload();
+    bool acceptInstaller() const;
     bool isBusy() const;
     void release();
 
@@ -106,9 +117,9 @@ private:
     QPointer<QDownloader> m_downloader;
     QString m_updateUrl;
     QString m_updateVersion;
+    QString m_updateSignature;
     bool m_downloading = false;
     bool m_mandatory = false;
     bool m_installOnQuit = false;
-    bool m_complete = false; // the installer has arrived whole
-    bool m_cutOff = false;   // the installer file is what an unfinished download left
+    bool m_complete = false; // the installer has arrived whole, and verifies
 };

@@ -18,6 +18,7 @@ ZRUpdater::Setup UpdaterRig::setup()
     setup.installerFile = installer();
     setup.application = dir.filePath(QStringLiteral("application"));
     setup.prompt = prompt.get();
+    setup.signingKey.clear();
     setup.quit = [this] { ++quits; };
     return setup;
 }
@@ -45,11 +46,15 @@ void UpdaterRig::build(const ZRUpdater::Setup &setup)
     });
 }
 
-void UpdaterRig::setOffer(const char *version, const char *priority, const QString &url)
+void UpdaterRig::setOffer(const char *version, const char *priority, const QString &url,
+                          const QByteArray &signature)
 {
-    const QJsonObject answer{{QStringLiteral("UPDATE_VERSION"), QString::fromLatin1(version)},
-                             {QStringLiteral("UPDATE_PRIORITY"), QString::fromLatin1(priority)},
-                             {QStringLiteral("UPDATE_URL"), url}};
+    QJsonObject answer{{QStringLiteral("UPDATE_VERSION"), QString::fromLatin1(version)},
+                       {QStringLiteral("UPDATE_PRIORITY"), QString::fromLatin1(priority)},
+                       {QStringLiteral("UPDATE_URL"), url}};
+    if (!signature.isEmpty()) {
+        answer.insert(QStringLiteral("UPDATE_SIGNATURE"), QString::fromLatin1(signature));
+    }
     setAnswer(QJsonDocument(answer).toJson());
 }
 

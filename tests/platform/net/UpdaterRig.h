@@ -23,7 +23,8 @@ public:
 
     /// What the service answers to "zrversion".
     void setAnswer(const QByteArray &body) { server.setAnswer("/api/", body); }
-    void setOffer(const char *version, const char *priority, const QString &url);
+    void setOffer(const char *version, const char *priority, const QString &url,
+                  const QByteArray &signature = {});
 
     /// Asks the service and waits for what comes of it.
     void check();

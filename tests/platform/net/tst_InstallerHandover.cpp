@@ -42,6 +42,7 @@ private Q_SLOTS:
     void linuxReplacesTheProgram();
     void linuxLeavesWhatIsNoProgram_data();
     void linuxLeavesWhatIsNoProgram();
+    void linuxLeavesTheInstallerWhereTheProgramCannotBeReplaced_data();
     void linuxLeavesTheInstallerWhereTheProgramCannotBeReplaced();
     void nothingIsStartedUnlessArmed();
     void installerIsStartedOnce();
@@ -74,10 +75,7 @@ void tst_InstallerHandover::download(OSHelper::System system, const QByteArray &
     setup.system = system;
     m_rig->build(setup);
     ZRUpdater *updater = m_rig->updater.get();
-    connect(updater, &ZRUpdater::onDownloadComplete, updater, [updater] {
-        updater->setInstallOnQuit();
-        updater->onCloseAllowed();
-    });
+    connect(updater, &ZRUpdater::onDownloadComplete, updater, &ZRUpdater::install);
     m_rig->server.setAnswer("/installer", body);
     m_rig->setOffer("2", "LOW", m_rig->server.url("/installer"));
     m_rig->check();
@@ -158,19 +156,40 @@ void tst_InstallerHandover::linuxLeavesWhatIsNoProgram()
     QCOMPARE(contentOf(m_rig->installer()), body);
 }
 
+void tst_InstallerHandover::linuxLeavesTheInstallerWhereTheProgramCannotBeReplaced_data()
+{
+    QTest::addColumn<bool>("mandatory");
+    QTest::newRow("taken in the window") << false;
+    QTest::newRow("mandatory") << true;
+}
+
 void tst_InstallerHandover::linuxLeavesTheInstallerWhereTheProgramCannotBeReplaced()
 {
+    QFETCH(bool, mandatory);
     ZRUpdater::Setup setup = m_rig->setup();
+    setup.system = OSHelper::System::Linux;
     setup.application = QStringLiteral("/proc/self/exe"); // a folder that not even root may write into
     m_rig->build(setup);
+    ZRUpdater *updater = m_rig->updater.get();
+    connect(updater, &ZRUpdater::onDownloadComplete, updater, &ZRUpdater::install);
     m_rig->server.setAnswer("/installer", "#!/bin/sh\n");
-    m_rig->setOffer("2", "MAN", m_rig->server.url("/installer"));
+    m_rig->setOffer("2", mandatory ? "MAN" : "LOW", m_rig->server.url("/installer"));
     m_rig->check();
-    QTRY_COMPARE(m_rig->prompt->questions.size(), 1);
+    if (!mandatory) {
+        updater->onUpdateAllowed();
+    }
+    const QString text =
+        QStringLiteral("The new version has been downloaded, but Veltrix is not allowed to replace itself "
+                       "here. Please install it yourself:\n") +
+        m_rig->installer();
+    QTRY_COMPARE(m_rig->prompt->questions, (QList<QStringList>{{text, QStringLiteral("OK"), QString()}}));
+    m_rig->prompt->press(0);
+    QCOMPARE(m_rig->quits, 0); // the program goes on
+
     const QString line =
         QStringLiteral("[Updater] not allowed to replace /proc/self/exe - the new version is left at ");
     QTest::ignoreMessage(QtWarningMsg, qPrintable(line + m_rig->installer()));
-    m_rig->updater->aboutToQuit();
+    updater->aboutToQuit();
     QCOMPARE(contentOf(m_rig->installer()), QByteArray("#!/bin/sh\n"));
 }
 

@@ -1,6 +1,8 @@
 #include "net/MapUpdate.h"
 #include "tests/support/http/HttpServer.h"
+#include "tests/support/signing/SigningKey.h"
 
+#include <QDir>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -45,12 +47,19 @@ private Q_SLOTS:
     void failedDownloadIsNotTriedAgainForTheSameVersion();
     void failedDownloadLeavesTheFileAsItIs_data();
     void failedDownloadLeavesTheFileAsItIs();
+    void libraryNeedsTheSignatureOfItsKey_data();
+    void libraryNeedsTheSignatureOfItsKey();
+    void withAKeyTheLibraryStandsUntilTheNewOneIsWhole();
+    void withAKeyTheFirstLibraryNeedsNone();
+    void withoutAKeyASignatureIsNotLookedAt();
     void logSaysWhatIsCompared();
     void goneWhileItAsks();
 
 private:
-    void setAnswer(const QString &version, const QString &url);
+    void build(const QByteArray &signingKey);
+    void setAnswer(const QString &version, const QString &url, const QByteArray &signature = {});
     void checkAndWait();
+    QStringList files() const { return QDir(m_dir->path()).entryList({QStringLiteral("ZR*")}, QDir::Files); }
     QString local() const { return m_settings->value(QStringLiteral("ZR_VERSION")).toString(); }
     QString library() const { return m_dir->filePath(QStringLiteral("ZR.xml")); }
 
@@ -69,17 +78,25 @@ void tst_MapUpdate::init()
     m_server->setAnswer("/library", "<ZR>the new one</ZR>");
     m_settings =
         std::make_unique<QSettings>(m_dir->filePath(QStringLiteral("settings.ini")), QSettings::IniFormat);
-    m_update = std::make_unique<MapUpdate>(library(), m_settings.get(), m_server->url("/api/"));
-    m_started = std::make_unique<QSignalSpy>(m_update.get(), &MapUpdate::updateStarted);
-    m_finished = std::make_unique<QSignalSpy>(m_update.get(), &MapUpdate::dowloadFinished);
+    build({});
     QFile file(library());
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("<ZR>the old one</ZR>");
 }
 
-void tst_MapUpdate::setAnswer(const QString &version, const QString &url)
+void tst_MapUpdate::build(const QByteArray &signingKey)
 {
-    const QJsonObject answer{{QStringLiteral("ZR_VERSION"), version}, {QStringLiteral("ZR_URL"), url}};
+    m_update = std::make_unique<MapUpdate>(library(), m_settings.get(), m_server->url("/api/"), signingKey);
+    m_started = std::make_unique<QSignalSpy>(m_update.get(), &MapUpdate::updateStarted);
+    m_finished = std::make_unique<QSignalSpy>(m_update.get(), &MapUpdate::dowloadFinished);
+}
+
+void tst_MapUpdate::setAnswer(const QString &version, const QString &url, const QByteArray &signature)
+{
+    QJsonObject answer{{QStringLiteral("ZR_VERSION"), version}, {QStringLiteral("ZR_URL"), url}};
+    if (!signature.isEmpty()) {
+        answer.insert(QStringLiteral("ZR_SIGNATURE"), QString::fromLatin1(signature));
+    }
     m_server->setAnswer("/api/", QJsonDocument(answer).toJson());
 }
 
@@ -259,6 +276,77 @@ void tst_MapUpdate::failedDownloadLeavesTheFileAsItIs()
     QTRY_COMPARE(m_finished->size(), 1);
     QCOMPARE(m_finished->first().first().toBool(), false);
     QCOMPARE(contentOf(library()), HttpServer::generated(0, 600));
+}
+
+void tst_MapUpdate::libraryNeedsTheSignatureOfItsKey_data()
+{
+    QTest::addColumn<QByteArray>("signature");
+    QTest::addColumn<QString>("fault");
+    const QByteArray library = "<ZR>the new one</ZR>";
+    const QString wrong = QStringLiteral("its signature does not verify");
+    QTest::newRow("genuine") << SigningKey().sign(library) << QString();
+    QTest::newRow("none") << QByteArray() << QStringLiteral("it is not signed");
+    QTest::newRow("garbage") << QByteArray("AAAA") << QStringLiteral("its signature is not one");
+    QTest::newRow("another key's") << SigningKey(2).sign(library) << wrong;
+    QTest::newRow("of another library") << SigningKey().sign("<ZR>the old one</ZR>") << wrong;
+}
+
+void tst_MapUpdate::libraryNeedsTheSignatureOfItsKey()
+{
+    QFETCH(QByteArray, signature);
+    QFETCH(QString, fault);
+    build(SigningKey().publicKey());
+    setAnswer(QStringLiteral("5"), m_server->url("/library"), signature);
+    if (!fault.isEmpty()) {
+        const QString line = QStringLiteral("The library that was downloaded is not used and is deleted: ");
+        QTest::ignoreMessage(QtWarningMsg, qPrintable(line + fault));
+    }
+    checkAndWait();
+    QTRY_COMPARE(m_finished->size(), 1);
+    QCOMPARE(m_finished->first().first().toBool(), fault.isEmpty());
+    QCOMPARE(contentOf(library()),
+             fault.isEmpty() ? QByteArray("<ZR>the new one</ZR>") : QByteArray("<ZR>the old one</ZR>"));
+    QCOMPARE(files(), QStringList{QStringLiteral("ZR.xml")});
+    QCOMPARE(local(), QStringLiteral("5"));
+}
+
+void tst_MapUpdate::withAKeyTheLibraryStandsUntilTheNewOneIsWhole()
+{
+    HttpAnswer answer;
+    answer.generatedSize = 1000;
+    answer.stallAt = 600;
+    m_server->setAnswer("/library", answer);
+    setAnswer(QStringLiteral("5"), m_server->url("/library"),
+              SigningKey().sign(HttpServer::generated(0, 1000)));
+    build(SigningKey().publicKey());
+    m_update->setStallTimeout(300);
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("closed|canceled")));
+    checkAndWait();
+    QTRY_COMPARE(contentOf(library() + QStringLiteral(".download")).size(), 600);
+    QCOMPARE(contentOf(library()), QByteArray("<ZR>the old one</ZR>"));
+    QTRY_COMPARE(m_finished->size(), 1);
+    QCOMPARE(m_finished->first().first().toBool(), false);
+    QCOMPARE(contentOf(library()), QByteArray("<ZR>the old one</ZR>"));
+    QCOMPARE(files(), QStringList{QStringLiteral("ZR.xml")});
+}
+
+void tst_MapUpdate::withAKeyTheFirstLibraryNeedsNone()
+{
+    QVERIFY(QFile::remove(library()));
+    build(SigningKey().publicKey());
+    setAnswer(QStringLiteral("5"), m_server->url("/library"), SigningKey().sign("<ZR>the new one</ZR>"));
+    checkAndWait();
+    QTRY_COMPARE(m_finished->size(), 1);
+    QCOMPARE(contentOf(library()), QByteArray("<ZR>the new one</ZR>"));
+}
+
+void tst_MapUpdate::withoutAKeyASignatureIsNotLookedAt()
+{
+    setAnswer(QStringLiteral("5"), m_server->url("/library"), "nonsense");
+    checkAndWait();
+    QTRY_COMPARE(m_finished->size(), 1);
+    QCOMPARE(m_finished->first().first().toBool(), true);
+    QCOMPARE(contentOf(library()), QByteArray("<ZR>the new one</ZR>"));
 }
 
 void tst_MapUpdate::logSaysWhatIsCompared()

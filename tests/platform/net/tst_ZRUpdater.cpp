@@ -1,4 +1,5 @@
 #include "tests/platform/net/UpdaterRig.h"
+#include "tests/support/signing/SigningKey.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -46,6 +47,7 @@ private Q_SLOTS:
     void init();
     void intervalIsHalfAnHour();
     void firstCheckAsSoonAsTheLoopRuns();
+    void checksEveryHalfHour();
     void checksAgainAndAgain();
     void requestIsAsTheServiceWantsIt();
     void versionDecides_data();
@@ -56,6 +58,7 @@ private Q_SLOTS:
     void answerThatIsNoObjectOffersNothing_data();
     void answerThatIsNoObjectOffersNothing();
     void hugeAnswerOffersNothing();
+    void answerWithoutAnEndOffersNothing_data();
     void answerWithoutAnEndOffersNothing();
     void errorOnTheCheckIsSilent_data();
     void errorOnTheCheckIsSilent();
@@ -63,6 +66,7 @@ private Q_SLOTS:
     void addressIsTakenFromTheAnswer();
     void unknownPriorityDoesNothing_data();
     void unknownPriorityDoesNothing();
+    void withdrawnOfferIsNotFetched();
     void lowOffersInTheWindow();
     void midAsks();
     void midIsNotAskedTwice();
@@ -80,6 +84,10 @@ private Q_SLOTS:
     void cutOffIsInterruptedAndOfferedAgain();
     void lengthThatIsMissingIsInterrupted();
     void emptyInstallerIsInterrupted();
+    void installerNeedsTheSignatureOfItsKey_data();
+    void installerNeedsTheSignatureOfItsKey();
+    void withoutAKeyASignatureIsNotLookedAt();
+    void whatLiesThereFromBeforeIsNotStarted();
     void installerIsCreatedNew();
     void installerIsExecutableOnlyWhenComplete();
     void installerPlaceOpenToOthersIsRefused();
@@ -129,6 +137,22 @@ void tst_ZRUpdater::firstCheckAsSoonAsTheLoopRuns()
     QCOMPARE(m_rig->server.requests().size(), 0);
     QVERIFY(m_rig->waitFor(QStringLiteral("no update")));
     QCOMPARE(m_rig->server.requests().size(), 1);
+}
+
+// The half hours are let pass by hand.
+void tst_ZRUpdater::checksEveryHalfHour()
+{
+    m_rig->setOffer("1.10", "LOW", url());
+    m_rig->updater->arm();
+    auto *timer = m_rig->updater->findChild<QTimer *>();
+    for (int check = 1; check <= 4; ++check) {
+        QTRY_COMPARE(m_rig->signalsSeen.size(), check);
+        QCOMPARE(m_rig->server.requests().size(), check);
+        QCOMPARE(timer->interval(), 1800000);
+        QVERIFY(timer->remainingTime() > 1700000);
+        QTimerEvent halfHourLater(timer->timerId());
+        QCoreApplication::sendEvent(timer, &halfHourLater);
+    }
 }
 
 void tst_ZRUpdater::checksAgainAndAgain()
@@ -241,12 +265,26 @@ void tst_ZRUpdater::hugeAnswerOffersNothing()
     QCOMPARE(m_rig->signalsSeen, QStringList());
 }
 
+void tst_ZRUpdater::answerWithoutAnEndOffersNothing_data()
+{
+    QTest::addColumn<bool>("drips");
+    QTest::newRow("stalls before its end") << false;
+    QTest::newRow("goes on and on") << true;
+}
+
 void tst_ZRUpdater::answerWithoutAnEndOffersNothing()
 {
+    QFETCH(bool, drips);
     HttpAnswer answer;
     answer.body = R"({"UPDATE_VERSION":"9","UPDATE_PRIORITY":"LOW","UPDATE_URL":"http://h/"})";
     answer.length = HttpAnswer::Length::Chunked;
     answer.stallAt = answer.body.size();
+    if (drips) {
+        answer.body += QByteArray(100'000, ' ');
+        answer.stallAt = -1;
+        answer.pieceSize = 80;
+        answer.pause = 10;
+    }
     m_rig->server.setAnswer("/api/", answer);
     ZRUpdater::Setup setup = m_rig->setup();
     setup.answerDeadline = 200;
@@ -325,6 +363,19 @@ void tst_ZRUpdater::unknownPriorityDoesNothing()
     QCOMPARE(m_rig->signalsSeen, QStringList());
     QVERIFY(m_rig->prompt->questions.isEmpty());
     QCOMPARE(m_rig->server.requestCount("/installer"), 0);
+}
+
+void tst_ZRUpdater::withdrawnOfferIsNotFetched()
+{
+    m_rig->setOffer("2", "LOW", m_rig->server.url("/withdrawn"));
+    m_rig->check();
+    m_rig->setOffer("1.10", "LOW", url());
+    m_rig->check();
+    QCOMPARE(m_rig->signalsSeen, seen({"available 2", "no update"}));
+    QTest::ignoreMessage(QtInfoMsg, "[Updater] onUpdateAllowed");
+    m_rig->updater->onUpdateAllowed(); // the offer still stands in the window
+    QVERIFY(m_rig->waitFor(QStringLiteral("complete")));
+    QCOMPARE(m_rig->server.requestCount("/withdrawn"), 0);
 }
 
 void tst_ZRUpdater::lowOffersInTheWindow()
@@ -570,9 +621,72 @@ void tst_ZRUpdater::emptyInstallerIsInterrupted()
 {
     m_rig->server.setAnswer("/installer", "");
     m_rig->setOffer("2", "MAN", url());
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("the installer cannot be used")));
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("cannot be used and is deleted: it is empty$")));
     m_rig->check();
     QVERIFY(m_rig->waitFor(QStringLiteral("interrupted")));
+}
+
+void tst_ZRUpdater::installerNeedsTheSignatureOfItsKey_data()
+{
+    QTest::addColumn<QByteArray>("signature");
+    QTest::addColumn<QString>("fault");
+    const QByteArray genuine = SigningKey().sign(installerBody);
+    const QString wrong = QStringLiteral("its signature does not verify");
+    QTest::newRow("genuine") << genuine << QString();
+    QTest::newRow("none") << QByteArray() << QStringLiteral("it is not signed");
+    QTest::newRow("garbage") << QByteArray("c2lnbmF0dXJl!") << QStringLiteral("its signature is not one");
+    QTest::newRow("another key's") << SigningKey(2).sign(installerBody) << wrong;
+    QTest::newRow("of another installer") << SigningKey().sign("#!/bin/sh\nexit 1\n") << wrong;
+}
+
+void tst_ZRUpdater::installerNeedsTheSignatureOfItsKey()
+{
+    QFETCH(QByteArray, signature);
+    QFETCH(QString, fault);
+    ZRUpdater::Setup setup = m_rig->setup();
+    setup.signingKey = SigningKey().publicKey();
+    m_rig->build(setup);
+    m_rig->setOffer("2", "MAN", url(), signature);
+    m_rig->check();
+    if (fault.isEmpty()) {
+        QTRY_COMPARE(m_rig->prompt->questions, QList<QStringList>{asked(pleaseClose, "OK")});
+        QCOMPARE(contentOf(m_rig->installer()), installerBody);
+        return;
+    }
+    const QString line = QStringLiteral("[Updater] the installer %1 cannot be used and is deleted: ");
+    QTest::ignoreMessage(QtWarningMsg, qPrintable(line.arg(m_rig->installer()) + fault));
+    QVERIFY(m_rig->waitFor(QStringLiteral("interrupted")));
+    QCOMPARE(m_rig->prompt->questions, QList<QStringList>{asked(failed, "OK")});
+    QVERIFY(!QFile::exists(m_rig->installer()));
+
+    m_rig->updater->setInstallOnQuit();
+    QTest::ignoreMessage(QtWarningMsg, "[Updater] the installer did not arrive whole and is not started");
+    m_rig->updater->aboutToQuit();
+
+    // What comes next may be the maker's again.
+    m_rig->setOffer("2", "MAN", url(), SigningKey().sign(installerBody));
+    m_rig->check();
+    QTRY_COMPARE(m_rig->prompt->questions.last(), asked(pleaseClose, "OK"));
+}
+
+void tst_ZRUpdater::withoutAKeyASignatureIsNotLookedAt()
+{
+    m_rig->setOffer("2", "MAN", url(), "nonsense");
+    m_rig->check();
+    QTRY_COMPARE(m_rig->prompt->questions, QList<QStringList>{asked(pleaseClose, "OK")});
+}
+
+void tst_ZRUpdater::whatLiesThereFromBeforeIsNotStarted()
+{
+    QVERIFY(QDir(m_rig->dir.path()).mkdir(QStringLiteral("update")));
+    QFile file(m_rig->installer());
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(installerBody);
+    file.close();
+    m_rig->updater->setInstallOnQuit();
+    QTest::ignoreMessage(QtWarningMsg, "[Updater] the installer did not arrive whole and is not started");
+    m_rig->updater->aboutToQuit();
 }
 
 void tst_ZRUpdater::installerIsCreatedNew()
