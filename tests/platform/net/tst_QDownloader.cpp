@@ -107,9 +107,14 @@ private Q_SLOTS:
 
 private:
     QString path(const char *name) const { return m_dir->filePath(QString::fromLatin1(name)); }
+    void download() { m_downloader->download(m_server->url("/file"), path("file")); }
+    // What the next report of an end says; nothing when there is none.
+    QVariant outcome() { return m_finished->wait() ? m_finished->last().first() : QVariant(); }
 
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<HttpServer> m_server;
+    std::unique_ptr<QDownloader> m_downloader;
+    std::unique_ptr<QSignalSpy> m_finished;
 };
 
 void tst_QDownloader::init()
@@ -117,6 +122,8 @@ void tst_QDownloader::init()
     m_dir = std::make_unique<QTemporaryDir>();
     QVERIFY(m_dir->isValid());
     m_server = std::make_unique<HttpServer>();
+    m_downloader = std::make_unique<QDownloader>();
+    m_finished = std::make_unique<QSignalSpy>(m_downloader.get(), &QDownloader::dowloadFinished);
 }
 
 void tst_QDownloader::wholeFileArrives()
@@ -124,15 +131,12 @@ void tst_QDownloader::wholeFileArrives()
     HttpAnswer answer;
     answer.generatedSize = 3'000'001;
     m_server->setAnswer("/file", answer);
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
-    QVERIFY(!downloader.isRunning());
-    downloader.download(m_server->url("/file"), path("file"));
-    QVERIFY(downloader.isRunning());
-    QVERIFY(finished.wait());
-    QCOMPARE(finished.size(), 1);
-    QCOMPARE(finished.first().first().toBool(), true);
-    QVERIFY(!downloader.isRunning());
+    QVERIFY(!m_downloader->isRunning());
+    download();
+    QVERIFY(m_downloader->isRunning());
+    QCOMPARE(outcome(), QVariant(true));
+    QCOMPARE(m_finished->size(), 1);
+    QVERIFY(!m_downloader->isRunning());
     QVERIFY(contentOf(path("file")) == HttpServer::generated(0, answer.generatedSize));
     QCOMPARE(m_server->requests().first().method, QByteArray("GET"));
     QCOMPARE(m_server->requests().first().target, QByteArray("/file"));
@@ -145,11 +149,9 @@ void tst_QDownloader::progressIsAFraction()
     answer.pieceSize = 100;
     answer.pause = 60;
     m_server->setAnswer("/file", answer);
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
-    QSignalSpy progress(&downloader, &QDownloader::downloadProgress);
-    downloader.download(m_server->url("/file"), path("file"));
-    QVERIFY(finished.wait());
+    QSignalSpy progress(m_downloader.get(), &QDownloader::downloadProgress);
+    download();
+    QVERIFY(m_finished->wait());
     QVERIFY(progress.size() > 2);
     float last = 0;
     for (const QList<QVariant> &each : qAsConst(progress)) {
@@ -169,12 +171,9 @@ void tst_QDownloader::unknownLengthGivesNegativeProgress()
     answer.pieceSize = 500;
     answer.pause = 120;
     m_server->setAnswer("/file", answer);
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
-    QSignalSpy progress(&downloader, &QDownloader::downloadProgress);
-    downloader.download(m_server->url("/file"), path("file"));
-    QVERIFY(finished.wait());
-    QCOMPARE(finished.first().first().toBool(), true);
+    QSignalSpy progress(m_downloader.get(), &QDownloader::downloadProgress);
+    download();
+    QCOMPARE(outcome(), QVariant(true));
     QVERIFY(!progress.isEmpty());
     QCOMPARE(progress.first().first().toFloat(), -1000.0F); // 1000 bytes of -1
     QCOMPARE(progress.last().first().toFloat(), 1.0F);      // the end is known when it is there
@@ -194,11 +193,8 @@ void tst_QDownloader::unknownLength()
     answer.generatedSize = 500'000;
     answer.length = HttpAnswer::Length(length);
     m_server->setAnswer("/file", answer);
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
-    downloader.download(m_server->url("/file"), path("file"));
-    QVERIFY(finished.wait());
-    QCOMPARE(finished.first().first().toBool(), true);
+    download();
+    QCOMPARE(outcome(), QVariant(true));
     QVERIFY(contentOf(path("file")) == HttpServer::generated(0, answer.generatedSize));
 }
 
@@ -209,22 +205,17 @@ void tst_QDownloader::existingFileIsEmptiedAtOnce()
     file.write("old and much longer than the new one");
     file.close();
     m_server->setAnswer("/file", "new");
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
-    downloader.download(m_server->url("/file"), path("file"));
+    download();
     QCOMPARE(contentOf(path("file")), QByteArray());
-    QVERIFY(finished.wait());
+    QVERIFY(m_finished->wait());
     QCOMPARE(contentOf(path("file")), QByteArray("new"));
 }
 
 void tst_QDownloader::emptyBodyIsSuccess()
 {
     m_server->setAnswer("/file", "");
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
-    downloader.download(m_server->url("/file"), path("file"));
-    QVERIFY(finished.wait());
-    QCOMPARE(finished.first().first().toBool(), true);
+    download();
+    QCOMPARE(outcome(), QVariant(true));
     QCOMPARE(contentOf(path("file")), QByteArray());
 }
 
@@ -244,13 +235,10 @@ void tst_QDownloader::cutOffLeavesThePartialFile()
     answer.generatedSize = 200'000;
     answer.breakOffAt = size;
     m_server->setAnswer("/file", answer);
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
     expectWarning("closed");
-    downloader.download(m_server->url("/file"), path("file"));
-    QVERIFY(finished.wait());
-    QCOMPARE(finished.size(), 1);
-    QCOMPARE(finished.first().first().toBool(), false);
+    download();
+    QCOMPARE(outcome(), QVariant(false));
+    QCOMPARE(m_finished->size(), 1);
     QVERIFY(contentOf(path("file")) == HttpServer::generated(0, size));
 }
 
@@ -270,13 +258,10 @@ void tst_QDownloader::stallIsFailure()
     answer.silent = after < 0;
     answer.stallAt = after;
     m_server->setAnswer("/file", answer);
-    QDownloader downloader;
-    downloader.setStallTimeout(shortStall);
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
+    m_downloader->setStallTimeout(shortStall);
     expectWarning("canceled");
-    downloader.download(m_server->url("/file"), path("file"));
-    QVERIFY(finished.wait());
-    QCOMPARE(finished.first().first().toBool(), false);
+    download();
+    QCOMPARE(outcome(), QVariant(false));
     QCOMPARE(QFile(path("file")).size(), qMax(qint64(0), after));
 }
 
@@ -287,12 +272,9 @@ void tst_QDownloader::slowServerIsNoStall()
     answer.pieceSize = 100;
     answer.pause = 50; // a second in all, several times the stall timeout
     m_server->setAnswer("/file", answer);
-    QDownloader downloader;
-    downloader.setStallTimeout(shortStall);
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
-    downloader.download(m_server->url("/file"), path("file"));
-    QVERIFY(finished.wait());
-    QCOMPARE(finished.first().first().toBool(), true);
+    m_downloader->setStallTimeout(shortStall);
+    download();
+    QCOMPARE(outcome(), QVariant(true));
     QVERIFY(contentOf(path("file")) == HttpServer::generated(0, 2000));
 }
 
@@ -311,12 +293,9 @@ void tst_QDownloader::errorStatusIsFailure()
     answer.status = status;
     answer.body = "<html>no</html>";
     m_server->setAnswer("/file", answer);
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
     expectWarning("server replied");
-    downloader.download(m_server->url("/file"), path("file"));
-    QVERIFY(finished.wait());
-    QCOMPARE(finished.first().first().toBool(), false);
+    download();
+    QCOMPARE(outcome(), QVariant(false));
 }
 
 void tst_QDownloader::redirectIsFailureAndNotFollowed()
@@ -326,12 +305,9 @@ void tst_QDownloader::redirectIsFailureAndNotFollowed()
     answer.headers = {{"Location", m_server->url("/elsewhere").toLatin1()}};
     m_server->setAnswer("/file", answer);
     m_server->setAnswer("/elsewhere", "found");
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
     expectWarning("status 302");
-    downloader.download(m_server->url("/file"), path("file"));
-    QVERIFY(finished.wait());
-    QCOMPARE(finished.first().first().toBool(), false);
+    download();
+    QCOMPARE(outcome(), QVariant(false));
     QTest::qWait(50);
     QCOMPARE(m_server->requestCount("/elsewhere"), 0);
 }
@@ -340,12 +316,9 @@ void tst_QDownloader::nobodyListensIsFailure()
 {
     const QString url = m_server->url("/file");
     m_server.reset();
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
     expectWarning("refused");
-    downloader.download(url, path("file"));
-    QVERIFY(finished.wait());
-    QCOMPARE(finished.first().first().toBool(), false);
+    m_downloader->download(url, path("file"));
+    QCOMPARE(outcome(), QVariant(false));
     QCOMPARE(contentOf(path("file")), QByteArray());
 }
 
@@ -361,14 +334,11 @@ void tst_QDownloader::addressThatIsNotHttpIsFailure_data()
 void tst_QDownloader::addressThatIsNotHttpIsFailure()
 {
     QFETCH(QString, url);
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
     expectWarning("Not an HTTP address");
     expectWarning("Protocol");
-    downloader.download(url, path("file"));
-    QVERIFY(finished.wait());
-    QCOMPARE(finished.size(), 1);
-    QCOMPARE(finished.first().first().toBool(), false);
+    m_downloader->download(url, path("file"));
+    QCOMPARE(outcome(), QVariant(false));
+    QCOMPARE(m_finished->size(), 1);
     QCOMPARE(contentOf(path("file")), QByteArray());
 }
 
@@ -377,18 +347,16 @@ void tst_QDownloader::cancelBeforeAnyData()
     HttpAnswer answer;
     answer.silent = true;
     m_server->setAnswer("/file", answer);
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
     QSignalSpy requested(m_server.get(), &HttpServer::requested);
-    downloader.download(m_server->url("/file"), path("file"));
+    download();
     QVERIFY(requested.wait());
     expectWarning("canceled");
-    Q_EMIT downloader.cancelDownload();
-    QTRY_COMPARE(finished.size(), 1);
-    QCOMPARE(finished.first().first().toBool(), false);
+    Q_EMIT m_downloader->cancelDownload();
+    QTRY_COMPARE(m_finished->size(), 1);
+    QCOMPARE(m_finished->first().first().toBool(), false);
     QCOMPARE(contentOf(path("file")), QByteArray());
     QTest::qWait(50);
-    QCOMPARE(finished.size(), 1);
+    QCOMPARE(m_finished->size(), 1);
 }
 
 void tst_QDownloader::cancelHalfWayThroughAGigabyteIsBoundedInMemory()
@@ -397,24 +365,22 @@ void tst_QDownloader::cancelHalfWayThroughAGigabyteIsBoundedInMemory()
     answer.generatedSize = gigabyte;
     answer.pieceSize = 128LL * 1024;
     m_server->setAnswer("/file", answer);
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
     const qint64 before = residentBytes();
     qint64 most = before;
     bool cancelled = false;
-    connect(&downloader, &QDownloader::downloadProgress, &downloader, [&](float progress) {
+    connect(m_downloader.get(), &QDownloader::downloadProgress, m_downloader.get(), [&](float progress) {
         most = qMax(most, residentBytes());
         if (progress > 0.5F && !cancelled) {
             cancelled = true;
             expectWarning("canceled");
-            Q_EMIT downloader.cancelDownload();
+            Q_EMIT m_downloader->cancelDownload();
         }
     });
     // A sink that keeps nothing: the disk of the machine has no part in this.
-    downloader.download(m_server->url("/file"), QStringLiteral("/dev/null"));
-    QVERIFY(finished.wait(60000));
-    QCOMPARE(finished.size(), 1);
-    QCOMPARE(finished.first().first().toBool(), false);
+    m_downloader->download(m_server->url("/file"), QStringLiteral("/dev/null"));
+    QVERIFY(m_finished->wait(60000));
+    QCOMPARE(m_finished->size(), 1);
+    QCOMPARE(m_finished->first().first().toBool(), false);
     QVERIFY(m_server->bytesSent() >= gigabyte / 2);
     QVERIFY(m_server->bytesSent() < gigabyte);
     const qint64 grown = most - before;
@@ -423,16 +389,14 @@ void tst_QDownloader::cancelHalfWayThroughAGigabyteIsBoundedInMemory()
 
 void tst_QDownloader::cancelWithoutADownloadDoesNothing()
 {
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
-    Q_EMIT downloader.cancelDownload();
+    Q_EMIT m_downloader->cancelDownload();
     m_server->setAnswer("/file", "x");
-    downloader.download(m_server->url("/file"), path("file"));
-    QVERIFY(finished.wait());
-    Q_EMIT downloader.cancelDownload();
+    download();
+    QVERIFY(m_finished->wait());
+    Q_EMIT m_downloader->cancelDownload();
     QTest::qWait(20);
-    QCOMPARE(finished.size(), 1);
-    QCOMPARE(finished.first().first().toBool(), true);
+    QCOMPARE(m_finished->size(), 1);
+    QCOMPARE(m_finished->first().first().toBool(), true);
 }
 
 void tst_QDownloader::diskFullIsFailure()
@@ -441,28 +405,23 @@ void tst_QDownloader::diskFullIsFailure()
     HttpAnswer answer;
     answer.generatedSize = 1'000'000;
     m_server->setAnswer("/file", answer);
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
     expectWarning("File too large|written whole");
     {
         const FileSizeLimit full(limit);
-        downloader.download(m_server->url("/file"), path("file"));
-        QVERIFY(finished.wait());
+        download();
+        QVERIFY(m_finished->wait());
     }
-    QCOMPARE(finished.size(), 1);
-    QCOMPARE(finished.first().first().toBool(), false);
+    QCOMPARE(m_finished->size(), 1);
+    QCOMPARE(m_finished->first().first().toBool(), false);
     QVERIFY(QFile(path("file")).size() <= qint64(limit));
 }
 
 void tst_QDownloader::deviceFullIsFailure()
 {
     m_server->setAnswer("/file", "a few bytes");
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
     expectWarning("No space left");
-    downloader.download(m_server->url("/file"), QStringLiteral("/dev/full"));
-    QVERIFY(finished.wait());
-    QCOMPARE(finished.first().first().toBool(), false);
+    m_downloader->download(m_server->url("/file"), QStringLiteral("/dev/full"));
+    QCOMPARE(outcome(), QVariant(false));
 }
 
 void tst_QDownloader::missingFolderIsFailure_data()
@@ -476,13 +435,10 @@ void tst_QDownloader::missingFolderIsFailure()
 {
     QFETCH(QByteArray, body);
     m_server->setAnswer("/file", body);
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
     expectWarning("No such file or directory");
-    downloader.download(m_server->url("/file"), path("missing/file"));
-    QVERIFY(finished.wait());
-    QCOMPARE(finished.size(), 1);
-    QCOMPARE(finished.first().first().toBool(), false);
+    m_downloader->download(m_server->url("/file"), path("missing/file"));
+    QCOMPARE(outcome(), QVariant(false));
+    QCOMPARE(m_finished->size(), 1);
     QVERIFY(!QFile::exists(path("missing")));
 }
 
@@ -491,19 +447,15 @@ void tst_QDownloader::tooLargeIsFailure()
     HttpAnswer answer;
     answer.generatedSize = 100'000;
     m_server->setAnswer("/file", answer);
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
-    downloader.setMaximumSize(99'999);
+    m_downloader->setMaximumSize(99'999);
     expectWarning("larger than 99999 bytes");
-    downloader.download(m_server->url("/file"), path("file"));
-    QVERIFY(finished.wait());
-    QCOMPARE(finished.first().first().toBool(), false);
+    download();
+    QCOMPARE(outcome(), QVariant(false));
     QVERIFY(QFile(path("file")).size() <= 99'999);
 
-    downloader.setMaximumSize(100'000);
-    downloader.download(m_server->url("/file"), path("file"));
-    QVERIFY(finished.wait());
-    QCOMPARE(finished.last().first().toBool(), true);
+    m_downloader->setMaximumSize(100'000);
+    download();
+    QCOMPARE(outcome(), QVariant(true));
 }
 
 void tst_QDownloader::lengthThatIsRequiredAndMissingIsFailure()
@@ -513,40 +465,32 @@ void tst_QDownloader::lengthThatIsRequiredAndMissingIsFailure()
     answer.generatedSize = 1000;
     answer.length = HttpAnswer::Length(length);
     m_server->setAnswer("/file", answer);
-    QDownloader downloader;
-    downloader.setLengthRequired(true);
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
+    m_downloader->setLengthRequired(true);
     expectWarning("did not tell the length");
-    downloader.download(m_server->url("/file"), path("file"));
-    QVERIFY(finished.wait());
-    QCOMPARE(finished.first().first().toBool(), false);
+    download();
+    QCOMPARE(outcome(), QVariant(false));
 }
 
 void tst_QDownloader::createNewRefusesALink()
 {
     QVERIFY(QFile::link(path("target"), path("file")));
     m_server->setAnswer("/file", "body");
-    QDownloader downloader;
-    downloader.setCreateNew(true);
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
+    m_downloader->setCreateNew(true);
     expectWarning("exists");
-    downloader.download(m_server->url("/file"), path("file"));
-    QVERIFY(finished.wait());
-    QCOMPARE(finished.first().first().toBool(), false);
+    download();
+    QCOMPARE(outcome(), QVariant(false));
     QVERIFY(!QFile::exists(path("target")));
 }
 
 void tst_QDownloader::createNewIsForThisUserAlone()
 {
     m_server->setAnswer("/file", "body");
-    QDownloader downloader;
-    downloader.setCreateNew(true);
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
-    downloader.download(m_server->url("/file"), path("file"));
+    m_downloader->setCreateNew(true);
+    download();
     const QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
                                       QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
     QCOMPARE(QFile(path("file")).permissions() & (others | QFile::ExeOwner), QFile::Permissions());
-    QVERIFY(finished.wait());
+    QVERIFY(m_finished->wait());
     QCOMPARE(QFile(path("file")).permissions() & (others | QFile::ExeOwner), QFile::Permissions());
     QCOMPARE(contentOf(path("file")), QByteArray("body"));
 }
@@ -554,13 +498,11 @@ void tst_QDownloader::createNewIsForThisUserAlone()
 void tst_QDownloader::usedAgainReportsEachEndOnce()
 {
     m_server->setAnswer("/file", "body");
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
     for (int i = 1; i <= 3; ++i) {
-        downloader.download(m_server->url("/file"), path("file"));
-        QVERIFY(finished.wait());
+        download();
+        QVERIFY(m_finished->wait());
         QTest::qWait(20);
-        QCOMPARE(finished.size(), i);
+        QCOMPARE(m_finished->size(), i);
     }
 }
 
@@ -568,17 +510,15 @@ void tst_QDownloader::startedFromWithinTheReport()
 {
     m_server->setAnswer("/first", "first");
     m_server->setAnswer("/second", "second");
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
-    connect(&downloader, &QDownloader::dowloadFinished, &downloader, [&] {
+    connect(m_downloader.get(), &QDownloader::dowloadFinished, m_downloader.get(), [&] {
         if (!QFile::exists(path("second"))) {
-            downloader.download(m_server->url("/second"), path("second"));
+            m_downloader->download(m_server->url("/second"), path("second"));
         }
     });
-    downloader.download(m_server->url("/first"), path("first"));
-    QTRY_COMPARE(finished.size(), 2);
-    QCOMPARE(finished.at(0).first().toBool(), true);
-    QCOMPARE(finished.at(1).first().toBool(), true);
+    m_downloader->download(m_server->url("/first"), path("first"));
+    QTRY_COMPARE(m_finished->size(), 2);
+    QCOMPARE(m_finished->at(0).first().toBool(), true);
+    QCOMPARE(m_finished->at(1).first().toBool(), true);
     QCOMPARE(contentOf(path("first")), QByteArray("first"));
     QCOMPARE(contentOf(path("second")), QByteArray("second"));
 }
@@ -590,15 +530,13 @@ void tst_QDownloader::startedWhileAnotherRuns()
     answer.stallAt = 1000;
     m_server->setAnswer("/first", answer);
     m_server->setAnswer("/second", "second");
-    QDownloader downloader;
-    QSignalSpy finished(&downloader, &QDownloader::dowloadFinished);
-    downloader.download(m_server->url("/first"), path("file"));
+    m_downloader->download(m_server->url("/first"), path("file"));
     QTRY_COMPARE(QFile(path("file")).size(), 1000);
-    downloader.download(m_server->url("/second"), path("file"));
-    QVERIFY(finished.wait());
+    m_downloader->download(m_server->url("/second"), path("file"));
+    QVERIFY(m_finished->wait());
     QTest::qWait(50);
-    QCOMPARE(finished.size(), 1);
-    QCOMPARE(finished.first().first().toBool(), true);
+    QCOMPARE(m_finished->size(), 1);
+    QCOMPARE(m_finished->first().first().toBool(), true);
     QCOMPARE(contentOf(path("file")), QByteArray("second"));
 }
 
@@ -608,13 +546,11 @@ void tst_QDownloader::goneWhileItRuns()
     answer.generatedSize = 5000;
     answer.stallAt = 1000;
     m_server->setAnswer("/file", answer);
-    auto downloader = std::make_unique<QDownloader>();
-    QSignalSpy finished(downloader.get(), &QDownloader::dowloadFinished);
-    downloader->download(m_server->url("/file"), path("file"));
+    download();
     QTRY_COMPARE(QFile(path("file")).size(), 1000);
-    downloader.reset();
+    m_downloader.reset();
     QTest::qWait(20);
-    QCOMPARE(finished.size(), 0);
+    QCOMPARE(m_finished->size(), 0);
     QCOMPARE(QFile(path("file")).size(), 1000);
 }
 
