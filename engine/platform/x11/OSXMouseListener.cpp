@@ -10,8 +10,8 @@
 namespace
 {
 
-// Well below the quarter of a second for which a report keeps the knob quiet.
-constexpr int pauseMs = 200;
+// What a report may lag behind the hand: the knob's pause of 250 ms counts from the last one.
+constexpr int pauseMs = 50;
 
 void select(Display *display, Window root, int devices, int event, bool on)
 {

@@ -13,7 +13,7 @@
 ///
 /// It watches the X server's raw motion, which the program's own pointer movements do not make, and leaves
 /// out synthesised input. Nothing polls: while the mouse rests nothing runs. A movement that goes on is
-/// reported every 200 ms, since a fast mouse sends a thousand events a second.
+/// reported every 50 ms, since a fast mouse sends a thousand events a second.
 class OSXMouseListener : public QObject
 {
     Q_OBJECT

@@ -19,7 +19,7 @@ private Q_SLOTS:
     void ownMovementsAndSynthesisedOnesAreNot();
     void synthesisedMovementOfANewSeatIsNot();
     void movementIsSeenDuringAnotherProgramsGrab();
-    void fastMouseIsReportedAFewTimesASecond();
+    void fastMouseIsReportedTwentyTimesASecond();
     void restAfterAMovementIsSilent();
     void workSaysHowItGoes();
     void serverThatDiesEndsTheWork();
@@ -103,7 +103,7 @@ void tst_OSXMouseListener::movementIsSeenDuringAnotherProgramsGrab()
     QTRY_COMPARE(moved.count(), 1);
 }
 
-void tst_OSXMouseListener::fastMouseIsReportedAFewTimesASecond()
+void tst_OSXMouseListener::fastMouseIsReportedTwentyTimesASecond()
 {
     const XServer server;
     server.exportDisplay();
@@ -118,10 +118,11 @@ void tst_OSXMouseListener::fastMouseIsReportedAFewTimesASecond()
         devices.moveMouseBy(clock.elapsed() % 2 ? 1 : -1, 0);
         QTest::qWait(2);
     }
-    QVERIFY2(times.size() >= 6 && times.size() <= 8, qPrintable(QString::number(times.size())));
+    QVERIFY2(times.size() >= 15 && times.size() <= 30, qPrintable(QString::number(times.size())));
     QVERIFY(times.first() < 100);
     for (int i = 1; i < times.size(); ++i) {
-        QVERIFY2(times[i] - times[i - 1] < 250, qPrintable(QString::number(times[i] - times[i - 1])));
+        QVERIFY2(times[i] - times[i - 1] >= 49 && times[i] - times[i - 1] < 150,
+                 qPrintable(QString::number(times[i] - times[i - 1])));
     }
 }
 
