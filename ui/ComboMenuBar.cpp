@@ -15,8 +15,10 @@ constexpr qreal dimmedOpacity = 0.5;
 const QLatin1String focusStyle("background-color: rgba(0,0,0,0); border: 2px solid rgba(255,255,255,0.87);"
                                "border-radius: 5px;");
 
-// Without a sheet of its own, a tool tip would get the page's ground under black letters.
-const QLatin1String tipStyle("QToolTip { color: #2d2d2d; background-color: white; border: 1px solid #bdbdc9;"
+// The page's ground would reach into a tool tip, under black letters, and into the pictures' transparent
+// parts.
+const QLatin1String ownStyle("QLabel { background-color: transparent; }"
+                             "QToolTip { color: #2d2d2d; background-color: white; border: 1px solid #bdbdc9;"
                              "padding: 4px; font: 10pt \"Source Sans Pro\"; }");
 
 } // namespace
@@ -29,7 +31,7 @@ ComboMenuBar::ComboMenuBar(const QSize &size, QWidget *parent)
     resize(size);
     setFocusPolicy(Qt::TabFocus);
     setCursor(Qt::PointingHandCursor);
-    setStyleSheet(tipStyle);
+    setStyleSheet(ownStyle);
 
     m_focusFrame->setObjectName(QStringLiteral("focus"));
     m_focusFrame->setGeometry(rect());

@@ -3,10 +3,14 @@
 #include "ui/UiLog.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QPainter>
 #include <QPixmap>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QPrinterInfo>
+#include <QStandardPaths>
 #include <QWidget>
 
 #include <algorithm>
@@ -52,6 +56,13 @@ void setSheet(QWidget &widget, const QString &sheet)
     widget.setStyleSheet(sheet);
 }
 
+// Where the user looks for documents. The folder proposed otherwise is the program's own, with its mappings.
+QString proposedFile()
+{
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return (QFileInfo::exists(documents) ? documents : QDir::homePath()) + QStringLiteral("/Veltrix.pdf");
+}
+
 } // namespace
 
 QImage MapPrinter::capture(QWidget &page)
@@ -93,6 +104,10 @@ bool MapPrinter::draw(const QImage &picture, QPrinter &printer)
 bool MapPrinter::askAndPrint(QWidget &page)
 {
     QPrinter printer(QPrinter::ScreenResolution);
+    printer.setDocName(QCoreApplication::translate("MapPrinter", "Veltrix map"));
+    if (QPrinterInfo::availablePrinterNames().isEmpty()) {
+        printer.setOutputFileName(proposedFile());
+    }
     QPrintDialog dialog(&printer, &page);
     dialog.setWindowTitle(QCoreApplication::translate("MapPrinter", "Print ZR Map"));
     setSheet(dialog, dialogStyle);

@@ -52,6 +52,7 @@ shortCut withUsualValues(shortCut record)
     record.v_on = 127;
     record.v_off = 0;
     record.knobcc = usualKnobController;
+    record.m0_127 = true;
     return record;
 }
 

@@ -15,7 +15,7 @@ class QCheckBox;
 /// Every valid edit is reported at once. A field that is out of its range, or no number, is shown red, and as
 /// long as there is one nothing is reported; what is hidden keeps the value of the record handed in.
 ///
-/// A record without any MIDI value is shown with a channel, controllers and values that work.
+/// A record without any MIDI value is shown with a channel, controllers, values and an encoding that work.
 class MidiMenu : public OverlayDialog
 {
     Q_OBJECT

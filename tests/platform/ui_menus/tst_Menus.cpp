@@ -390,6 +390,7 @@ void tst_Menus::theMapIsPrintedToAFileByTheDialog()
         printers->setCurrentIndex(printers->findText(QStringLiteral("PDF"), Qt::MatchContains));
         auto *name = dialog->findChild<QLineEdit *>(QStringLiteral("filename"));
         QVERIFY(name && name->isVisible());
+        QVERIFY2(name->text().contains(QLatin1String("/Veltrix")), qPrintable(name->text()));
         name->setText(file);
         // The page's colours stay outside.
         const QImage ground = dialog->grab({2, 2, 1, 1}).toImage();

@@ -302,7 +302,7 @@ void tst_MidiMenu::anEmptyRecordIsShownWithValuesThatWork()
 
     rig.dialog.showKnob(0, 3, shortCut());
     QTest::mouseClick(rig.ok(), Qt::LeftButton);
-    QCOMPARE(rig.knob.at(0), (QVariantList{0, 1, 17, 127, 0, false, true, 16, false, false, false}));
+    QCOMPARE(rig.knob.at(0), (QVariantList{0, 1, 17, 127, 0, false, true, 16, false, false, true}));
 }
 
 void tst_MidiMenu::aRecordWithoutReleaseHidesItsValue()
