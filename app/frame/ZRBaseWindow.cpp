@@ -110,8 +110,8 @@ void ZRBaseWindow::buildHeader()
 
 void ZRBaseWindow::buildUpdatePanel()
 {
-    addLabel(m_updatePanel, tr("A new version of Veltrix is available!"), {6, 6, 440, 22}, 12, titleStyle);
-    m_question = addLabel(m_updatePanel, QString(), {6, 29, 440, 20}, 10, questionStyle);
+    addLabel(m_updatePanel, tr("A new version of Veltrix is available!"), {6, 4, 440, 25}, 12, titleStyle);
+    m_question = addLabel(m_updatePanel, QString(), {6, 29, 440, 22}, 10, questionStyle);
     auto *button = new QPushButton(tr("Update"), m_updatePanel);
     button->setGeometry(456, 14, 100, 30);
     button->setStyleSheet(buttonStyle);
@@ -121,7 +121,7 @@ void ZRBaseWindow::buildUpdatePanel()
 
 void ZRBaseWindow::buildDownloadPanel()
 {
-    m_progressText = addLabel(m_downloadPanel, tr("Downloading 0%"), {6, 6, 440, 22}, 12, titleStyle);
+    m_progressText = addLabel(m_downloadPanel, tr("Downloading 0%"), {6, 4, 440, 25}, 12, titleStyle);
     m_progress = new QProgressBar(m_downloadPanel);
     m_progress->setObjectName(QStringLiteral("downloadProgress"));
     m_progress->setGeometry(6, 34, 430, 8);

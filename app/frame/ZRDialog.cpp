@@ -96,7 +96,7 @@ void ZRDialog::button2Pressed()
 
 void ZRDialog::showEvent(QShowEvent *event)
 {
-    adjustSize();
+    resize(width(), layout()->heightForWidth(width()));
     const QWidget *over = parentWidget() ? parentWidget()->window() : nullptr;
     const QRect area = over ? over->geometry() : QGuiApplication::primaryScreen()->geometry();
     move(area.center() - rect().center());
