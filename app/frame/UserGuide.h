@@ -8,7 +8,8 @@ namespace UserGuide
 {
 
 /// The guide that came with the program in @p programFolder: "user-guide" beside it (Windows, a build folder)
-/// or in the documentation of the prefix that it is installed in. Without one, the page on the web.
+/// or in the documentation of the prefix, which is one folder up (bin) or two (lib/veltrix). Without one, the
+/// page on the web.
 QUrl address(const QString &programFolder);
 
 } // namespace UserGuide

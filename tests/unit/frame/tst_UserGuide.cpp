@@ -35,6 +35,8 @@ void tst_UserGuide::standsWhereThePackagePutsIt_data()
     QTest::addColumn<QString>("guide");
     QTest::newRow("beside the program") << QStringLiteral("Veltrix") << QStringLiteral("Veltrix/user-guide");
     QTest::newRow("in the prefix") << QStringLiteral("bin") << QStringLiteral("share/doc/veltrix/user-guide");
+    QTest::newRow("in a folder of its own")
+        << QStringLiteral("lib/veltrix") << QStringLiteral("share/doc/veltrix/user-guide");
     QTest::newRow("below odd names") << QStringLiteral("a b/100% & #1")
                                      << QStringLiteral("a b/100% & #1/user-guide");
 }
