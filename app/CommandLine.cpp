@@ -1,6 +1,7 @@
 #include "app/CommandLine.h"
 
 #include "app/AppInfo.h"
+#include "app/Translations.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -27,7 +28,6 @@ QString fromHere(const QString &port)
 
 CommandLine CommandLine::parse(const QStringList &arguments, const QString &environmentPort)
 {
-    const auto tr = [](const char *text) { return QCoreApplication::translate("CommandLine", text); };
     const QCommandLineOption port(QStringLiteral("port"),
                                   tr("Use this serial port as the device's for as long as it exists."),
                                   tr("path"));
@@ -73,6 +73,7 @@ std::optional<int> CommandLine::answerEarly(int argc, char **argv)
         return std::nullopt;
     }
     const QCoreApplication application(argc, argv);
+    Translations::install();
     return parse(QCoreApplication::arguments(), QString()).print();
 }
 

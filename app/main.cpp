@@ -4,6 +4,7 @@
 #include "app/DataDirectory.h"
 #include "app/Logging.h"
 #include "app/SingleApplication.h"
+#include "app/Translations.h"
 #include "app/UpdateDialog.h"
 #include "app/ZRMainWindow.h"
 #include "device/QtPortLister.h"
@@ -29,6 +30,7 @@ int main(int argc, char *argv[])
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     const SingleApplication application(argc, argv, false);
+    Translations::install();
 
     const CommandLine commandLine =
         CommandLine::parse(QCoreApplication::arguments(), qEnvironmentVariable("VELTRIX_PORT"));

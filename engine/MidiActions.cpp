@@ -58,7 +58,7 @@ QString MidiActions::chooseOutputPort()
         qCWarning(lcEngine) << "error opening MidiOut";
     }
     qCWarning(lcEngine) << "error opening MidiOut";
-    return QStringLiteral("Not Available");
+    return QLatin1String(notAvailable);
 }
 
 void MidiActions::sendMidi(int ch, int cc, int v_on, int v_off, bool note, bool v_off_enable, bool pressing)

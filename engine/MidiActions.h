@@ -19,11 +19,14 @@ class MidiActions final : public MidiSink
     Q_DISABLE_COPY_MOVE(MidiActions)
 
 public:
+    /// The name of no port. Untranslated; the words are marked for the translators.
+    static constexpr char notAvailable[] = QT_TRANSLATE_NOOP("MidiActions", "Not Available");
+
     /// @p port must outlive this object.
     explicit MidiActions(MidiOutPort &port);
 
-    /// Opens the first port whose name contains "FROM" and that can be opened. Returns its name, or "Not
-    /// Available": messages then go nowhere. To be called once, at start.
+    /// Opens the first port whose name contains "FROM" and that can be opened. Returns its name, or
+    /// notAvailable: messages then go nowhere. To be called once, at start.
     QString chooseOutputPort();
 
     /// Sends nothing on a release without @p v_off_enable, and nothing when @p cc is -1.

@@ -1,5 +1,6 @@
 #include "ui/ComboMapping.h"
 
+#include "app/frame/FittingText.h"
 #include "ui/SaveDialog.h"
 #include "ui/UiLog.h"
 
@@ -53,11 +54,12 @@ void ComboMapping::buildLabels()
 {
     addPicture(rect(), barStyle);
     addPicture(arrowPlace, arrowStyle);
-    auto *title = new QLabel(tr("Mapping"), this);
+    auto *title = new QLabel(this);
     title->setGeometry(titlePlace);
     title->setStyleSheet(titleStyle);
     title->setFont(QFont(QStringLiteral("Segoe UI"), 12, QFont::Normal));
     title->setAlignment(Qt::AlignCenter);
+    FittingText::show(title, tr("Mapping"));
     finishLook();
 }
 

@@ -1,9 +1,9 @@
 #include "ui/ComboMenuEntries.h"
 
 #include "mapping/SpecialAction.h"
+#include "ui/ComboMenu.h"
 #include "ui/KeyNames.h"
 
-#include <QCoreApplication>
 #include <QMenu>
 #include <QVector>
 
@@ -11,8 +11,6 @@
 
 namespace
 {
-
-constexpr char context[] = "ComboMenu";
 
 enum class Group { General, Monitors, Knob, Layers };
 
@@ -53,14 +51,10 @@ constexpr Entry entries[] = {
      Group::Layers},
 };
 
-// Labels that are no entry's text.
-constexpr const char *shortLabels[] = {QT_TRANSLATE_NOOP("ComboMenu", "M.Left"),
-                                       QT_TRANSLATE_NOOP("ComboMenu", "M.Right")};
-
-QString translated(const char *text)
-{
-    return QCoreApplication::translate(context, text);
-}
+// Labels of this program's that are no entry's text.
+constexpr const char *otherLabels[] = {
+    QT_TRANSLATE_NOOP("ComboMenu", "M.Left"), QT_TRANSLATE_NOOP("ComboMenu", "M.Right"),
+    QT_TRANSLATE_NOOP("ComboMenu", "empty"), QT_TRANSLATE_NOOP("ComboMenu", "type a shorcut")};
 
 bool isShortcut(const shortCut &action)
 {
@@ -95,13 +89,12 @@ QString entryText(const shortCut &action)
 QString midiInWords(const shortCut &action)
 {
     if (action.key1 == MIDI_KNOB_ACTION) {
-        return QCoreApplication::translate(context, "The knob sends MIDI channel %1, controller %2")
+        return ComboMenu::tr("The knob sends MIDI channel %1, controller %2")
             .arg(action.channel)
             .arg(action.knobcc);
     }
-    const QString pattern =
-        action.note ? QCoreApplication::translate(context, "Sends MIDI channel %1, note %2")
-                    : QCoreApplication::translate(context, "Sends MIDI channel %1, controller %2");
+    const QString pattern = action.note ? ComboMenu::tr("Sends MIDI channel %1, note %2")
+                                        : ComboMenu::tr("Sends MIDI channel %1, controller %2");
     return pattern.arg(action.channel).arg(action.cc);
 }
 
@@ -110,9 +103,10 @@ QString shortcutInWords(const shortCut &action)
     QVector<int> codes{action.key1, action.key2, action.key3};
     codes.erase(std::remove_if(codes.begin(), codes.end(), [](int code) { return code <= 0; }), codes.end());
     const QString keys = KeyNames::text(codes);
+    const QString shownKeys = KeyNames::translated(keys);
     return action.label.isEmpty() || action.label == keys
-               ? QCoreApplication::translate(context, "Presses %1").arg(keys)
-               : QCoreApplication::translate(context, "%1: presses %2").arg(action.label, keys);
+               ? ComboMenu::tr("Presses %1").arg(shownKeys)
+               : ComboMenu::tr("%1: presses %2").arg(ComboMenuEntries::displayed(action.label), shownKeys);
 }
 
 } // namespace
@@ -127,14 +121,14 @@ void ComboMenuEntries::fill(QMenu &menu, bool withShift)
         if (entry.group != group) {
             group = entry.group;
             if (group == Group::Knob) {
-                menu.addSection(QCoreApplication::translate(context, "Knob"));
+                menu.addSection(ComboMenu::tr("Knob"));
             } else {
                 menu.addSeparator();
             }
         }
-        QAction *action = menu.addAction(translated(entry.text));
+        QAction *action = menu.addAction(ComboMenu::tr(entry.text));
         action->setData(QString::fromUtf8(entry.text));
-        action->setToolTip(translated(entry.help));
+        action->setToolTip(ComboMenu::tr(entry.help));
         action->setCheckable(true);
     }
     menu.setToolTipsVisible(true);
@@ -162,17 +156,21 @@ QString ComboMenuEntries::labelFor(const QString &text)
 
 QString ComboMenuEntries::displayed(const QString &label)
 {
+    // Mappings may spell them in lower case, as the names of special actions are.
+    const auto is = [&label](const char *text) {
+        return label.compare(QString::fromUtf8(text), Qt::CaseInsensitive) == 0;
+    };
     for (const Entry &entry : entries) {
-        if (label == QString::fromUtf8(entry.text)) {
-            return translated(entry.text);
+        if (is(entry.text)) {
+            return ComboMenu::tr(entry.text);
         }
     }
-    for (const char *text : shortLabels) {
-        if (label == QLatin1String(text)) {
-            return translated(text);
+    for (const char *text : otherLabels) {
+        if (is(text)) {
+            return ComboMenu::tr(text);
         }
     }
-    return label;
+    return KeyNames::translated(label);
 }
 
 QString ComboMenuEntries::inWords(const shortCut &action)
@@ -186,8 +184,8 @@ QString ComboMenuEntries::inWords(const shortCut &action)
     const QString text = entryText(action);
     for (const Entry &entry : entries) {
         if (!text.isEmpty() && text == QString::fromUtf8(entry.text)) {
-            return translated(entry.help);
+            return ComboMenu::tr(entry.help);
         }
     }
-    return QCoreApplication::translate(context, "Nothing yet");
+    return ComboMenu::tr("Nothing yet");
 }

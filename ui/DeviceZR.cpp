@@ -2,6 +2,7 @@
 
 #include "app/AppInfo.h"
 #include "app/frame/ClickableLabel.h"
+#include "app/frame/FittingText.h"
 #include "device/SerialProtocol.h"
 #include "engine/EventDispatcher.h"
 #include "engine/KnobSettings.h"
@@ -104,12 +105,12 @@ void DeviceZR::buildSelector()
 
 void DeviceZR::buildStartupBox()
 {
-    m_startup = new QCheckBox(tr("Launch on startup"), this);
+    m_startup = new QCheckBox(this);
     m_startup->setGeometry(24, 625, 200, 15);
     m_startup->setFont(QFont(QStringLiteral("Source Sans Pro"), 10, QFont::Normal));
     m_startup->setStyleSheet(QStringLiteral("QCheckBox { color : rgba(255,255,255,0.40); }"));
     m_startup->setChecked(m_parts.launchOnStartup->isLaunchOnStartup());
-    m_startup->setToolTip(tr("Start the program when you log on"));
+    FittingText::show(m_startup, tr("Launch on startup"), tr("Start the program when you log on"));
     connect(m_startup, &QCheckBox::toggled, this, &DeviceZR::setLaunchOnStartup);
 }
 

@@ -1,63 +1,68 @@
 #include "ui/KeyNames.h"
 
+#include <QCoreApplication>
 #include <QStringList>
+
+#include <algorithm>
 
 namespace
 {
 
 struct Row {
     int code;
-    const char16_t *name;
+    const char *name;
 };
 
 // The mixed case of the names is deliberate.
 constexpr Row rows[] = {
-    {8, u"\u232b"},         // ⌫
-    {9, u"\u21e5"},         // ⇥
-    {0x1000002, u"\u21e5"}, // the toolkit's code of Tab with Shift
-    {12, u"clr"},
-    {13, u"\u23ce"}, // ⏎
-    {16, u"\u21e7"}, // ⇧
-    {17, u"Ctrl"},
-    {18, u"Alt"},
-    {19, u"pause"},
-    {20, u"\u21ea"}, // ⇪
-    {27, u"Esc"},
-    {32, u"\u02fd"}, // ˽
-    {33, u"PgUp"},
-    {34, u"PgDn"},
-    {35, u"end"},
-    {36, u"home"},
-    {37, u"\u2190"}, // ←
-    {38, u"\u2191"}, // ↑
-    {39, u"\u2192"}, // →
-    {40, u"\u2193"}, // ↓
-    {44, u"PrtScn"},
-    {45, u"ins"},
-    {46, u"del"},
-    {91, u"Win"},
-    {92, u"Win"},
-    {106, u"*"},
-    {107, u"+"},
-    {109, u"-"},
-    {110, u"."},
-    {111, u"/"},
-    {144, u"NumL"},
-    {186, u";"},
-    {187, u"+"},
-    {188, u","},
-    {189, u"-"},
-    {190, u"."},
-    {191, u"/"},
-    {192, u"~"},
-    {219, u"["},
-    {220, u"\\"},
-    {221, u"]"},
-    {222, u"'"},
+    {8, "\u232b"},         // ⌫
+    {9, "\u21e5"},         // ⇥
+    {0x1000002, "\u21e5"}, // the toolkit's code of Tab with Shift
+    {12, QT_TRANSLATE_NOOP("KeyNames", "clr")},
+    {13, "\u23ce"}, // ⏎
+    {16, "\u21e7"}, // ⇧
+    {17, QT_TRANSLATE_NOOP("KeyNames", "Ctrl")},
+    {18, QT_TRANSLATE_NOOP("KeyNames", "Alt")},
+    {19, QT_TRANSLATE_NOOP("KeyNames", "pause")},
+    {20, "\u21ea"}, // ⇪
+    {27, QT_TRANSLATE_NOOP("KeyNames", "Esc")},
+    {32, "\u02fd"}, // ˽
+    {33, QT_TRANSLATE_NOOP("KeyNames", "PgUp")},
+    {34, QT_TRANSLATE_NOOP("KeyNames", "PgDn")},
+    {35, QT_TRANSLATE_NOOP("KeyNames", "end")},
+    {36, QT_TRANSLATE_NOOP("KeyNames", "home")},
+    {37, "\u2190"}, // ←
+    {38, "\u2191"}, // ↑
+    {39, "\u2192"}, // →
+    {40, "\u2193"}, // ↓
+    {44, QT_TRANSLATE_NOOP("KeyNames", "PrtScn")},
+    {45, QT_TRANSLATE_NOOP("KeyNames", "ins")},
+    {46, QT_TRANSLATE_NOOP("KeyNames", "del")},
+    {91, QT_TRANSLATE_NOOP("KeyNames", "Win")},
+    {92, QT_TRANSLATE_NOOP("KeyNames", "Win")},
+    {106, "*"},
+    {107, "+"},
+    {109, "-"},
+    {110, "."},
+    {111, "/"},
+    {144, QT_TRANSLATE_NOOP("KeyNames", "NumL")},
+    {186, ";"},
+    {187, "+"},
+    {188, ","},
+    {189, "-"},
+    {190, "."},
+    {191, "/"},
+    {192, "~"},
+    {219, "["},
+    {220, "\\"},
+    {221, "]"},
+    {222, "'"},
 };
 
 constexpr int keypad0 = 96;
 constexpr int f1 = 112;
+
+const QLatin1String plus(" + ");
 
 } // namespace
 
@@ -71,7 +76,7 @@ QString KeyNames::name(int code)
     }
     for (const Row &row : rows) {
         if (row.code == code) {
-            return QString::fromUtf16(row.name);
+            return QString::fromUtf8(row.name);
         }
     }
     return QChar(code & 0xff);
@@ -83,5 +88,18 @@ QString KeyNames::text(const QVector<int> &codes)
     for (const int code : codes) {
         names << name(code);
     }
-    return names.join(QLatin1String(" + "));
+    return names.join(plus);
+}
+
+QString KeyNames::translated(const QString &text)
+{
+    QStringList names = text.split(plus);
+    for (QString &name : names) {
+        const bool known = std::any_of(std::begin(rows), std::end(rows),
+                                       [&](const Row &row) { return name == QString::fromUtf8(row.name); });
+        if (known) {
+            name = QCoreApplication::translate("KeyNames", name.toUtf8().constData());
+        }
+    }
+    return names.join(plus);
 }

@@ -3,7 +3,7 @@
 #include <QString>
 #include <QVector>
 
-/// The names under which keys are shown to the user.
+/// The names of keys, as they are stored and as they are shown to the user.
 namespace KeyNames
 {
 
@@ -11,7 +11,11 @@ namespace KeyNames
 /// name of its own shows as the character of its low byte, so letters and digits show as themselves.
 QString name(int code);
 
-/// The names of several keys in their order, for example "Ctrl + S".
+/// The names of several keys in their order, for example "Ctrl + S". The same in every language: it is what
+/// is stored.
 QString text(const QVector<int> &codes);
+
+/// What is displayed for a text(): each name in the user's language. Anything else stays as it is.
+QString translated(const QString &text);
 
 } // namespace KeyNames

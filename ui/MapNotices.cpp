@@ -1,5 +1,6 @@
 #include "ui/MapNotices.h"
 
+#include "app/frame/FittingText.h"
 #include "ui/PageTexts.h"
 
 #include <QLabel>
@@ -7,7 +8,7 @@
 MapNotices::MapNotices(QWidget *page)
     : QObject(page)
     , m_update(PageTexts::add(*page, QString(), {680, 68, 200, 18}, PageTexts::Ink::Dim, 10, QFont::Normal))
-    , m_notKept(PageTexts::add(*page, QString(), {680, 86, 200, 34}, PageTexts::Ink::Dim, 9, QFont::Normal))
+    , m_notKept(PageTexts::add(*page, QString(), {680, 86, 200, 40}, PageTexts::Ink::Dim, 9, QFont::Normal))
 {
     m_update->setObjectName(QStringLiteral("mapNotice"));
     m_update->hide();
@@ -26,13 +27,13 @@ MapNotices::MapNotices(QWidget *page)
 
 void MapNotices::showUpdating()
 {
-    m_update->setText(tr("Updating maps"));
+    FittingText::show(m_update, tr("Updating maps"));
     m_update->show();
 }
 
 void MapNotices::endUpdating(bool newMaps)
 {
-    m_update->setText(tr("New maps available!"));
+    FittingText::show(m_update, tr("New maps available!"));
     m_update->setVisible(newMaps);
 }
 

@@ -1,6 +1,7 @@
 #include "ui/MidiMenu.h"
 
 #include "app/frame/ClickableLabel.h"
+#include "app/frame/FittingText.h"
 #include "ui/NumberField.h"
 #include "ui/UiLog.h"
 
@@ -97,12 +98,11 @@ void MidiMenu::addLabels()
 QCheckBox *MidiMenu::addCheckBox(const QString &text, const QRect &place, const QString &style, int pointSize,
                                  const QString &toolTip)
 {
-    auto *box = new QCheckBox(text, panel());
+    auto *box = new QCheckBox(panel());
     box->setGeometry(place);
     box->setStyleSheet(style);
     box->setFont(dialogFont(pointSize));
-    box->setAccessibleName(text);
-    box->setToolTip(toolTip);
+    FittingText::show(box, text, toolTip);
     return box;
 }
 
@@ -193,10 +193,11 @@ void MidiMenu::open(bool knob, int type, int id, const shortCut &record)
 
 void MidiMenu::layOut()
 {
-    m_title->setText(m_knob ? tr("MIDI FOR KNOB") : tr("MIDI"));
+    const QString title = m_knob ? tr("MIDI FOR KNOB") : tr("MIDI");
     m_title->setGeometry(m_knob ? QRect(100, 8, 120, 16) : QRect(140, 8, 90, 16));
-    setWindowTitle(m_title->text());
-    setAccessibleName(m_title->text());
+    FittingText::show(m_title, title);
+    setWindowTitle(title);
+    setAccessibleName(title);
 
     const struct {
         QWidget *widget;

@@ -1,5 +1,6 @@
 #include "ui/OverlayDialog.h"
 
+#include "app/frame/FittingText.h"
 #include "app/frame/ZRBaseWindow.h"
 #include "engine/platform/Desktop.h"
 
@@ -95,10 +96,11 @@ void OverlayDialog::setPanelHeight(int height)
 QLabel *OverlayDialog::addText(const QString &text, const QRect &place, const QString &style,
                                const QFont &font)
 {
-    auto *label = new QLabel(text, m_panel);
+    auto *label = new QLabel(m_panel);
     label->setGeometry(place);
     label->setStyleSheet(style);
     label->setFont(font);
+    FittingText::show(label, text);
     return label;
 }
 

@@ -1,6 +1,8 @@
 #include "ui/PageTexts.h"
 
-#include <QFontMetrics>
+#include "app/frame/FittingText.h"
+#include "engine/MidiActions.h"
+
 #include <QLabel>
 
 namespace
@@ -13,22 +15,12 @@ QString sheet(PageTexts::Ink ink)
         .arg(QLatin1String(alphas[static_cast<int>(ink)]));
 }
 
-// The places are fixed and the texts' widths are not: a text that is too wide is drawn narrower, and one that
-// is too wide even so is shortened, with the whole of it in the tool tip.
-void showFitting(QLabel &label, const QString &text)
+// The port's name is not this program's, the word for none is.
+QString shownName(const QString &midiPortName)
 {
-    constexpr int narrowest = 80; // percent; below it letters look wrong
-    QFont font = label.font();
-    const int width = QFontMetrics(font).horizontalAdvance(text);
-    if (width > label.width()) {
-        font.setStretch(qMax(narrowest, label.width() * 100 / (width + 1)));
-        label.setFont(font);
-    }
-    const QString shown = QFontMetrics(font).elidedText(text, Qt::ElideRight, label.width());
-    label.setText(shown);
-    if (shown != text) {
-        label.setToolTip(text);
-    }
+    return midiPortName == QLatin1String(MidiActions::notAvailable)
+               ? QCoreApplication::translate("MidiActions", MidiActions::notAvailable)
+               : midiPortName;
 }
 
 } // namespace
@@ -40,7 +32,7 @@ QLabel *PageTexts::add(QWidget &page, const QString &text, const QRect &place, I
     label->setGeometry(place);
     label->setStyleSheet(sheet(ink));
     label->setFont(QFont(QStringLiteral("Source Sans Pro"), pointSize, weight));
-    showFitting(*label, text);
+    FittingText::show(label, text);
     return label;
 }
 
@@ -76,10 +68,11 @@ void PageTexts::addAll(QWidget &page, const QString &midiPortName)
         add(page, each.text, each.place, each.ink, each.pointSize, each.weight)->setAlignment(each.alignment);
     }
 
-    QLabel *midi = add(page, tr("MIDI: ") + midiPortName, {690, 625, 200, 15}, Ink::Faint, 10, QFont::Normal);
+    QLabel *midi = add(page, QString(), {690, 625, 200, 15}, Ink::Faint, 10, QFont::Normal);
     midi->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     midi->setObjectName(QStringLiteral("midiPort"));
-    midi->setToolTip(tr("%1\nThe MIDI output in use: the first one whose name contains \"FROM\" when the "
-                        "program starts")
-                         .arg(midiPortName));
+    FittingText::show(
+        midi, tr("MIDI: ") + shownName(midiPortName),
+        tr("The MIDI output in use: the first one whose name contains \"FROM\" when the program "
+           "starts"));
 }

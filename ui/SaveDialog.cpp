@@ -70,7 +70,7 @@ void SaveDialog::showEvent(QShowEvent *event)
     }
     restoreButtons();
     m_name->clear();
-    m_name->setText(tr("Untitled"));
+    m_name->setText(QStringLiteral("Untitled")); // a name, which is stored: the same in every language
     m_name->selectAll();
     m_name->setFocus();
 }

@@ -1,10 +1,10 @@
 #include "ui/ShortcutKey.h"
 
+#include "app/frame/FittingText.h"
 #include "ui/KeyNames.h"
 #include "ui/UiLog.h"
 
 #include <QCoreApplication>
-#include <QFontMetrics>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
@@ -18,6 +18,8 @@ constexpr int windowsKey = 91;
 constexpr int altKey = 18;
 constexpr int ctrlKey = 17;
 constexpr int noKey = -1;
+
+constexpr char prompt[] = QT_TRANSLATE_NOOP("ShortcutKey", "type a shorcut"); // the spelling is deliberate
 
 QFont dialogFont(int pointSize, int weight)
 {
@@ -41,7 +43,7 @@ ShortcutKey::ShortcutKey(QWidget *parent, Translate translate)
                         dialogFont(16, QFont::Normal));
     m_display->setAlignment(Qt::AlignCenter);
     m_display->setTextFormat(Qt::PlainText);
-    display(tr("type a shorcut")); // the spelling is deliberate
+    display(QLatin1String(prompt), tr(prompt));
     addButtons();
 }
 
@@ -75,7 +77,7 @@ void ShortcutKey::show(int type)
 void ShortcutKey::showEvent(QShowEvent *event)
 {
     if (!event->spontaneous()) {
-        display(tr("type a shorcut"));
+        display(QLatin1String(prompt), tr(prompt));
     }
     OverlayDialog::showEvent(event);
 }
@@ -108,17 +110,17 @@ void ShortcutKey::typeKey(int code)
 {
     if (!m_keys.contains(code)) {
         m_keys.append(code);
-        display(KeyNames::text(m_keys));
+        const QString keys = KeyNames::text(m_keys);
+        display(keys, KeyNames::translated(keys));
     }
 }
 
-void ShortcutKey::display(const QString &text)
+void ShortcutKey::display(const QString &text, const QString &shown)
 {
     m_text = text;
     // When there is not room for all, the last keys are the ones to see.
-    const QFontMetrics metrics(m_display->font());
-    m_display->setText(metrics.elidedText(text, Qt::ElideLeft, m_display->width()));
-    m_display->setAccessibleDescription(text);
+    FittingText::show(m_display, shown, {}, Qt::ElideLeft);
+    m_display->setAccessibleDescription(shown);
 }
 
 void ShortcutKey::mousePressEvent(QMouseEvent *event)
@@ -144,7 +146,7 @@ void ShortcutKey::mousePressEvent(QMouseEvent *event)
         confirm();
     } else if (pressed(m_clear)) {
         m_keys.clear();
-        display(QString());
+        display(QString(), QString());
     } else if (pressed(m_cancel)) {
         hide();
     }

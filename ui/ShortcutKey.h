@@ -48,7 +48,7 @@ private:
     void addButtons();
     void showAtRest();
     void typeKey(int code);
-    void display(const QString &text);
+    void display(const QString &text, const QString &shown);
     void confirm();
 
     Button m_ok;
@@ -60,6 +60,6 @@ private:
     QLabel *m_display;
     QVector<int> m_keys; // pressed, in order, no repeats
     int m_type = 0;
-    QString m_text; // what the display says, in full
+    QString m_text; // what the display says, in full and untranslated: it is stored
     Translate m_translate;
 };

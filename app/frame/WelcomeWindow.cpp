@@ -1,5 +1,7 @@
 #include "app/frame/WelcomeWindow.h"
 
+#include "app/frame/FittingText.h"
+
 #include <QLabel>
 
 namespace
@@ -36,11 +38,12 @@ WelcomeWindow::WelcomeWindow(QWidget *parent)
 QLabel *WelcomeWindow::addText(const QString &text, const QRect &place, int pointSize, int weight,
                                const QString &style)
 {
-    auto *label = new QLabel(text, this);
+    auto *label = new QLabel(this);
     label->setGeometry(place);
     label->setAlignment(Qt::AlignCenter);
     label->setFont(QFont(QStringLiteral("Source Sans Pro"), pointSize, weight));
     label->setStyleSheet(style);
+    FittingText::show(label, text);
     return label;
 }
 

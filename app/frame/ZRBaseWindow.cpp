@@ -1,6 +1,7 @@
 #include "app/frame/ZRBaseWindow.h"
 
 #include "app/AppInfo.h"
+#include "app/frame/FittingText.h"
 #include "app/frame/UserGuide.h"
 #include "net/ZRUpdater.h"
 
@@ -67,10 +68,11 @@ ZRBaseWindow::ZRBaseWindow(ZRUpdater *updater, QWidget *parent)
 QLabel *ZRBaseWindow::addLabel(QWidget *panel, const QString &text, const QRect &place, int pointSize,
                                const QString &style)
 {
-    auto *label = new QLabel(text, panel);
+    auto *label = new QLabel(panel);
     label->setGeometry(place);
     label->setFont(QFont(QStringLiteral("Source Sans Pro"), pointSize));
     label->setStyleSheet(style);
+    FittingText::show(label, text);
     return label;
 }
 
@@ -95,16 +97,15 @@ void ZRBaseWindow::buildHeader()
         {tr("Help"), QUrl(QLatin1String(AppInfo::supportPage)), 498, 44},
     };
     for (const auto &link : links) {
-        QLabel *label = addLabel(
-            m_header,
-            QStringLiteral("<a href=\"%1\" style=\"color:rgba(255,255,255,0.32);"
-                           "text-decoration:none\">%2</a>")
-                .arg(link.target.toString(QUrl::FullyEncoded).toHtmlEscaped(), link.text.toHtmlEscaped()),
-            {link.x, 20, link.width, 20}, 10, faint);
+        QLabel *label = addLabel(m_header, QString(), {link.x, 20, link.width, 20}, 10, faint);
         label->setTextFormat(Qt::RichText);
+        label->setText(
+            QStringLiteral(
+                "<a href=\"%1\" style=\"color:rgba(255,255,255,0.32);text-decoration:none\">%2</a>")
+                .arg(link.target.toString(QUrl::FullyEncoded).toHtmlEscaped(),
+                     FittingText::fit(label, link.text, link.width).toHtmlEscaped()));
         label->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
         label->setOpenExternalLinks(true);
-        label->setAccessibleName(link.text);
     }
 }
 
@@ -112,10 +113,11 @@ void ZRBaseWindow::buildUpdatePanel()
 {
     addLabel(m_updatePanel, tr("A new version of Veltrix is available!"), {6, 4, 440, 25}, 12, titleStyle);
     m_question = addLabel(m_updatePanel, QString(), {6, 29, 440, 22}, 10, questionStyle);
-    auto *button = new QPushButton(tr("Update"), m_updatePanel);
+    auto *button = new QPushButton(m_updatePanel);
     button->setGeometry(456, 14, 100, 30);
     button->setStyleSheet(buttonStyle);
     button->setFont(QFont(QStringLiteral("Source Sans Pro"), 11));
+    FittingText::show(button, tr("Update"));
     connect(button, &QPushButton::clicked, this, &ZRBaseWindow::updateButtonClicked);
 }
 
@@ -130,10 +132,11 @@ void ZRBaseWindow::buildDownloadPanel()
     m_progress->setValue(0);
     m_progress->setStyleSheet(progressStyle);
     m_progress->setAccessibleName(tr("Download"));
-    auto *button = new QPushButton(tr("Cancel"), m_downloadPanel);
+    auto *button = new QPushButton(m_downloadPanel);
     button->setGeometry(456, 14, 100, 30);
     button->setStyleSheet(buttonStyle);
     button->setFont(QFont(QStringLiteral("Source Sans Pro"), 11));
+    FittingText::show(button, tr("Cancel"));
     connect(button, &QPushButton::clicked, this, &ZRBaseWindow::cancelButtonClicked);
 }
 
@@ -183,20 +186,20 @@ void ZRBaseWindow::cancelButtonClicked()
 
 void ZRBaseWindow::onUpdateAvailable(const QString &version)
 {
-    m_question->setText(tr("Would you like to download Veltrix %1 now?").arg(version));
+    FittingText::show(m_question, tr("Would you like to download Veltrix %1 now?").arg(version));
     bringToFront(m_updatePanel);
 }
 
 void ZRBaseWindow::onDownloading(int percent)
 {
     m_progress->setValue(percent);
-    m_progressText->setText(tr("Downloading  %1 %").arg(percent)); // two blanks, on purpose
+    FittingText::show(m_progressText, tr("Downloading  %1 %").arg(percent)); // two blanks, on purpose
 }
 
 void ZRBaseWindow::onDownloadStart()
 {
     m_progress->setValue(0);
-    m_progressText->setText(tr("Downloading 0 %"));
+    FittingText::show(m_progressText, tr("Downloading 0 %"));
     bringToFront(m_downloadPanel);
 }
 

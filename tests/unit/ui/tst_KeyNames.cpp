@@ -1,5 +1,6 @@
 #include "ui/KeyNames.h"
 
+#include <QTranslator>
 #include <QtTest>
 
 class tst_KeyNames : public QObject
@@ -11,6 +12,7 @@ private Q_SLOTS:
     void namesAKey();
     void joinsNames();
     void noKeysHaveNoText();
+    void translatesNamesAndNothingElse();
 };
 
 void tst_KeyNames::namesAKey_data()
@@ -97,6 +99,25 @@ void tst_KeyNames::noKeysHaveNoText()
     QCOMPARE(KeyNames::text({}), QString());
 }
 
-QTEST_APPLESS_MAIN(tst_KeyNames)
+void tst_KeyNames::translatesNamesAndNothingElse()
+{
+    class Capitals : public QTranslator
+    {
+    public:
+        QString translate(const char *context, const char *source, const char *, int) const override
+        {
+            return qstrcmp(context, "KeyNames") == 0 ? QString::fromUtf8(source).toUpper() : QString();
+        }
+        bool isEmpty() const override { return false; }
+    } capitals;
+    QVERIFY(QCoreApplication::installTranslator(&capitals));
+    QCOMPARE(KeyNames::translated(QStringLiteral("Ctrl + home + s")), QStringLiteral("CTRL + HOME + s"));
+    QCOMPARE(KeyNames::translated(QStringLiteral("⇧ + + + end")), QStringLiteral("⇧ + + + END"));
+    QCOMPARE(KeyNames::translated(QStringLiteral("Go home")), QStringLiteral("Go home"));
+    QCOMPARE(KeyNames::translated(QString()), QString());
+    QCOMPARE(KeyNames::text({17, 36}), QStringLiteral("Ctrl + home"));
+}
+
+QTEST_GUILESS_MAIN(tst_KeyNames)
 
 #include "tst_KeyNames.moc"

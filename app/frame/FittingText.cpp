@@ -1,0 +1,57 @@
+#include "app/frame/FittingText.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QFontMetrics>
+#include <QLabel>
+#include <QStyle>
+#include <QStyleOptionButton>
+
+namespace
+{
+
+// Percent; below it letters look wrong.
+constexpr int narrowest = 80;
+
+int roomFor(const QAbstractButton &button)
+{
+    QStyleOptionButton option;
+    option.initFrom(&button);
+    const auto contents = qobject_cast<const QCheckBox *>(&button) ? QStyle::SE_CheckBoxContents
+                                                                   : QStyle::SE_PushButtonContents;
+    return button.style()->subElementRect(contents, &option, &button).width();
+}
+
+} // namespace
+
+QString FittingText::fit(QWidget *widget, const QString &text, int width, const QString &help,
+                         Qt::TextElideMode mode)
+{
+    QFont font = widget->font();
+    font.setStretch(QFont::Unstretched);
+    const int wanted = QFontMetrics(font).horizontalAdvance(text);
+    if (wanted > width) {
+        font.setStretch(qMax(narrowest, width * 100 / (wanted + 1)));
+    }
+    widget->setFont(font);
+
+    const QString shown = QFontMetrics(font).elidedText(text, mode, width);
+    QString toolTip = help;
+    if (shown != text) {
+        toolTip = help.isEmpty() ? text : text + QLatin1Char('\n') + help;
+    }
+    widget->setToolTip(toolTip);
+    widget->setAccessibleName(text);
+    return shown;
+}
+
+void FittingText::show(QLabel *label, const QString &text, const QString &help, Qt::TextElideMode mode)
+{
+    const int room = label->contentsRect().width() - 2 * label->margin();
+    label->setText(fit(label, text, room, help, mode));
+}
+
+void FittingText::show(QAbstractButton *button, const QString &text, const QString &help)
+{
+    button->setText(fit(button, text, roomFor(*button), help));
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+#include <Qt>
+
+class QAbstractButton;
+class QLabel;
+class QWidget;
+
+/// Texts on widgets whose places are fixed, while their widths depend on language and fonts.
+///
+/// A text that is too wide is drawn narrower; one that is too wide even so loses an end, and is then in the
+/// tool tip as a whole, above @p help, which otherwise is all of the tool tip. The accessible name is the
+/// whole text. Font, style sheet and geometry of the widget have to be set before.
+namespace FittingText
+{
+
+void show(QLabel *label, const QString &text, const QString &help = {},
+          Qt::TextElideMode mode = Qt::ElideRight);
+void show(QAbstractButton *button, const QString &text, const QString &help = {});
+
+/// For a text that is only part of what the widget shows: returns what of @p text fits into @p width, with
+/// all else done as above.
+QString fit(QWidget *widget, const QString &text, int width, const QString &help = {},
+            Qt::TextElideMode mode = Qt::ElideRight);
+
+} // namespace FittingText

@@ -1,0 +1,103 @@
+#include "app/frame/AppFonts.h"
+#include "app/frame/FittingText.h"
+
+#include <QCheckBox>
+#include <QFontMetrics>
+#include <QLabel>
+#include <QtTest>
+
+namespace
+{
+
+const QString text = QStringLiteral("Knob sensitivity");
+
+/// The widget, so wide that it has room for this part of the text in percent.
+template <typename Widget> void prepare(Widget &widget, int percent, int besides = 0)
+{
+    widget.setFont(QFont(QStringLiteral("Source Sans Pro"), 12));
+    const int needed = QFontMetrics(widget.font()).horizontalAdvance(text);
+    widget.resize(needed * percent / 100 + besides, 24);
+}
+
+} // namespace
+
+class tst_FittingText : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { AppFonts::load(); }
+    void leavesATextThatFitsAlone();
+    void drawsATextNarrowerThatIsALittleTooWide();
+    void cutsATextThatIsMuchTooWideAndTellsTheWhole();
+    void startsAnewWithEveryText();
+    void cutsWhereItIsTold();
+    void knowsTheRoomBesideACheckBox();
+};
+
+void tst_FittingText::leavesATextThatFitsAlone()
+{
+    QLabel label;
+    prepare(label, 101);
+    FittingText::show(&label, text, QStringLiteral("help"));
+    QCOMPARE(label.text(), text);
+    QCOMPARE(label.font().stretch(), int(QFont::Unstretched));
+    QCOMPARE(label.toolTip(), QStringLiteral("help"));
+    QCOMPARE(label.accessibleName(), text);
+}
+
+void tst_FittingText::drawsATextNarrowerThatIsALittleTooWide()
+{
+    QLabel label;
+    prepare(label, 90);
+    FittingText::show(&label, text);
+    QCOMPARE(label.text(), text);
+    QVERIFY(label.font().stretch() >= 80 && label.font().stretch() <= 90);
+    QVERIFY(label.fontMetrics().horizontalAdvance(text) <= label.width());
+    QCOMPARE(label.toolTip(), QString());
+}
+
+void tst_FittingText::cutsATextThatIsMuchTooWideAndTellsTheWhole()
+{
+    QLabel label;
+    prepare(label, 50);
+    FittingText::show(&label, text, QStringLiteral("help"));
+    QVERIFY(label.text().startsWith(QStringLiteral("Knob")) && label.text().endsWith(QChar(0x2026)));
+    QVERIFY(label.fontMetrics().horizontalAdvance(label.text()) <= label.width());
+    QCOMPARE(label.toolTip(), text + QStringLiteral("\nhelp"));
+    QCOMPARE(label.accessibleName(), text);
+}
+
+void tst_FittingText::startsAnewWithEveryText()
+{
+    QLabel label;
+    prepare(label, 50);
+    FittingText::show(&label, text);
+    FittingText::show(&label, QStringLiteral("Knob"));
+    QCOMPARE(label.text(), QStringLiteral("Knob"));
+    QCOMPARE(label.font().stretch(), int(QFont::Unstretched));
+    QCOMPARE(label.toolTip(), QString());
+}
+
+void tst_FittingText::cutsWhereItIsTold()
+{
+    QLabel label;
+    prepare(label, 50);
+    FittingText::show(&label, text, {}, Qt::ElideLeft);
+    QVERIFY(label.text().startsWith(QChar(0x2026)) && label.text().endsWith(QStringLiteral("ity")));
+}
+
+void tst_FittingText::knowsTheRoomBesideACheckBox()
+{
+    QCheckBox box;
+    prepare(box, 101);
+    FittingText::show(&box, text);
+    QVERIFY(box.font().stretch() < int(QFont::Unstretched) || box.text() != text);
+    prepare(box, 101, 40);
+    FittingText::show(&box, text);
+    QCOMPARE(box.text(), text);
+    QCOMPARE(box.font().stretch(), int(QFont::Unstretched));
+}
+
+QTEST_MAIN(tst_FittingText)
+#include "tst_FittingText.moc"

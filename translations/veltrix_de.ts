@@ -1,0 +1,751 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>ActionMenus</name>
+    <message>
+        <source>Normal</source>
+        <translation>Normal</translation>
+    </message>
+    <message>
+        <source>Shift 1</source>
+        <translation>Shift 1</translation>
+    </message>
+    <message>
+        <source>Shift 2</source>
+        <translation>Shift 2</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>ComboMapping</name>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Set</source>
+        <translation>Übernehmen</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Mapping</source>
+        <translation>Belegung</translation>
+    </message>
+    <message>
+        <source>Chooses, saves and deletes mappings</source>
+        <translation>Wählt, speichert und löscht Belegungen</translation>
+    </message>
+    <message>
+        <source>Choose what all buttons do, or save what they do now</source>
+        <translation>Wählen, was alle Tasten tun, oder speichern, was sie jetzt tun</translation>
+    </message>
+    <message>
+        <source>Examples</source>
+        <translation>Beispiele</translation>
+    </message>
+    <message>
+        <source>The mappings that come with the program</source>
+        <translation>Die Belegungen, die das Programm mitbringt</translation>
+    </message>
+    <message>
+        <source>Custom</source>
+        <translation>Eigene</translation>
+    </message>
+    <message>
+        <source>The mappings that you have saved</source>
+        <translation>Die Belegungen, die Sie gespeichert haben</translation>
+    </message>
+    <message>
+        <source>Keep what all buttons do now under a name of its own</source>
+        <translation>Unter einem eigenen Namen aufheben, was alle Tasten jetzt tun</translation>
+    </message>
+</context>
+<context>
+    <name>ComboMenu</name>
+    <message>
+        <source>Button %1</source>
+        <translation>Taste %1</translation>
+    </message>
+    <message>
+        <source>Normal</source>
+        <translation>Normal</translation>
+    </message>
+    <message>
+        <source>Shift 1</source>
+        <translation>Shift 1</translation>
+    </message>
+    <message>
+        <source>Shift 2</source>
+        <translation>Shift 2</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>Click to change what it does</source>
+        <translation>Klicken, um das zu ändern</translation>
+    </message>
+    <message>
+        <source>Shortcut Key</source>
+        <translation>Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>Presses up to three keys for you</source>
+        <translation>Drückt bis zu drei Tasten für Sie</translation>
+    </message>
+    <message>
+        <source>Midi</source>
+        <translation>Midi</translation>
+    </message>
+    <message>
+        <source>Sends a note or a controller value to music software</source>
+        <translation>Sendet eine Note oder einen Controllerwert an Musikprogramme</translation>
+    </message>
+    <message>
+        <source>Monitor Left</source>
+        <translation>Monitor links</translation>
+    </message>
+    <message>
+        <source>Moves the pointer to the monitor on the left</source>
+        <translation>Setzt den Mauszeiger auf den Monitor links</translation>
+    </message>
+    <message>
+        <source>Monitor Right</source>
+        <translation>Monitor rechts</translation>
+    </message>
+    <message>
+        <source>Moves the pointer to the monitor on the right</source>
+        <translation>Setzt den Mauszeiger auf den Monitor rechts</translation>
+    </message>
+    <message>
+        <source>Horizontal</source>
+        <translation>Waagerecht</translation>
+    </message>
+    <message>
+        <source>Sets the knob to drag the pointer left and right</source>
+        <translation>Der Drehknopf zieht den Mauszeiger dann nach links und rechts</translation>
+    </message>
+    <message>
+        <source>Vertical</source>
+        <translation>Senkrecht</translation>
+    </message>
+    <message>
+        <source>Sets the knob to drag the pointer up and down</source>
+        <translation>Der Drehknopf zieht den Mauszeiger dann nach oben und unten</translation>
+    </message>
+    <message>
+        <source>Circular</source>
+        <translation>Kreis</translation>
+    </message>
+    <message>
+        <source>Sets the knob to drag the pointer round in a circle</source>
+        <translation>Der Drehknopf zieht den Mauszeiger dann im Kreis</translation>
+    </message>
+    <message>
+        <source> ↓  ↑ Key</source>
+        <translation>Tasten ↓ ↑</translation>
+    </message>
+    <message>
+        <source>Sets the knob to press the arrow keys down and up</source>
+        <translation>Der Drehknopf drückt dann die Pfeiltasten nach unten und oben</translation>
+    </message>
+    <message>
+        <source>← → Key</source>
+        <translation>Tasten ← →</translation>
+    </message>
+    <message>
+        <source>Sets the knob to press the arrow keys left and right</source>
+        <translation>Der Drehknopf drückt dann die Pfeiltasten nach links und rechts</translation>
+    </message>
+    <message>
+        <source>Midi for Knob</source>
+        <translation>Midi für Drehknopf</translation>
+    </message>
+    <message>
+        <source>Sets the knob to send controller values to music software</source>
+        <translation>Der Drehknopf sendet dann Controllerwerte an Musikprogramme</translation>
+    </message>
+    <message>
+        <source>While it is held, all buttons do what their Shift 1 says</source>
+        <translation>Solange sie gehalten wird, tun alle Tasten, was bei ihnen unter Shift 1 steht</translation>
+    </message>
+    <message>
+        <source>While it is held, all buttons do what their Shift 2 says</source>
+        <translation>Solange sie gehalten wird, tun alle Tasten, was bei ihnen unter Shift 2 steht</translation>
+    </message>
+    <message>
+        <source>M.Left</source>
+        <translation>M. links</translation>
+    </message>
+    <message>
+        <source>M.Right</source>
+        <translation>M. rechts</translation>
+    </message>
+    <message>
+        <source>empty</source>
+        <translation>leer</translation>
+    </message>
+    <message>
+        <source>type a shorcut</source>
+        <translation>Tastenkürzel drücken</translation>
+    </message>
+    <message>
+        <source>The knob sends MIDI channel %1, controller %2</source>
+        <translation>Der Drehknopf sendet auf MIDI-Kanal %1, Controller %2</translation>
+    </message>
+    <message>
+        <source>Sends MIDI channel %1, note %2</source>
+        <translation>Sendet auf MIDI-Kanal %1 die Note %2</translation>
+    </message>
+    <message>
+        <source>Sends MIDI channel %1, controller %2</source>
+        <translation>Sendet auf MIDI-Kanal %1, Controller %2</translation>
+    </message>
+    <message>
+        <source>Presses %1</source>
+        <translation>Drückt %1</translation>
+    </message>
+    <message>
+        <source>%1: presses %2</source>
+        <translation>%1: drückt %2</translation>
+    </message>
+    <message>
+        <source>Knob</source>
+        <translation>Drehknopf</translation>
+    </message>
+    <message>
+        <source>Nothing yet</source>
+        <translation>Noch nichts</translation>
+    </message>
+</context>
+<context>
+    <name>CommandLine</name>
+    <message>
+        <source>Use this serial port as the device&apos;s for as long as it exists.</source>
+        <translation>Diesen seriellen Anschluss als den des Geräts nehmen, solange es ihn gibt.</translation>
+    </message>
+    <message>
+        <source>path</source>
+        <translation>Pfad</translation>
+    </message>
+    <message>
+        <source>Log every event.</source>
+        <translation>Jedes Ereignis protokollieren.</translation>
+    </message>
+    <message>
+        <source>Turns the buttons and the knob of the control surface into actions.</source>
+        <translation>Macht aus den Tasten und dem Drehknopf des Bediengeräts Aktionen.</translation>
+    </message>
+    <message>
+        <source>Unexpected argument: %1</source>
+        <translation>Unerwartetes Argument: %1</translation>
+    </message>
+</context>
+<context>
+    <name>DevicePicture</name>
+    <message>
+        <source>Drawing of the device</source>
+        <translation>Zeichnung des Geräts</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceZR</name>
+    <message>
+        <source>Print</source>
+        <translation>Drucken</translation>
+    </message>
+    <message>
+        <source>Print what the buttons do</source>
+        <translation>Drucken, was die Tasten tun</translation>
+    </message>
+    <message>
+        <source>Launch on startup</source>
+        <translation>Bei der Anmeldung starten</translation>
+    </message>
+    <message>
+        <source>Start the program when you log on</source>
+        <translation>Das Programm startet, wenn Sie sich anmelden</translation>
+    </message>
+    <message>
+        <source>How far the knob has to be turned for a step</source>
+        <translation>Wie weit der Drehknopf für einen Schritt gedreht werden muss</translation>
+    </message>
+    <message>
+        <source>Knob sensitivity</source>
+        <translation>Empfindlichkeit des Drehknopfs</translation>
+    </message>
+    <message>
+        <source>Knob sensitivity in Shift 1</source>
+        <translation>Empfindlichkeit des Drehknopfs in Shift 1</translation>
+    </message>
+    <message>
+        <source>The knob: touch it to take hold, turn it to act.
+Buttons with a knob mode choose what it does.</source>
+        <translation>Der Drehknopf: berühren heißt anfassen, drehen heißt handeln.
+Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
+    </message>
+</context>
+<context>
+    <name>GameView</name>
+    <message>
+        <source>Paddle game</source>
+        <translation>Schlägerspiel</translation>
+    </message>
+</context>
+<context>
+    <name>KeyNames</name>
+    <message>
+        <source>clr</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Ctrl</source>
+        <translation>Strg</translation>
+    </message>
+    <message>
+        <source>Alt</source>
+        <translation>Alt</translation>
+    </message>
+    <message>
+        <source>pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Esc</source>
+        <translation>Esc</translation>
+    </message>
+    <message>
+        <source>PgUp</source>
+        <translation>Bild↑</translation>
+    </message>
+    <message>
+        <source>PgDn</source>
+        <translation>Bild↓</translation>
+    </message>
+    <message>
+        <source>end</source>
+        <translation>Ende</translation>
+    </message>
+    <message>
+        <source>home</source>
+        <translation>Pos1</translation>
+    </message>
+    <message>
+        <source>PrtScn</source>
+        <translation>Druck</translation>
+    </message>
+    <message>
+        <source>ins</source>
+        <translation>Einfg</translation>
+    </message>
+    <message>
+        <source>del</source>
+        <translation>Entf</translation>
+    </message>
+    <message>
+        <source>Win</source>
+        <translation>Win</translation>
+    </message>
+    <message>
+        <source>NumL</source>
+        <translation>Num</translation>
+    </message>
+</context>
+<context>
+    <name>MapNotices</name>
+    <message>
+        <source>Your changes end with the program. %1</source>
+        <translation>Ihre Änderungen enden mit dem Programm. %1</translation>
+    </message>
+    <message>
+        <source>Keep</source>
+        <translation>Behalten</translation>
+    </message>
+    <message>
+        <source>Writes what the page shows as the mapping that the program starts with</source>
+        <translation>Speichert, was die Seite zeigt, als die Belegung, mit der das Programm startet</translation>
+    </message>
+    <message>
+        <source>Updating maps</source>
+        <translation>Belegungen werden aktualisiert</translation>
+    </message>
+    <message>
+        <source>New maps available!</source>
+        <translation>Neue Belegungen verfügbar!</translation>
+    </message>
+</context>
+<context>
+    <name>MapPrinter</name>
+    <message>
+        <source>Print ZR Map</source>
+        <translation>ZR-Belegung drucken</translation>
+    </message>
+    <message>
+        <source>Veltrix map</source>
+        <translation>Veltrix-Belegung</translation>
+    </message>
+</context>
+<context>
+    <name>MidiActions</name>
+    <message>
+        <source>Not Available</source>
+        <translation>nicht verfügbar</translation>
+    </message>
+</context>
+<context>
+    <name>MidiMenu</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>MIDI</source>
+        <translation>MIDI</translation>
+    </message>
+    <message>
+        <source>Channel</source>
+        <translation>Kanal</translation>
+    </message>
+    <message>
+        <source>CC on move</source>
+        <translation>CC: Drehen</translation>
+    </message>
+    <message>
+        <source>Touch</source>
+        <translation>Berühren</translation>
+    </message>
+    <message>
+        <source>7Fh/01h</source>
+        <translation>7Fh/01h</translation>
+    </message>
+    <message>
+        <source>Each step to the left sends 127, each step to the right 1</source>
+        <translation>Jeder Schritt nach links sendet 127, jeder nach rechts 1</translation>
+    </message>
+    <message>
+        <source>03Fh/41h</source>
+        <translation>03Fh/41h</translation>
+    </message>
+    <message>
+        <source>Each step to the left sends 63, each step to the right 65</source>
+        <translation>Jeder Schritt nach links sendet 63, jeder nach rechts 65</translation>
+    </message>
+    <message>
+        <source>absolute</source>
+        <translation>absolut</translation>
+    </message>
+    <message>
+        <source>Turning counts from 0 to 127</source>
+        <translation>Drehen zählt von 0 bis 127</translation>
+    </message>
+    <message>
+        <source>CC on touch</source>
+        <translation>CC: Berühren</translation>
+    </message>
+    <message>
+        <source>A touch sends a control change</source>
+        <translation>Eine Berührung sendet einen Controllerwert (CC)</translation>
+    </message>
+    <message>
+        <source>Note on touch</source>
+        <translation>Note: Berühren</translation>
+    </message>
+    <message>
+        <source>A touch sends a note</source>
+        <translation>Eine Berührung sendet eine Note</translation>
+    </message>
+    <message>
+        <source>After Touch</source>
+        <translation>Loslassen</translation>
+    </message>
+    <message>
+        <source>Letting go sends a value too</source>
+        <translation>Auch das Loslassen sendet einen Wert</translation>
+    </message>
+    <message>
+        <source>%1, 0 to %2</source>
+        <translation>%1, 0 bis %2</translation>
+    </message>
+    <message>
+        <source>Controller that turning sends</source>
+        <translation>Controller, den das Drehen sendet</translation>
+    </message>
+    <message>
+        <source>Controller or note that a touch sends</source>
+        <translation>Controller oder Note, die eine Berührung sendet</translation>
+    </message>
+    <message>
+        <source>Value that a touch sends</source>
+        <translation>Wert, den eine Berührung sendet</translation>
+    </message>
+    <message>
+        <source>Value that letting go sends</source>
+        <translation>Wert, den das Loslassen sendet</translation>
+    </message>
+    <message>
+        <source>MIDI FOR KNOB</source>
+        <translation>DREHKNOPF-MIDI</translation>
+    </message>
+</context>
+<context>
+    <name>PageTexts</name>
+    <message>
+        <source>VELTRIX</source>
+        <translation>VELTRIX</translation>
+    </message>
+    <message>
+        <source>Knob and buttons settings.</source>
+        <translation>Knopf und Tasten einstellen.</translation>
+    </message>
+    <message>
+        <source>Knob sensitivity adjustment</source>
+        <translation>Drehknopf-Empfindlichkeit</translation>
+    </message>
+    <message>
+        <source>NORMAL</source>
+        <translation>NORMAL</translation>
+    </message>
+    <message>
+        <source>SHIFT 1</source>
+        <translation>SHIFT 1</translation>
+    </message>
+    <message>
+        <source>Slow</source>
+        <translation>Sanft</translation>
+    </message>
+    <message>
+        <source>Fast</source>
+        <translation>Flink</translation>
+    </message>
+    <message>
+        <source>MIDI: </source>
+        <translation>MIDI: </translation>
+    </message>
+    <message>
+        <source>The MIDI output in use: the first one whose name contains &quot;FROM&quot; when the program starts</source>
+        <translation>Der verwendete MIDI-Ausgang: der erste, dessen Name beim Programmstart „FROM“ enthält</translation>
+    </message>
+</context>
+<context>
+    <name>SaveDialog</name>
+    <message>
+        <source>Save Mapping</source>
+        <translation>Belegung speichern</translation>
+    </message>
+    <message>
+        <source>Save as:</source>
+        <translation>Speichern unter:</translation>
+    </message>
+    <message>
+        <source>type a name</source>
+        <translation>Namen eingeben</translation>
+    </message>
+    <message>
+        <source>Name of the mapping</source>
+        <translation>Name der Belegung</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>ShortcutKey</name>
+    <message>
+        <source>Shorcut Key</source>
+        <translation>Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>type a shorcut</source>
+        <translation>Tastenkürzel drücken</translation>
+    </message>
+    <message>
+        <source>Windows key</source>
+        <translation>Windows-Taste</translation>
+    </message>
+    <message>
+        <source>Alt</source>
+        <translation>Alt</translation>
+    </message>
+    <message>
+        <source>Ctrl</source>
+        <translation>Strg</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>WelcomeWindow</name>
+    <message>
+        <source>Welcome to VELTRIX setup panel.</source>
+        <translation>Willkommen bei der Einrichtung von VELTRIX.</translation>
+    </message>
+    <message>
+        <source>Please connect your device with a usb cable.</source>
+        <translation>Bitte schließen Sie Ihr Gerät mit einem USB-Kabel an.</translation>
+    </message>
+    <message>
+        <source>Connect</source>
+        <translation>Anschließen</translation>
+    </message>
+    <message>
+        <source>The panel opens by itself as soon as the device is found.</source>
+        <translation>Die Einstellungen öffnen sich von selbst, sobald das Gerät gefunden ist.</translation>
+    </message>
+    <message>
+        <source>Connected</source>
+        <translation>Angeschlossen</translation>
+    </message>
+    <message>
+        <source>Not connected</source>
+        <translation>Nicht angeschlossen</translation>
+    </message>
+</context>
+<context>
+    <name>XmlMappingReader</name>
+    <message>
+        <source>Open Xml</source>
+        <translation>XML öffnen</translation>
+    </message>
+    <message>
+        <source>Xml files (*.xml)</source>
+        <translation>XML-Dateien (*.xml)</translation>
+    </message>
+</context>
+<context>
+    <name>ZRBaseWindow</name>
+    <message>
+        <source>Veltrix</source>
+        <translation>Veltrix</translation>
+    </message>
+    <message>
+        <source>VERSION</source>
+        <translation>VERSION</translation>
+    </message>
+    <message>
+        <source>Contact</source>
+        <translation>Kontakt</translation>
+    </message>
+    <message>
+        <source>User Guide</source>
+        <translation>Handbuch</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>A new version of Veltrix is available!</source>
+        <translation>Eine neue Version von Veltrix ist verfügbar!</translation>
+    </message>
+    <message>
+        <source>Update</source>
+        <translation>Aktualisieren</translation>
+    </message>
+    <message>
+        <source>Downloading 0%</source>
+        <translation>Herunterladen: 0 %</translation>
+    </message>
+    <message>
+        <source>Download</source>
+        <translation>Download</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Would you like to download Veltrix %1 now?</source>
+        <translation>Möchten Sie Veltrix %1 jetzt herunterladen?</translation>
+    </message>
+    <message>
+        <source>Downloading  %1 %</source>
+        <translation>Herunterladen: %1 %</translation>
+    </message>
+    <message>
+        <source>Downloading 0 %</source>
+        <translation>Herunterladen: 0 %</translation>
+    </message>
+</context>
+<context>
+    <name>ZRDialog</name>
+    <message>
+        <source>Veltrix</source>
+        <translation>Veltrix</translation>
+    </message>
+</context>
+<context>
+    <name>ZRMainWindow</name>
+    <message>
+        <source>Veltrix</source>
+        <translation>Veltrix</translation>
+    </message>
+    <message>
+        <source>Hide the window</source>
+        <translation>Fenster ausblenden</translation>
+    </message>
+    <message>
+        <source>Hide the window; the program goes on</source>
+        <translation>Fenster ausblenden; das Programm läuft weiter</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+</context>
+<context>
+    <name>ZRUpdater</name>
+    <message>
+        <source>A new version of Veltrix is available. Do you want to install it?</source>
+        <translation>Eine neue Version von Veltrix ist verfügbar. Möchten Sie sie installieren?</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>A new version of Veltrix is available. Press OK to install it</source>
+        <translation>Eine neue Version von Veltrix ist verfügbar. Klicken Sie auf „OK“, um sie zu installieren</translation>
+    </message>
+    <message>
+        <source>Please press OK to close Veltrix and complete the update process.</source>
+        <translation>Bitte klicken Sie auf „OK“, um Veltrix zu beenden und die Aktualisierung abzuschließen.</translation>
+    </message>
+    <message>
+        <source>An error occurred during download.</source>
+        <translation>Beim Herunterladen ist ein Fehler aufgetreten.</translation>
+    </message>
+    <message>
+        <source>The new version has been downloaded, but Veltrix is not allowed to replace itself here. Please install it yourself:
+%1</source>
+        <translation>Die neue Version ist heruntergeladen, aber Veltrix darf sich hier nicht selbst ersetzen. Bitte installieren Sie sie selbst:
+%1</translation>
+    </message>
+</context>
+</TS>
