@@ -12,7 +12,8 @@ namespace
 const QString text = QStringLiteral("Knob sensitivity");
 
 /// The widget, so wide that it has room for this part of the text in percent.
-template <typename Widget> void prepare(Widget &widget, int percent, int besides = 0)
+template <typename Widget>
+void prepare(Widget &widget, int percent, int besides = 0)
 {
     widget.setFont(QFont(QStringLiteral("Source Sans Pro"), 12));
     const int needed = QFontMetrics(widget.font()).horizontalAdvance(text);
