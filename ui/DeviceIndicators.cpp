@@ -37,28 +37,57 @@ DeviceIndicators::DeviceIndicators(QWidget *page)
                       "rightArrow");
 }
 
-QLabel *DeviceIndicators::addMark(const QRect &place, const QString &style, const char *name)
+DeviceIndicators::Mark DeviceIndicators::addMark(const QRect &place, const QString &style, const char *name)
 {
-    auto *mark = new QLabel(this);
-    mark->setObjectName(QLatin1String(name));
-    mark->setGeometry(place);
-    mark->setStyleSheet(style);
-    mark->hide();
-    return mark;
+    auto *label = new QLabel(this);
+    label->setObjectName(QLatin1String(name));
+    label->setGeometry(place);
+    label->setStyleSheet(style);
+    label->hide();
+    return {label, false};
 }
 
 void DeviceIndicators::setHeld(int control, bool held)
 {
-    m_controls.at(static_cast<std::size_t>(control))->setVisible(held);
+    want(m_controls.at(static_cast<std::size_t>(control)), held);
 }
 
 void DeviceIndicators::setKnobTouched(bool touched)
 {
-    m_knob->setVisible(touched);
+    want(m_knob, touched);
 }
 
 void DeviceIndicators::setTurning(KnobPointer::Turn turn)
 {
-    m_left->setVisible(turn == KnobPointer::Turn::Left);
-    m_right->setVisible(turn == KnobPointer::Turn::Right);
+    want(m_left, turn == KnobPointer::Turn::Left);
+    want(m_right, turn == KnobPointer::Turn::Right);
+}
+
+void DeviceIndicators::want(Mark &mark, bool shown)
+{
+    if (mark.wanted == shown) {
+        return;
+    }
+    mark.wanted = shown;
+    if (isVisible() && !m_showsLater) {
+        m_showsLater = true;
+        QMetaObject::invokeMethod(this, &DeviceIndicators::showWanted, Qt::QueuedConnection);
+    }
+}
+
+void DeviceIndicators::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    showWanted();
+}
+
+void DeviceIndicators::showWanted()
+{
+    m_showsLater = false;
+    for (const Mark &mark : m_controls) {
+        mark.label->setVisible(mark.wanted);
+    }
+    for (const Mark &mark : {m_knob, m_left, m_right}) {
+        mark.label->setVisible(mark.wanted);
+    }
 }

@@ -8,6 +8,9 @@
 #include <array>
 
 /// The marks over the drawing of the device that show what is pressed, touched and turned. Hidden at first.
+///
+/// A mark comes and goes once the event has been acted on: the page hears of it before, and showing a widget
+/// asks the X server for the pointer, which the action would wait for.
 class DeviceIndicators : public QWidget
 {
     Q_OBJECT
@@ -22,11 +25,22 @@ public Q_SLOTS:
     void setKnobTouched(bool touched);
     void setTurning(KnobPointer::Turn turn);
 
-private:
-    QLabel *addMark(const QRect &place, const QString &style, const char *name);
+protected:
+    void showEvent(QShowEvent *event) override;
 
-    std::array<QLabel *, 10> m_controls{};
-    QLabel *m_knob;
-    QLabel *m_left;
-    QLabel *m_right;
+private:
+    struct Mark {
+        QLabel *label = nullptr;
+        bool wanted = false;
+    };
+
+    Mark addMark(const QRect &place, const QString &style, const char *name);
+    void want(Mark &mark, bool shown);
+    void showWanted();
+
+    std::array<Mark, 10> m_controls;
+    Mark m_knob;
+    Mark m_left;
+    Mark m_right;
+    bool m_showsLater = false;
 };

@@ -27,6 +27,7 @@ private Q_SLOTS:
     void widgetsStandWhereTheyBelong();
     void marksStandOverTheirControls();
     void marksFollowTheDevice();
+    void marksOfAHiddenPageAreRightWhenItIsShown();
     void withoutStoredSlidersBothStandAtOne();
     void movedSliderIsStoredAndReadAgain();
     void slowEndIsAtTheLeft();
@@ -208,14 +209,29 @@ void tst_DeviceZR::marksFollowTheDevice()
     const auto *knob = m_page->findChild<QLabel *>(QStringLiteral("knobMark"));
     const auto *left = m_page->findChild<QLabel *>(QStringLiteral("leftArrow"));
     Q_EMIT m_serial->onButtonpress(7, true);
-    QVERIFY(marks[7]->isVisible());
+    QVERIFY(marks[7]->isHidden()); // the action does not wait for the mark
+    QTRY_VERIFY(marks[7]->isVisible());
     Q_EMIT m_serial->onKnobevent('D');
-    QVERIFY(knob->isVisible());
+    QTRY_VERIFY(knob->isVisible());
     Q_EMIT m_serial->onKnobevent('L');
-    QVERIFY(left->isVisible());
+    QTRY_VERIFY(left->isVisible());
     Q_EMIT m_serial->onKnobevent('U');
     Q_EMIT m_serial->onButtonpress(7, false);
-    QVERIFY(knob->isHidden() && left->isHidden() && marks[7]->isHidden());
+    QTRY_VERIFY(knob->isHidden() && left->isHidden() && marks[7]->isHidden());
+}
+
+void tst_DeviceZR::marksOfAHiddenPageAreRightWhenItIsShown()
+{
+    makePage();
+    const auto marks = m_page->findChildren<QLabel *>(QStringLiteral("controlMark"));
+    Q_EMIT m_serial->onButtonpress(7, true);
+    QTRY_VERIFY(marks[7]->isVisible());
+    m_page->hide();
+    Q_EMIT m_serial->onButtonpress(7, false);
+    Q_EMIT m_serial->onButtonpress(4, true);
+    m_page->show();
+    QVERIFY(marks[7]->isHidden());
+    QVERIFY(marks[4]->isVisible());
 }
 
 void tst_DeviceZR::withoutStoredSlidersBothStandAtOne()
