@@ -19,8 +19,8 @@ struct Platform {
 };
 
 /// Sets up what the application object needs to come into being: without a display that answers the toolkit
-/// is told to draw nowhere. To be called in main() before the application object exists, and after
-/// startCrashRelease().
+/// is told to draw nowhere, and not to load OpenGL unless the user chose one. To be called in main() before
+/// the application object exists, and after startCrashRelease().
 void preparePlatform();
 
 /// Chooses the backend and says in the log which one is used and why. Without a usable one it says so once,

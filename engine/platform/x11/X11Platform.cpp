@@ -98,4 +98,8 @@ void preparePlatform()
     if (!decided && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") && !displayAnswers()) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
+    // Nothing here draws with OpenGL, whose libraries are larger than the rest of the program.
+    if (qEnvironmentVariableIsEmpty("QT_XCB_GL_INTEGRATION")) {
+        qputenv("QT_XCB_GL_INTEGRATION", "none");
+    }
 }

@@ -1,6 +1,10 @@
 #include "tests/bench/whole_program/KeyWatch.h"
 
+#include <QPoint>
+#include <QSize>
+
 #include <X11/Xlib.h>
+#include <X11/extensions/XTest.h>
 #include <ctime>
 #include <poll.h>
 
@@ -8,6 +12,9 @@ namespace
 {
 
 constexpr int patience = 1000; // ms
+
+constexpr QSize programSize(900, 650);
+constexpr QPoint closeButton(13, 13);
 
 } // namespace
 
@@ -38,23 +45,36 @@ KeyWatch::~KeyWatch()
     }
 }
 
-void KeyWatch::hideOthers()
+bool KeyWatch::hideProgram()
 {
     Window root = 0;
     Window parent = 0;
     Window *windows = nullptr;
     unsigned count = 0;
     if (XQueryTree(m_display, DefaultRootWindow(m_display), &root, &parent, &windows, &count) == 0) {
-        return;
+        return false;
     }
-    for (unsigned i = 0; i < count; ++i) {
-        if (windows[i] != m_window) {
-            XUnmapWindow(m_display, windows[i]);
+    bool hidden = false;
+    for (unsigned i = 0; i < count && !hidden; ++i) {
+        XWindowAttributes window;
+        if (windows[i] != m_window && XGetWindowAttributes(m_display, windows[i], &window) != 0 &&
+            window.width == programSize.width() && window.height == programSize.height() &&
+            window.map_state == IsViewable) {
+            XTestFakeMotionEvent(m_display, -1, window.x + closeButton.x(), window.y + closeButton.y(), 0);
+            XTestFakeButtonEvent(m_display, Button1, True, 0);
+            XTestFakeButtonEvent(m_display, Button1, False, 0);
+            XSync(m_display, False);
+            for (int waited = 0; window.map_state == IsViewable && waited < patience; waited += 10) {
+                poll(nullptr, 0, 10);
+                XGetWindowAttributes(m_display, windows[i], &window);
+            }
+            hidden = window.map_state != IsViewable;
         }
     }
     XFree(windows);
     XSetInputFocus(m_display, m_window, RevertToParent, CurrentTime);
     XSync(m_display, False);
+    return hidden;
 }
 
 std::int64_t KeyWatch::now()

@@ -21,8 +21,9 @@ public:
     /// when none comes within a second.
     std::int64_t waitFor(bool press);
 
-    /// Takes all other windows of the display off the screen, as if their users had hidden them.
-    void hideOthers();
+    /// Presses the button in the corner of the program's window, which hides it; false when it is not to be
+    /// found or stays. The empty program has a window of the same size, and nothing in its corner.
+    bool hideProgram();
 
     static std::int64_t now();
 

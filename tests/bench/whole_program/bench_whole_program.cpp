@@ -104,9 +104,17 @@ void reportRatio(const QString &what, const std::vector<Rounds> &all, double tar
                     .arg(ratios.quantile(1), 0, 'f', 2));
 }
 
-enum class Targets { Apply, ForInformation };
+/// What a state of the program may cost at most, 0 for anything.
+struct Targets {
+    double p50;
+    double p99;
+    double cpuTime;
+};
+constexpr Targets hiddenTargets = {1.3, 1.5, 2.0};
+constexpr Targets shownTargets = {1.5, 0, 0}; // what is held is also painted then
 
-void compare(Contestant &program, Contestant &relay, KeyWatch &watch, Targets targets, Report &report)
+void compare(Contestant &program, Contestant &relay, KeyWatch &watch, const Targets &targets,
+             const QString &state, Report &report)
 {
     const std::array<Contestant *, 2> contestants = {&program, &relay};
     for (Contestant *contestant : contestants) {
@@ -119,16 +127,14 @@ void compare(Contestant &program, Contestant &relay, KeyWatch &watch, Targets ta
     for (int i = 0; i < rounds; ++i) {
         all.push_back(measureRound(contestants, watch));
     }
-    const bool apply = targets == Targets::Apply;
-    const QString window = apply ? QString() : QStringLiteral(", window shown");
     reportRatio(
-        QStringLiteral("press to KeyPress, p50, against the relay") + window, all, apply ? 1.3 : 0,
+        QStringLiteral("press to KeyPress, p50, against the relay") + state, all, targets.p50,
         [](const Round &round) { return round.latency.quantile(0.5); }, report);
     reportRatio(
-        QStringLiteral("press to KeyPress, p99, against the relay") + window, all, apply ? 1.5 : 0,
+        QStringLiteral("press to KeyPress, p99, against the relay") + state, all, targets.p99,
         [](const Round &round) { return round.latency.quantile(0.99); }, report);
     reportRatio(
-        QStringLiteral("processor time per event, against the relay") + window, all, apply ? 2.0 : 0,
+        QStringLiteral("processor time per event, against the relay") + state, all, targets.cpuTime,
         [](const Round &round) { return round.cpuTimePerEvent; }, report);
 }
 
@@ -148,7 +154,7 @@ void measureIdle(qint64 pid, const QString &state, Report &report)
                 3.0, QStringLiteral(" /s"));
 }
 
-void measureMemory(qint64 program, qint64 empty, Report &report)
+void measureMemory(qint64 program, qint64 empty, const QString &state, Report &report)
 {
     const qint64 own = processfigures::ownMemory(program);
     const qint64 floor = processfigures::ownMemory(empty);
@@ -156,8 +162,8 @@ void measureMemory(qint64 program, qint64 empty, Report &report)
     for (const qint64 child : processfigures::children(program)) {
         watchdog += processfigures::unsharedMemory(child);
     }
-    report.line(QStringLiteral("private memory, against an empty program"),
-                static_cast<double>(own) / static_cast<double>(floor), 1.3, QStringLiteral(" x"),
+    report.line(QStringLiteral("private memory, against an empty program") + state,
+                static_cast<double>(own) / static_cast<double>(floor), 1.5, QStringLiteral(" x"),
                 QStringLiteral("%1 KiB to %2 KiB; its watchdog %3 KiB").arg(own).arg(floor).arg(watchdog));
 }
 
@@ -228,13 +234,17 @@ int main(int argc, char **argv)
     }
 
     Report report;
-    measureMemory(program.program->processId(), empty.processId(), report);
     // Until the page of the device has slid in.
     QThread::sleep(3);
-    compare(program, relay, watch, Targets::ForInformation, report);
+    const QString shown = QStringLiteral(", window shown");
+    measureMemory(program.program->processId(), empty.processId(), shown, report);
+    compare(program, relay, watch, shownTargets, shown, report);
     // As it runs from day to day: behind its tray icon.
-    watch.hideOthers();
-    compare(program, relay, watch, Targets::Apply, report);
+    if (!watch.hideProgram()) {
+        qFatal("the window does not hide");
+    }
+    measureMemory(program.program->processId(), empty.processId(), QString(), report);
+    compare(program, relay, watch, hiddenTargets, QString(), report);
     measureIdle(program.program->processId(), QStringLiteral("connected"), report);
     program.program.reset();
 
