@@ -133,8 +133,16 @@ void ZRMainWindow::slideLater(int page)
 
 void ZRMainWindow::showOnFront()
 {
+    const bool menuOpen = m_trayMenu->isVisible();
     show();
     raise();
+    if (menuOpen && !m_trayMenu->isVisible()) {
+        // The click that brings the window has opened the menu, and a window that is shown closes menus.
+        m_trayMenu->popup(m_trayMenu->pos());
+    }
+    // What the toolkit asks of the X server waits for the next thing that is drawn or comes in, and a covered
+    // window has neither.
+    update();
 }
 
 void ZRMainWindow::closeEvent(QCloseEvent *event)

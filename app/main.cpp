@@ -44,6 +44,8 @@ int main(int argc, char *argv[])
     DataDirectory::prepare(data, QCoreApplication::applicationDirPath());
     Logging::addFile(data);
     LibraryKeeper::restore(library);
+    // From here on a request to quit finds the event loop, now or as soon as it runs.
+    const auto quitWatch = watchQuitRequests([] { QCoreApplication::quit(); });
 
     // As texts, character by character: "1.9" counts as greater than "1.10".
     const bool show =
@@ -67,13 +69,13 @@ int main(int argc, char *argv[])
         },
         updater);
     updateDialog.setWindow(&window);
+    QObject::connect(&application, &SingleApplication::showUp, &window, &ZRMainWindow::showOnFront);
     if (show) {
         window.show();
     }
     QObject::connect(&application, &QCoreApplication::aboutToQuit, updater, &ZRUpdater::aboutToQuit);
     QObject::connect(updater, &ZRUpdater::onDownloadComplete, updater, &ZRUpdater::install);
     const auto mouseListener = createMouseListener([&] { window.devicePage()->onUserMovingMouse(); });
-    const auto quitWatch = watchQuitRequests([] { QCoreApplication::quit(); });
 
     const int status = SingleApplication::exec();
     Logging::closeFile();

@@ -7,68 +7,16 @@ import sys
 import time
 import unittest
 
-import gi
-
-gi.require_version("UMockdev", "1.0")
-from gi.repository import UMockdev  # noqa: E402
-
-from desk import (LISTENER, PROGRAM, SIMULATOR, Home, Lines, XServer, children_of, cpu_seconds, is_alive,  # noqa: E402
-                  plain_environment, wait_for)
-from mocked_device import MockedDevice  # noqa: E402
-
-NOTICED = 1.5  # s: a scan each half second, and some for a loaded machine
-NEVER = 1.2    # s: long enough for two scans
+from desk import LISTENER, SIMULATOR, Lines, children_of, cpu_seconds, is_alive, plain_environment, wait_for
+from mocked_device_test import NEVER, NOTICED, MockedDeviceTest
 
 
-class DeviceLife(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.server = XServer()
-        cls.listener_environment = plain_environment()
-        cls.listener_environment["DISPLAY"] = cls.server.name
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.server.stop()
-
+class DeviceLife(MockedDeviceTest):
     def setUp(self):
-        self.testbed = UMockdev.Testbed.new()
-        self.home = Home()
-        self.devices = []
-        self.programs = []
-        self.listener = Lines([LISTENER], self.listener_environment, "stdout", stdin=subprocess.PIPE)
+        super().setUp()
+        self.listener = Lines([LISTENER], self.server_environment, "stdout", stdin=subprocess.PIPE)
+        self.addCleanup(lambda: self.listener.stop())
         self.assertTrue(self.listener.wait_for("^ready$"))
-
-    def tearDown(self):
-        for program in self.programs:
-            program.stop(signal.SIGKILL)
-        for device in self.devices:
-            device.unplug()
-        self.listener.stop()
-        self.home.cleanup()
-
-    def start(self, *arguments, mocked=True):
-        environment = dict(os.environ) if mocked else plain_environment()
-        if mocked:
-            environment.update({k: v for k, v in plain_environment().items() if k.startswith("JACK_")})
-            environment["UMOCKDEV_DIR"] = self.testbed.get_root_dir()
-        environment["DISPLAY"] = self.server.name
-        self.home.add_to(environment)
-        program = Lines([PROGRAM, *arguments], environment, "stderr")
-        self.programs.append(program)
-        self.assertTrue(program.wait_for("input goes through X11"), program.texts())
-        return program
-
-    def plug(self, **properties):
-        device = MockedDevice(self.testbed, **properties)
-        self.devices.append(device)
-        return device
-
-    def start_with_device(self, **properties):
-        program = self.start()
-        device = self.plug(**(properties or {"serial": "HIDFG01"}))
-        self.assertTrue(program.wait_for(": plugged$", NOTICED), program.texts())
-        return program, device
 
     def assert_arrives(self, *expected):
         heard = wait_for(lambda: len(self.listener.lines) > len(expected) and self.listener.texts()[1:])
@@ -210,7 +158,7 @@ class DeviceLife(unittest.TestCase):
                 self.assertEqual(status, 0)
                 device.unplug()
                 self.listener.stop()
-                self.listener = Lines([LISTENER], self.listener_environment, "stdout", stdin=subprocess.PIPE)
+                self.listener = Lines([LISTENER], self.server_environment, "stdout", stdin=subprocess.PIPE)
                 self.assertTrue(self.listener.wait_for("^ready$"))
 
     def test_sigkill_while_held_releases_everything_within_50_ms(self):

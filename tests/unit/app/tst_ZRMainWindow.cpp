@@ -27,6 +27,7 @@ private Q_SLOTS:
     void closeButtonHasItsPlaceAndStyle();
     void trayMenuHasQuitAlone();
     void trayIconBringsTheWindowBack();
+    void trayMenuStaysOpenWhenTheWindowComes();
     void quitEndsTheProgramAlsoWhenHidden();
     void deviceTurnsTheIndicatorAtOnceAndThePageASecondLater();
     void unpluggedWithinTheSecondTheSlideStillComes();
@@ -131,6 +132,20 @@ void tst_ZRMainWindow::trayIconBringsTheWindowBack()
         Q_EMIT tray->activated(reason);
         QVERIFY(m_window->isVisible());
     }
+}
+
+void tst_ZRMainWindow::trayMenuStaysOpenWhenTheWindowComes()
+{
+    QMenu *menu = m_window->findChild<QSystemTrayIcon *>()->contextMenu();
+    m_window->hide();
+    menu->popup(QPoint(10, 10));
+    QVERIFY(menu->isVisible());
+    m_window->showOnFront();
+    QVERIFY(m_window->isVisible());
+    QVERIFY(menu->isVisible());
+    menu->close();
+    m_window->showOnFront();
+    QVERIFY(!menu->isVisible());
 }
 
 void tst_ZRMainWindow::quitEndsTheProgramAlsoWhenHidden()

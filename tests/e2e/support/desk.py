@@ -111,6 +111,11 @@ class XServer:
         self._display = self._x11.XOpenDisplay(self.name.encode())
         assert self._display, "no connection to Xvfb"
 
+    @property
+    def display(self):
+        """The test's own connection, for calls of Xlib."""
+        return ctypes.c_void_p(self._display)
+
     def keys_held(self):
         keymap = ctypes.create_string_buffer(32)
         self._x11.XQueryKeymap(ctypes.c_void_p(self._display), keymap)
@@ -122,18 +127,24 @@ class XServer:
         self._process.wait()
 
 
-class Home:
-    """A user's directories with a current mapping: button N presses the key A + N."""
+SPECIAL_ACTION = 0x1FFFFFF
 
-    def __init__(self):
+
+class Home:
+    """A user's directories with a current mapping: button N presses the key A + N, except for those buttons for which
+    `special` has the code of a special action."""
+
+    def __init__(self, special=None):
         self._directory = tempfile.TemporaryDirectory()
         self.path = self._directory.name
         data = os.path.join(self.path, "data", "{Brimwell Labs}", "{Veltrix}")
         os.makedirs(data)
         os.mkdir(os.path.join(self.path, "run"), 0o700)
+        keys = {n: (65 + n, -1) for n in range(10)}
+        keys.update((n, (SPECIAL_ACTION, code)) for n, code in (special or {}).items())
         buttons = "".join(
-            f'<BUTTON id="{n}"><NORMAL label=""><KEY1 type="int">{65 + n}</KEY1><KEY2 type="int">-1</KEY2>'
-            f'<KEY3 type="int">-1</KEY3></NORMAL></BUTTON>' for n in range(10))
+            f'<BUTTON id="{n}"><NORMAL label=""><KEY1 type="int">{key1}</KEY1><KEY2 type="int">{key2}</KEY2>'
+            f'<KEY3 type="int">-1</KEY3></NORMAL></BUTTON>' for n, (key1, key2) in keys.items())
         with open(os.path.join(data, "current.xml"), "w", encoding="utf-8") as file:
             file.write(f'<?xml version="1.0" encoding="UTF-8"?><ZR><MAPPING software="current_map">{buttons}</MAPPING></ZR>')
 
