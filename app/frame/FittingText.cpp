@@ -35,7 +35,7 @@ QString FittingText::fit(QWidget *widget, const QString &text, int width, const 
     }
     widget->setFont(font);
 
-    const QString shown = QFontMetrics(font).elidedText(text, mode, width);
+    QString shown = QFontMetrics(font).elidedText(text, mode, width);
     QString toolTip = help;
     if (shown != text) {
         toolTip = help.isEmpty() ? text : text + QLatin1Char('\n') + help;
