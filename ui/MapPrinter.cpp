@@ -97,6 +97,8 @@ bool MapPrinter::draw(const QImage &picture, QPrinter &printer)
     if (!painter.begin(&printer)) {
         return false;
     }
+    // Or a PDF file gets a JPEG picture, with blurred letters and only nearly the kept colours.
+    painter.setRenderHint(QPainter::LosslessImageRendering);
     painter.drawImage(sheetPlace, picture);
     return painter.end();
 }

@@ -89,9 +89,23 @@ class Lines:
             self.process.wait()
         self._thread.join(5)
         for pipe in (self.process.stdin, self._pipe):
-            if pipe:
+            if pipe and not pipe.closed:
                 pipe.close()
         return self.process.returncode
+
+
+IS_VIEWABLE = 2
+
+
+class _WindowAttributes(ctypes.Structure):
+    """XWindowAttributes as far as it is read, with room for the rest."""
+
+    _fields_ = [("x", ctypes.c_int), ("y", ctypes.c_int), ("width", ctypes.c_int), ("height", ctypes.c_int),
+                ("border_width", ctypes.c_int), ("depth", ctypes.c_int), ("visual", ctypes.c_void_p),
+                ("root", ctypes.c_ulong), ("window_class", ctypes.c_int), ("bit_gravity", ctypes.c_int),
+                ("win_gravity", ctypes.c_int), ("backing_store", ctypes.c_int), ("backing_planes", ctypes.c_ulong),
+                ("backing_pixel", ctypes.c_ulong), ("save_under", ctypes.c_int), ("colormap", ctypes.c_ulong),
+                ("map_installed", ctypes.c_int), ("map_state", ctypes.c_int), ("rest", ctypes.c_long * 8)]
 
 
 class XServer:
@@ -108,6 +122,9 @@ class XServer:
             self.name = ":" + pipe.readline().strip()
         self._x11 = ctypes.CDLL("libX11.so.6")
         self._x11.XOpenDisplay.restype = ctypes.c_void_p
+        self._x11.XDefaultRootWindow.restype = ctypes.c_ulong
+        self._x11.XDefaultRootWindow.argtypes = [ctypes.c_void_p]
+        self._x11.XQueryTree.argtypes = [ctypes.c_void_p, ctypes.c_ulong] + 4 * [ctypes.c_void_p]
         self._display = self._x11.XOpenDisplay(self.name.encode())
         assert self._display, "no connection to Xvfb"
 
@@ -120,6 +137,25 @@ class XServer:
         keymap = ctypes.create_string_buffer(32)
         self._x11.XQueryKeymap(ctypes.c_void_p(self._display), keymap)
         return [code for code in range(256) if keymap.raw[code // 8] >> (code % 8) & 1]
+
+    def windows(self):
+        """The places of the windows that are shown, as (x, y, width, height)."""
+        root, parent, children, count = ctypes.c_ulong(), ctypes.c_ulong(), ctypes.POINTER(ctypes.c_ulong)(), ctypes.c_uint()
+        display = ctypes.c_void_p(self._display)
+        self._x11.XGrabServer(display)  # or a window may go between the two questions
+        self._x11.XQueryTree(display, self._x11.XDefaultRootWindow(display), *map(ctypes.byref, (
+            root, parent, children, count)))
+        places = []
+        for window in children[:count.value]:
+            attributes = _WindowAttributes()
+            self._x11.XGetWindowAttributes(display, ctypes.c_ulong(window), ctypes.byref(attributes))
+            if attributes.map_state == IS_VIEWABLE:
+                places.append((attributes.x, attributes.y, attributes.width, attributes.height))
+        if children:
+            self._x11.XFree(children)
+        self._x11.XUngrabServer(display)
+        self._x11.XFlush(display)
+        return places
 
     def stop(self):
         self._x11.XCloseDisplay(ctypes.c_void_p(self._display))
@@ -137,16 +173,30 @@ class Home:
     def __init__(self, special=None):
         self._directory = tempfile.TemporaryDirectory()
         self.path = self._directory.name
-        data = os.path.join(self.path, "data", "{Brimwell Labs}", "{Veltrix}")
-        os.makedirs(data)
+        self.data = os.path.join(self.path, "data", "{Brimwell Labs}", "{Veltrix}")
+        os.makedirs(self.data)
         os.mkdir(os.path.join(self.path, "run"), 0o700)
         keys = {n: (65 + n, -1) for n in range(10)}
         keys.update((n, (SPECIAL_ACTION, code)) for n, code in (special or {}).items())
         buttons = "".join(
             f'<BUTTON id="{n}"><NORMAL label=""><KEY1 type="int">{key1}</KEY1><KEY2 type="int">{key2}</KEY2>'
             f'<KEY3 type="int">-1</KEY3></NORMAL></BUTTON>' for n, (key1, key2) in keys.items())
-        with open(os.path.join(data, "current.xml"), "w", encoding="utf-8") as file:
+        with open(os.path.join(self.data, "current.xml"), "w", encoding="utf-8") as file:
             file.write(f'<?xml version="1.0" encoding="UTF-8"?><ZR><MAPPING software="current_map">{buttons}</MAPPING></ZR>')
+
+    def file(self, name):
+        """The content of a mapping file; empty when there is none."""
+        try:
+            with open(os.path.join(self.data, name), encoding="utf-8") as file:
+                return file.read()
+        except FileNotFoundError:
+            return ""
+
+    def settings(self):
+        """The stored settings, by their keys as they stand in the file."""
+        path = os.path.join(self.path, "config", "{Brimwell Labs}", "{Veltrix}.conf")
+        with open(path, encoding="utf-8") as file:
+            return dict(line.rstrip("\n").split("=", 1) for line in file if "=" in line)
 
     def add_to(self, environment):
         for name, folder in (("DATA", "data"), ("CONFIG", "config"), ("CACHE", "cache")):

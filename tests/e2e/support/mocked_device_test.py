@@ -31,6 +31,7 @@ class MockedDeviceTest(unittest.TestCase):
         self.testbed = UMockdev.Testbed.new()
         self.home = Home(self.special)
         self.addCleanup(self.home.cleanup)
+        self.more_environment = {}  # of the programs
         self.devices = []
         self.programs = []
         self.addCleanup(self._clear_away)
@@ -47,6 +48,7 @@ class MockedDeviceTest(unittest.TestCase):
             environment.update({k: v for k, v in plain_environment().items() if k.startswith("JACK_")})
             environment["UMOCKDEV_DIR"] = self.testbed.get_root_dir()
         environment["DISPLAY"] = self.server.name
+        environment.update(self.more_environment)
         self.home.add_to(environment)
         program = Lines([PROGRAM, *arguments], environment, "stderr")
         self.programs.append(program)
