@@ -1,0 +1,182 @@
+#include "tools/lint/LibraryLint.h"
+
+#include "mapping/MappingDocument.h"
+#include "mapping/MappingFile.h"
+#include "mapping/SpecialAction.h"
+#include "mapping/XmlMappingReader.h"
+
+#include <QDomDocument>
+#include <QFontMetrics>
+#include <QSet>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace
+{
+
+constexpr int labelWidth = 148; // of a menu on the device's page, from the text's left edge to the frame
+
+using Maps = std::vector<std::unique_ptr<ZRButtonMap>>;
+
+bool isSpecial(const shortCut &action)
+{
+    return action.key1 == SPECIAL_ACTION;
+}
+
+bool isShift(const shortCut &action)
+{
+    return isSpecial(action) &&
+           (action.key2 == int(SpecialAction::Shift1) || action.key2 == int(SpecialAction::Shift2));
+}
+
+QString whatIsWrongWithTheKeys(const shortCut &action)
+{
+    if (isSpecial(action)) {
+        return specialActionName(action.key2) == QLatin1String("empty")
+                   ? QStringLiteral("names no special action")
+                   : QString();
+    }
+    if (isMidiAction(action.key1)) {
+        const bool valid = action.channel >= 1 && action.channel <= 16;
+        const auto isByte = [](int value) { return value >= 0 && value <= 127; };
+        return valid && isByte(action.cc) && isByte(action.v_on) && isByte(action.v_off)
+                   ? QString()
+                   : QStringLiteral("has a MIDI value out of range");
+    }
+    const auto isKey = [](int key) { return key > 0 && key < 255; };
+    const auto isKeyOrNone = [&isKey](int key) { return key == -1 || isKey(key); };
+    return isKey(action.key1) && isKeyOrNone(action.key2) && isKeyOrNone(action.key3)
+               ? QString()
+               : QStringLiteral("has a key that is none");
+}
+
+QString place(int button, int layer)
+{
+    return QStringLiteral("button %1, %2 ").arg(button).arg(ZRButtonMap::layerName(layer));
+}
+
+// What the reader would fill in or drop without a word.
+void checkElement(const QDomElement &mapping, const std::function<void(const QString &)> &report)
+{
+    QSet<QString> seen;
+    for (QDomElement button = mapping.firstChildElement(); !button.isNull();
+         button = button.nextSiblingElement()) {
+        const QString id = button.attribute(QStringLiteral("id"));
+        if (button.tagName() != QLatin1String("BUTTON")) {
+            report(QStringLiteral("holds an element ") + button.tagName());
+        }
+        if (seen.contains(id)) {
+            report(QStringLiteral("has button %1 twice").arg(id));
+        }
+        seen.insert(id);
+        for (int layer = 0; layer < ZRButtonMap::layerCount; ++layer) {
+            const QDomElement entry = button.firstChildElement(ZRButtonMap::layerName(layer));
+            if (entry.isNull()) {
+                report(QStringLiteral("button %1 lacks %2").arg(id, ZRButtonMap::layerName(layer)));
+            } else if (entry.attribute(QStringLiteral("label")).trimmed().isEmpty()) {
+                report(QStringLiteral("button %1, %2 has no label").arg(id, ZRButtonMap::layerName(layer)));
+            }
+        }
+    }
+    for (int button = 0; button < ZRButtonMap::buttonCount; ++button) {
+        const QString id = QString::number(button);
+        if (!seen.remove(id)) {
+            report(QStringLiteral("lacks button ") + id);
+        }
+    }
+    for (const QString &id : qAsConst(seen)) {
+        report(QStringLiteral("has a button \"%1\"").arg(id));
+    }
+}
+
+void checkMap(const ZRButtonMap &map, const std::function<void(const QString &)> &report)
+{
+    const QFontMetrics title(QFont(QStringLiteral("Segoe UI"), 12, QFont::Bold));
+    const QFontMetrics small(QFont(QStringLiteral("Segoe UI"), 10));
+    for (int button = 0; button < ZRButtonMap::buttonCount; ++button) {
+        const auto &layers = map.actions[button];
+        for (int layer = 0; layer < ZRButtonMap::layerCount; ++layer) {
+            const QString fault = whatIsWrongWithTheKeys(layers[layer]);
+            if (!fault.isEmpty()) {
+                report(place(button, layer) + fault);
+            }
+            if (layers[layer].label.contains(QLatin1Char('|'))) { // it separates the layers in the menu
+                report(place(button, layer) + QStringLiteral("has a bar in its label"));
+            }
+            if (isShift(layers[0]) ? layers[layer].key2 != layers[0].key2 : isShift(layers[layer])) {
+                report(place(button, layer) +
+                       QStringLiteral("is not the shift button that its other layers are"));
+            }
+        }
+        const QString both = layers[1].label.toUpper() + QStringLiteral(" | ") + layers[2].label.toUpper();
+        if (title.horizontalAdvance(layers[0].label.toUpper()) > labelWidth ||
+            small.horizontalAdvance(both) > labelWidth) {
+            report(QStringLiteral("button %1 has labels that do not fit its menu").arg(button));
+        }
+    }
+}
+
+Maps readMaps(const QString &path)
+{
+    Maps maps;
+    XmlMappingReader reader;
+    QObject::connect(&reader, &XmlMappingReader::newMapListReady,
+                     [&maps](const QList<ZRButtonMap *> &list, bool, int) {
+                         for (ZRButtonMap *map : list) {
+                             maps.emplace_back(map);
+                         }
+                     });
+    reader.readMapList(path, false);
+    return maps;
+}
+
+} // namespace
+
+QStringList LibraryLint::faults(const QString &path)
+{
+    const MappingFile::ReadResult file = MappingFile::read(path);
+    if (file.status != MappingFile::Status::Read) {
+        return {file.status == MappingFile::Status::Missing ? QStringLiteral("there is no such file")
+                                                            : file.reason};
+    }
+    QDomDocument document;
+    QString reason;
+    if (MappingDocument::parse(file.bytes, &document, &reason) != MappingDocument::Outcome::Parsed) {
+        return {reason};
+    }
+
+    QStringList found;
+    if (document.documentElement().tagName() != QLatin1String("ZR")) {
+        found.append(QStringLiteral("its root is not ZR"));
+    }
+    const QDomNodeList elements = document.elementsByTagName(QStringLiteral("MAPPING"));
+    const Maps maps = readMaps(path); // in the same order
+    if (elements.isEmpty() || static_cast<int>(maps.size()) != elements.size()) {
+        return found << QStringLiteral("it holds no mapping");
+    }
+    QSet<QString> names;
+    int defaults = 0;
+    for (int index = 0; index < elements.size(); ++index) {
+        const QDomElement element = elements.at(index).toElement();
+        const QString name = element.attribute(QStringLiteral("software"));
+        const QString who = name.isEmpty() ? QStringLiteral("mapping %1").arg(index + 1) : name;
+        const auto report = [&found, &who](const QString &fault) {
+            found.append(who + QStringLiteral(": ") + fault);
+        };
+        if (name.isEmpty()) {
+            report(QStringLiteral("has no name"));
+        } else if (names.contains(name)) {
+            report(QStringLiteral("is there twice"));
+        }
+        names.insert(name);
+        defaults += element.attribute(QStringLiteral("default")).isEmpty() ? 0 : 1;
+        checkElement(element, report);
+        checkMap(*maps[static_cast<std::size_t>(index)], report);
+    }
+    if (defaults != 1) {
+        found.append(QStringLiteral("%1 mappings are marked as the default, not one").arg(defaults));
+    }
+    return found;
+}
