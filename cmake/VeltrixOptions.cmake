@@ -57,6 +57,18 @@ else()
     endif()
 endif()
 
+# What is packaged: the same bytes from every folder, and hardened as a distribution's own programs are.
+if(NOT MSVC)
+    add_compile_options("$<$<CONFIG:Release>:-ffile-prefix-map=${CMAKE_SOURCE_DIR}=.>")
+endif()
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    include(CheckPIESupported)
+    check_pie_supported()
+    set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+    add_compile_options("$<$<CONFIG:Release>:-fstack-protector-strong;-fstack-clash-protection;-D_FORTIFY_SOURCE=2>")
+    add_link_options("$<$<CONFIG:Release>:LINKER:-z,relro,-z,now>")
+endif()
+
 if(VELTRIX_SANITIZERS)
     add_compile_options(-fsanitize=${VELTRIX_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${VELTRIX_SANITIZERS})
