@@ -50,6 +50,7 @@ class Service:
                         "root /srv/veltrix;": f"root {self.site};"}
         if not limits:  # all clients of a measurement have one address
             replacements["limit_req zone=veltrix_queries burst=400 nodelay;"] = ""
+            replacements["limit_conn veltrix_files 20;"] = ""
         for what, by in replacements.items():
             assert text.count(what) == 1, f"{what} is not there once"
             text = text.replace(what, by)
