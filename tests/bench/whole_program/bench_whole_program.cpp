@@ -1,4 +1,5 @@
 #include "mapping/ZRButtonMap.h"
+#include "tests/bench/whole_program/Conditions.h"
 #include "tests/bench/whole_program/KeyWatch.h"
 #include "tests/bench/whole_program/ProcessFigures.h"
 #include "tests/bench/whole_program/PtyPair.h"
@@ -13,7 +14,6 @@
 
 #include <array>
 #include <functional>
-#include <sched.h>
 
 namespace
 {
@@ -23,8 +23,6 @@ constexpr int rounds = 9;
 constexpr int pressesInRound = 500; // of each
 constexpr int idleSeconds = 20;
 constexpr int start = 5000; // ms, patience with programs that start
-
-enum class Core { First, Last };
 
 /// A program that turns the device's reports into keys.
 struct Contestant {
@@ -37,15 +35,6 @@ struct Round {
     Statistics latency;
     double cpuTimePerEvent = 0;
 };
-
-QProcessEnvironment environment(const XServer &server, const ProgramHome &home)
-{
-    QProcessEnvironment result = server.environment();
-    home.addTo(result);
-    result.insert(QStringLiteral("JACK_NO_START_SERVER"), QStringLiteral("1"));
-    result.insert(QStringLiteral("JACK_DEFAULT_SERVER"), QStringLiteral("none"));
-    return result;
-}
 
 /// One press and release; returns ns from the write to the arrival of the press.
 double press(const Contestant &contestant, KeyWatch &watch)
@@ -179,33 +168,11 @@ void writeMap(const ProgramHome &home)
     home.writeCurrentMap(map);
 }
 
-/// Puts this program, and what it starts from now on, on the first or on the last core. The server and the
-/// window that receives get the one, the contestants the other: where the scheduler would happen to put each
-/// of them decides more than what it does.
-void moveTo(Core core)
-{
-    static const cpu_set_t allowed = [] {
-        cpu_set_t cores;
-        sched_getaffinity(0, sizeof cores, &cores);
-        return cores;
-    }();
-    int chosen = -1;
-    for (int number = 0; number < CPU_SETSIZE; ++number) {
-        if (CPU_ISSET(static_cast<unsigned>(number), &allowed) && (chosen < 0 || core == Core::Last)) {
-            chosen = number;
-        }
-    }
-    cpu_set_t cores;
-    CPU_ZERO(&cores);
-    CPU_SET(static_cast<unsigned>(chosen), &cores);
-    sched_setaffinity(0, sizeof cores, &cores);
-}
-
 } // namespace
 
 int main(int argc, char **argv)
 {
-    moveTo(Core::First);
+    conditions::moveTo(conditions::Core::First);
     const QCoreApplication application(argc, argv);
     QLoggingCategory::setFilterRules(QStringLiteral("veltrix.mapping.info=false"));
     const XServer server;
@@ -215,9 +182,9 @@ int main(int argc, char **argv)
     KeyWatch watch(server.display());
     const ProgramHome home;
     writeMap(home);
-    const QProcessEnvironment ours = environment(server, home);
+    const QProcessEnvironment ours = conditions::environment(server, home);
 
-    moveTo(Core::Last);
+    conditions::moveTo(conditions::Core::Last);
     Contestant program;
     program.program = std::make_unique<Child>(QStringLiteral(PROGRAM),
                                               QStringList{QStringLiteral("--port"), program.port.path()},
@@ -226,8 +193,9 @@ int main(int argc, char **argv)
     relay.program = std::make_unique<Child>(QStringLiteral(RELAY), QStringList{relay.port.path()}, ours,
                                             Child::Output::Error);
     const ProgramHome emptyHome;
-    Child empty(QStringLiteral(EMPTY_PROGRAM), {}, environment(server, emptyHome), Child::Output::Error);
-    moveTo(Core::First);
+    Child empty(QStringLiteral(EMPTY_PROGRAM), {}, conditions::environment(server, emptyHome),
+                Child::Output::Error);
+    conditions::moveTo(conditions::Core::First);
     if (!watch.isReady() || !program.program->waitForLine(QStringLiteral(": plugged"), start) ||
         !relay.port.waitForReader("BR3\n\r\n", 6, start)) {
         qFatal("not everything is running");
@@ -249,7 +217,8 @@ int main(int argc, char **argv)
     program.program.reset();
 
     const ProgramHome idleHome;
-    const Child idle(QStringLiteral(PROGRAM), {}, environment(server, idleHome), Child::Output::Error);
+    const Child idle(QStringLiteral(PROGRAM), {}, conditions::environment(server, idleHome),
+                     Child::Output::Error);
     measureIdle(idle.processId(), QStringLiteral("not connected"), report);
     return report.missed() == 0 ? 0 : 1;
 }

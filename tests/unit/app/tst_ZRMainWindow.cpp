@@ -1,8 +1,10 @@
 #include "app/ZRMainWindow.h"
 #include "app/frame/SlidingStackedWidget.h"
+#include "app/frame/ZRDialog.h"
 #include "game/GameView.h"
 #include "mapping/SpecialAction.h"
 #include "tests/support/page/PageRig.h"
+#include "ui/SaveDialog.h"
 
 #include <QApplication>
 #include <QGuiApplication>
@@ -29,6 +31,8 @@ private Q_SLOTS:
     void trayIconBringsTheWindowBack();
     void trayMenuStaysOpenWhenTheWindowComes();
     void quitEndsTheProgramAlsoWhenHidden();
+    void quitEndsTheProgramAlsoWhileADialogIsVisible();
+    void aDialogClosedWhileTheWindowIsHiddenDoesNotQuit();
     void deviceTurnsTheIndicatorAtOnceAndThePageASecondLater();
     void unpluggedWithinTheSecondTheSlideStillComes();
     void chordCallsTheGameAndBack();
@@ -158,6 +162,26 @@ void tst_ZRMainWindow::quitEndsTheProgramAlsoWhenHidden()
     QTimer::singleShot(5000, qApp, [] { QCoreApplication::exit(1); });
     QCOMPARE(QApplication::exec(), 0);
     QCOMPARE(quits.size(), 1);
+}
+
+void tst_ZRMainWindow::quitEndsTheProgramAlsoWhileADialogIsVisible()
+{
+    ZRDialog message(QStringLiteral("Text"), QStringLiteral("OK"), QString(), m_window.get());
+    message.show();
+    auto *overlay = m_window->findChild<SaveDialog *>();
+    overlay->show();
+    quitEndsTheProgramAlsoWhenHidden();
+}
+
+void tst_ZRMainWindow::aDialogClosedWhileTheWindowIsHiddenDoesNotQuit()
+{
+    ZRDialog message(QStringLiteral("Text"), QStringLiteral("OK"), QString(), m_window.get());
+    m_window->hide();
+    message.show();
+    QTimer::singleShot(0, &message, &QWidget::close);
+    QTimer::singleShot(300, qApp, [] { QCoreApplication::exit(7); });
+    QCOMPARE(QApplication::exec(), 7);
+    QVERIFY(message.isHidden());
 }
 
 void tst_ZRMainWindow::deviceTurnsTheIndicatorAtOnceAndThePageASecondLater()
