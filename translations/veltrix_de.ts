@@ -362,10 +362,6 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
 <context>
     <name>MapNotices</name>
     <message>
-        <source>Your changes end with the program. %1</source>
-        <translation>Ihre Änderungen enden mit dem Programm. %1</translation>
-    </message>
-    <message>
         <source>Keep</source>
         <translation>Behalten</translation>
     </message>
@@ -380,6 +376,10 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>New maps available!</source>
         <translation>Neue Belegungen verfügbar!</translation>
+    </message>
+    <message>
+        <source>Your changes end with the program.</source>
+        <translation>Ihre Änderungen enden mit dem Programm.</translation>
     </message>
 </context>
 <context>
@@ -494,6 +494,10 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
         <source>MIDI FOR KNOB</source>
         <translation>DREHKNOPF-MIDI</translation>
     </message>
+    <message>
+        <source>Closes the dialog</source>
+        <translation>Schließt den Dialog</translation>
+    </message>
 </context>
 <context>
     <name>PageTexts</name>
@@ -560,6 +564,14 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
         <source>OK</source>
         <translation>OK</translation>
     </message>
+    <message>
+        <source>Saves nothing</source>
+        <translation>Speichert nichts</translation>
+    </message>
+    <message>
+        <source>Adds it to your own mappings; others of the same name stay</source>
+        <translation>Legt sie zu Ihren eigenen Belegungen; andere mit demselben Namen bleiben</translation>
+    </message>
 </context>
 <context>
     <name>ShortcutKey</name>
@@ -594,6 +606,30 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>OK</source>
         <translation>OK</translation>
+    </message>
+    <message>
+        <source>Adds the Windows key</source>
+        <translation>Fügt die Windows-Taste hinzu</translation>
+    </message>
+    <message>
+        <source>Adds Alt</source>
+        <translation>Fügt Alt hinzu</translation>
+    </message>
+    <message>
+        <source>Adds Ctrl</source>
+        <translation>Fügt Strg hinzu</translation>
+    </message>
+    <message>
+        <source>Changes nothing</source>
+        <translation>Ändert nichts</translation>
+    </message>
+    <message>
+        <source>Forgets the keys</source>
+        <translation>Vergisst die Tasten</translation>
+    </message>
+    <message>
+        <source>Takes the first three keys</source>
+        <translation>Übernimmt die ersten drei Tasten</translation>
     </message>
 </context>
 <context>

@@ -1,5 +1,8 @@
 #include "ui/ComboMenuBar.h"
 
+#include "ui/AccessibleBar.h"
+
+#include <QAccessible>
 #include <QFrame>
 #include <QGraphicsOpacityEffect>
 #include <QKeyEvent>
@@ -28,6 +31,8 @@ ComboMenuBar::ComboMenuBar(const QSize &size, QWidget *parent)
     , m_focusFrame(new QFrame(this))
     , m_dimming(new QGraphicsOpacityEffect(this))
 {
+    static const bool told = (QAccessible::installFactory(&AccessibleBar::create), true);
+    Q_UNUSED(told)
     resize(size);
     setFocusPolicy(Qt::TabFocus);
     setCursor(Qt::PointingHandCursor);

@@ -173,7 +173,7 @@ void DeviceZR::orderFocus()
         previous = widget;
     };
     next(m_selector);
-    next(m_notices->keepLine());
+    next(m_notices->keepButton());
     for (ComboMenu *menu : m_menus->menus()) {
         next(menu);
     }

@@ -1,5 +1,6 @@
 #include "ui/MapNotices.h"
 
+#include "app/frame/ClickableLabel.h"
 #include "app/frame/FittingText.h"
 #include "ui/PageTexts.h"
 
@@ -8,21 +9,26 @@
 MapNotices::MapNotices(QWidget *page)
     : QObject(page)
     , m_update(PageTexts::add(*page, QString(), {680, 68, 200, 18}, PageTexts::Ink::Dim, 10, QFont::Normal))
-    , m_notKept(PageTexts::add(*page, QString(), {680, 86, 200, 40}, PageTexts::Ink::Dim, 9, QFont::Normal))
+    , m_notKept(PageTexts::add(*page, QString(), {680, 86, 200, 18}, PageTexts::Ink::Dim, 9, QFont::Normal))
+    , m_keep(new ClickableLabel(page))
 {
     m_update->setObjectName(QStringLiteral("mapNotice"));
     m_update->hide();
 
     m_notKept->setObjectName(QStringLiteral("notKept"));
-    m_notKept->setTextFormat(Qt::RichText);
-    m_notKept->setWordWrap(true);
-    m_notKept->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
-    m_notKept->setText(
-        tr("Your changes end with the program. %1")
-            .arg(QStringLiteral("<a href=\"keep\" style=\"color:#ffffff\">%1</a>").arg(tr("Keep"))));
-    m_notKept->setToolTip(tr("Writes what the page shows as the mapping that the program starts with"));
+    FittingText::show(m_notKept, tr("Your changes end with the program."));
     m_notKept->hide();
-    connect(m_notKept, &QLabel::linkActivated, this, &MapNotices::keep);
+
+    m_keep->setObjectName(QStringLiteral("keep"));
+    m_keep->setGeometry(678, 103, 202, 20);
+    m_keep->setContentsMargins(2, 0, 0, 0);
+    m_keep->setStyleSheet(QStringLiteral("QLabel { color : white; text-decoration: underline; }"));
+    m_keep->setFont(m_notKept->font());
+    FittingText::show(m_keep, tr("Keep"),
+                      tr("Writes what the page shows as the mapping that the program starts with"));
+    m_keep->setFixedWidth(m_keep->sizeHint().width() + 4); // no more of the page is to be clicked
+    m_keep->hide();
+    connect(m_keep, &ClickableLabel::clicked, this, &MapNotices::keep);
 }
 
 void MapNotices::showUpdating()
@@ -45,9 +51,10 @@ void MapNotices::hideUpdate()
 void MapNotices::setKept(bool kept)
 {
     m_notKept->setVisible(!kept);
+    m_keep->setVisible(!kept);
 }
 
-QWidget *MapNotices::keepLine() const
+QWidget *MapNotices::keepButton() const
 {
-    return m_notKept;
+    return m_keep;
 }

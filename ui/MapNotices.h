@@ -2,6 +2,7 @@
 
 #include <QObject>
 
+class ClickableLabel;
 class QLabel;
 
 /// The lines under the mapping selector: how the library's update goes, and whether what the page shows is
@@ -22,7 +23,7 @@ public:
     /// Whether the working copy holds what the page shows.
     void setKept(bool kept);
 
-    QWidget *keepLine() const;
+    QWidget *keepButton() const;
 
 Q_SIGNALS:
     /// The user wants what the page shows to be written to the working copy.
@@ -31,4 +32,5 @@ Q_SIGNALS:
 private:
     QLabel *m_update;
     QLabel *m_notKept;
+    ClickableLabel *m_keep;
 };

@@ -66,7 +66,8 @@ MidiMenu::MidiMenu(QWidget *parent)
     addLabels();
     addCheckBoxes();
     addFields();
-    m_ok = addPicture<ClickableLabel>(QStringLiteral("ok"), {205, 300, 87, 22}, tr("OK"));
+    m_ok = addPicture<ClickableLabel>(QStringLiteral("ok"), {205, 300, 87, 22}, tr("OK"),
+                                      tr("Closes the dialog"));
     connectAll();
 
     const QList<QWidget *> order = {m_fields[Channel],

@@ -6,10 +6,12 @@
 
 #include <QCoreApplication>
 #include <QGuiApplication>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QScreen>
+#include <QToolTip>
 #include <QWindow>
 
 namespace
@@ -136,6 +138,18 @@ void OverlayDialog::watch(bool on)
         m_window->installEventFilter(this);
         parentWidget()->installEventFilter(this);
     }
+}
+
+// With the mouse held, the dialog is asked for the tool tips of all that lies on it.
+bool OverlayDialog::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const auto *help = static_cast<QHelpEvent *>(event);
+        const QWidget *under = childAt(help->pos());
+        QToolTip::showText(help->globalPos(), under ? under->toolTip() : QString(), this);
+        return true;
+    }
+    return QWidget::event(event);
 }
 
 void OverlayDialog::showEvent(QShowEvent *event)

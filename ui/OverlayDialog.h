@@ -53,7 +53,8 @@ protected:
     /// Puts a label with a picture of the buttons folder, at rest, on the panel; @p name is for screen
     /// readers.
     template <typename Label>
-    Label *addPicture(const QString &picture, const QRect &place, const QString &name);
+    Label *addPicture(const QString &picture, const QRect &place, const QString &name,
+                      const QString &toolTip = {});
 
     /// Puts a text on the panel.
     QLabel *addText(const QString &text, const QRect &place, const QString &style, const QFont &font);
@@ -65,6 +66,7 @@ protected:
     bool isOn(const QWidget *onPanel, const QPoint &place) const;
 
     // Whoever overrides one of these calls this class's.
+    bool event(QEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
@@ -92,11 +94,13 @@ private:
 Q_DECLARE_OPERATORS_FOR_FLAGS(OverlayDialog::Grabs)
 
 template <typename Label>
-Label *OverlayDialog::addPicture(const QString &picture, const QRect &place, const QString &name)
+Label *OverlayDialog::addPicture(const QString &picture, const QRect &place, const QString &name,
+                                 const QString &toolTip)
 {
     auto *label = new Label(m_panel);
     label->setGeometry(place);
     label->setStyleSheet(pictureSheet(picture, false));
     label->setAccessibleName(name);
+    label->setToolTip(toolTip);
     return label;
 }

@@ -48,8 +48,10 @@ SaveDialog::SaveDialog(QWidget *parent)
     m_name->setFont(textFont(16, 50));
     m_name->setAccessibleName(tr("Name of the mapping"));
 
-    m_cancel = addPicture<ClickableLabel>(cancelPicture, {10, 105, 87, 22}, tr("Cancel"));
-    m_ok = addPicture<ClickableLabel>(okPicture, {205, 105, 87, 22}, tr("OK"));
+    m_cancel =
+        addPicture<ClickableLabel>(cancelPicture, {10, 105, 87, 22}, tr("Cancel"), tr("Saves nothing"));
+    m_ok = addPicture<ClickableLabel>(okPicture, {205, 105, 87, 22}, tr("OK"),
+                                      tr("Adds it to your own mappings; others of the same name stay"));
     connect(m_ok, &ClickableLabel::clicked, this, &SaveDialog::accept);
     connect(m_cancel, &ClickableLabel::clicked, this, &SaveDialog::cancel);
     connect(m_name, &QLineEdit::returnPressed, this, &SaveDialog::accept);

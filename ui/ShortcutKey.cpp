@@ -49,15 +49,16 @@ ShortcutKey::ShortcutKey(QWidget *parent, Translate translate)
 
 void ShortcutKey::addButtons()
 {
-    const auto add = [this](const QString &picture, const QRect &place, const QString &name) {
-        return Button{addPicture<QLabel>(picture, place, name), picture};
+    const auto add = [this](const QString &picture, const QRect &place, const QString &name,
+                            const QString &toolTip) {
+        return Button{addPicture<QLabel>(picture, place, name, toolTip), picture};
     };
-    m_win = add(QStringLiteral("win_4"), {10, 38, 87, 15}, tr("Windows key"));
-    m_alt = add(QStringLiteral("win_7"), {108, 38, 87, 15}, tr("Alt"));
-    m_ctrl = add(QStringLiteral("win_6"), {205, 38, 87, 15}, tr("Ctrl"));
-    m_cancel = add(QStringLiteral("cancel"), {10, 105, 87, 22}, tr("Cancel"));
-    m_clear = add(QStringLiteral("clear"), {108, 105, 87, 22}, tr("Clear"));
-    m_ok = add(QStringLiteral("ok"), {205, 105, 87, 22}, tr("OK"));
+    m_win = add(QStringLiteral("win_4"), {10, 38, 87, 15}, tr("Windows key"), tr("Adds the Windows key"));
+    m_alt = add(QStringLiteral("win_7"), {108, 38, 87, 15}, tr("Alt"), tr("Adds Alt"));
+    m_ctrl = add(QStringLiteral("win_6"), {205, 38, 87, 15}, tr("Ctrl"), tr("Adds Ctrl"));
+    m_cancel = add(QStringLiteral("cancel"), {10, 105, 87, 22}, tr("Cancel"), tr("Changes nothing"));
+    m_clear = add(QStringLiteral("clear"), {108, 105, 87, 22}, tr("Clear"), tr("Forgets the keys"));
+    m_ok = add(QStringLiteral("ok"), {205, 105, 87, 22}, tr("OK"), tr("Takes the first three keys"));
 }
 
 void ShortcutKey::showAtRest()

@@ -7,6 +7,7 @@
 #include "ui/MidiMenu.h"
 #include "ui/ShortcutKey.h"
 
+#include <QAccessible>
 #include <QGraphicsEffect>
 #include <QLabel>
 #include <QSignalSpy>
@@ -83,6 +84,7 @@ private Q_SLOTS:
     void aClickOnTheBarOfTheOpenMenuDoesNotReopenIt();
     void hidingThePageClosesTheMenu();
     void screenReadersAreToldWhatItIs();
+    void screenReadersOpenTheMenu();
 
 private:
     void chooseFrom(const QStringList &path)
@@ -673,6 +675,27 @@ void tst_ComboMenu::screenReadersAreToldWhatItIs()
         QVERIFY(m_rig->menu().accessibleDescription().contains(m_rig->menu().inWords(layer)));
         QVERIFY(m_rig->menu().toolTip().contains(m_rig->menu().inWords(layer)));
     }
+}
+
+void tst_ComboMenu::screenReadersOpenTheMenu()
+{
+    QAccessibleInterface *bar = QAccessible::queryAccessibleInterface(&m_rig->menu());
+    QCOMPARE(bar->role(), QAccessible::ButtonMenu);
+    QVERIFY(bar->state().hasPopup && bar->state().focusable);
+    QCOMPARE(bar->text(QAccessible::Name), QStringLiteral("Button 3"));
+    QVERIFY(bar->text(QAccessible::Description).contains(QLatin1String("Normal: ")));
+    QCOMPARE(bar->childCount(), 0);
+    QVERIFY(bar->actionInterface()->actionNames().contains(QAccessibleActionInterface::showMenuAction()));
+
+    bar->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
+    QVERIFY(!QApplication::activePopupWidget()); // it has come back at once
+    bool opened = false;
+    QTimer::singleShot(0, [&] {
+        opened = QApplication::activePopupWidget() != nullptr;
+        QApplication::activePopupWidget()->close();
+    });
+    QCoreApplication::processEvents();
+    QTRY_VERIFY(opened);
 }
 
 QTEST_MAIN(tst_ComboMenu)
