@@ -86,6 +86,26 @@ QString entryText(const shortCut &action)
     return QString();
 }
 
+// The translation of one of this program's own labels, any other as it is.
+QString translated(const QString &label)
+{
+    // Mappings may spell them in lower case, as the names of special actions are.
+    const auto is = [&label](const char *text) {
+        return label.compare(QString::fromUtf8(text), Qt::CaseInsensitive) == 0;
+    };
+    for (const Entry &entry : entries) {
+        if (is(entry.text)) {
+            return ComboMenu::tr(entry.text);
+        }
+    }
+    for (const char *text : otherLabels) {
+        if (is(text)) {
+            return ComboMenu::tr(text);
+        }
+    }
+    return KeyNames::translated(label);
+}
+
 QString midiInWords(const shortCut &action)
 {
     if (action.key1 == MIDI_KNOB_ACTION) {
@@ -106,7 +126,7 @@ QString shortcutInWords(const shortCut &action)
     const QString shownKeys = KeyNames::translated(keys);
     return action.label.isEmpty() || action.label == keys
                ? ComboMenu::tr("Presses %1").arg(shownKeys)
-               : ComboMenu::tr("%1: presses %2").arg(ComboMenuEntries::displayed(action.label), shownKeys);
+               : ComboMenu::tr("%1: presses %2").arg(translated(action.label), shownKeys);
 }
 
 } // namespace
@@ -156,21 +176,7 @@ QString ComboMenuEntries::labelFor(const QString &text)
 
 QString ComboMenuEntries::displayed(const QString &label)
 {
-    // Mappings may spell them in lower case, as the names of special actions are.
-    const auto is = [&label](const char *text) {
-        return label.compare(QString::fromUtf8(text), Qt::CaseInsensitive) == 0;
-    };
-    for (const Entry &entry : entries) {
-        if (is(entry.text)) {
-            return ComboMenu::tr(entry.text);
-        }
-    }
-    for (const char *text : otherLabels) {
-        if (is(text)) {
-            return ComboMenu::tr(text);
-        }
-    }
-    return KeyNames::translated(label);
+    return translated(labelFor(label)); // a mapping may bring a monitor's long name
 }
 
 QString ComboMenuEntries::inWords(const shortCut &action)

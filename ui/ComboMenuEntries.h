@@ -23,6 +23,7 @@ void check(QMenu &menu, const shortCut &action);
 QString labelFor(const QString &text);
 
 /// What is displayed for a stored label: the translation of one of this program's own, any other as it is.
+/// One that names a jump to a monitor shows as labelFor() would have stored it.
 QString displayed(const QString &label);
 
 /// What @p action does, in plain words.

@@ -49,6 +49,7 @@ private Q_SLOTS:
     void theMenuHasItsEntriesInOrder();
     void theLayersAreShownInUpperCase();
     void aShift1ChoiceKeepsTheRestOfTheLayerLabel();
+    void aMappingsMonitorsShowAsChosenOnes();
     void anEndlessLabelIsCutAndSaidInFullByTheToolTip();
     void mappingsLabelsAreNoMarkup();
 
@@ -207,6 +208,15 @@ void tst_ComboMenu::aShift1ChoiceKeepsTheRestOfTheLayerLabel()
     chooseFrom({shift1, QStringLiteral("Circular")});
     QCOMPARE(layers()->text(), QStringLiteral("CIRCULAR | C"));
     QCOMPARE(title()->text(), QString());
+}
+
+void tst_ComboMenu::aMappingsMonitorsShowAsChosenOnes()
+{
+    m_rig->menu().getShorcut(0, special(SpecialAction::MonitorLeft, QStringLiteral("monitor left")));
+    m_rig->menu().getShorcut(1, special(SpecialAction::MonitorRight, QStringLiteral("Monitor Right")));
+    QCOMPARE(title()->text(), QStringLiteral("M.LEFT"));
+    QCOMPARE(layers()->text(), QStringLiteral("M.RIGHT | "));
+    QCOMPARE(m_rig->menu().assignment(0).label, QStringLiteral("monitor left")); // kept as it came
 }
 
 void tst_ComboMenu::anEndlessLabelIsCutAndSaidInFullByTheToolTip()
