@@ -36,9 +36,11 @@ SaveDialog::SaveDialog(QWidget *parent)
     , m_cancel(nullptr)
     , m_name(new QLineEdit(panel()))
 {
-    setAccessibleName(tr("Save Mapping"));
+    const QString title = tr("Save Mapping");
+    setWindowTitle(title);
+    setAccessibleName(title);
     panel()->setStyleSheet(panelStyle);
-    addText(tr("Save Mapping"), {0, 6, panelSize.width(), 24}, captionStyle, textFont(12, 75))
+    addText(title, {0, 6, panelSize.width(), 24}, captionStyle, textFont(12, 75))
         ->setAlignment(Qt::AlignCenter);
     addText(tr("Save as:"), {10, 32, 284, 24}, captionStyle, textFont(12, 50));
 

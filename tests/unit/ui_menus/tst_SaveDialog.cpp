@@ -73,6 +73,7 @@ void tst_SaveDialog::textsFontsAndStylesAreInPlace()
     QCOMPARE(m_dialog->minimumSize(), QSize(900, 650));
     QCOMPARE(m_dialog->maximumSize(), QSize(900, 650));
     QVERIFY(m_dialog->windowFlags() & Qt::FramelessWindowHint);
+    QCOMPARE(m_dialog->windowTitle(), QStringLiteral("Save Mapping"));
     QVERIFY(m_dialog->windowFlags() & Qt::WindowStaysOnTopHint);
     QVERIFY(m_dialog->testAttribute(Qt::WA_TranslucentBackground));
     QVERIFY(!m_dialog->isVisible());
