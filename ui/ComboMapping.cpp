@@ -82,11 +82,13 @@ void ComboMapping::buildMenu()
     menu().setToolTipsVisible(true);
 }
 
-void ComboMapping::selectDefault()
+bool ComboMapping::selectDefault()
 {
-    if (ZRButtonMap *map = mapAt(Default, m_defaultMap)) {
+    ZRButtonMap *map = mapAt(Default, m_defaultMap);
+    if (map) {
         Q_EMIT newMap(map);
     }
+    return map != nullptr;
 }
 
 ZRButtonMap *ComboMapping::mapAt(Kind kind, int index) const

@@ -25,8 +25,8 @@ public:
     explicit ComboMapping(QWidget *parent);
     ~ComboMapping() override;
 
-    /// Sends newMap() with the library's default mapping, if the library has it.
-    void selectDefault();
+    /// Sends newMap() with the library's default mapping; false if the library does not have it.
+    bool selectDefault();
 
     SaveDialog *saveDialog() const { return m_saveDialog; }
 

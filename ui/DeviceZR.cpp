@@ -18,6 +18,7 @@
 #include "ui/MapPrinter.h"
 #include "ui/OverlayDialog.h"
 #include "ui/PageTexts.h"
+#include "ui/UiLog.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>
@@ -84,13 +85,7 @@ void DeviceZR::buildSelector()
 {
     m_selector = new ComboMapping(this);
     m_selector->setGeometry(680, 12, 160, 51);
-    connect(&m_reader, &XmlMappingReader::newMapListReady, m_selector, &ComboMapping::newMapListReady);
-    connect(&m_reader, &XmlMappingReader::newMapListReady, this,
-            [this](const QList<ZRButtonMap *> &maps, bool custom, int) {
-                if (!custom) {
-                    LibraryKeeper::keep(libraryFile(), maps.size());
-                }
-            });
+    connect(&m_reader, &XmlMappingReader::newMapListReady, this, &DeviceZR::takeMaps);
     connect(&m_reader, &XmlMappingReader::onCurrentMapLoaded, this, &DeviceZR::loadDefaultMap);
 
     m_reader.readMapList(libraryFile(), false);
@@ -190,23 +185,42 @@ QString DeviceZR::libraryFile() const
 void DeviceZR::loadMappings()
 {
     const QString workingCopy = m_parts.dataDirectory + QStringLiteral("/current.xml");
+    bool loaded = false;
     if (QFile::exists(workingCopy)) {
         m_reader.readCurrentMap(workingCopy);
+        loaded = m_kept != nullptr;
     } else {
-        m_selector->selectDefault();
+        loaded = m_selector->selectDefault();
     }
-    if (!m_kept) {
-        // Nothing to load: the menus stand as the settings left them.
-        m_parts.dispatcher->setMap(*m_menus->mapNamed(QString()));
+    if (!loaded) {
+        useMenus(); // they stand as the settings left them
     }
     markKept();
+}
+
+void DeviceZR::takeMaps(const QList<ZRButtonMap *> &maps, bool custom, int defaultMap)
+{
+    if (!custom && maps.isEmpty()) {
+        // A page that somebody else sent in the library's place, most likely: it takes no mapping away.
+        qCWarning(lcUi) << "The library holds no mapping: the selector keeps those that it has";
+        return;
+    }
+    m_selector->newMapListReady(maps, custom, defaultMap);
+    if (!custom) {
+        LibraryKeeper::keep(libraryFile(), maps.size());
+    }
 }
 
 void DeviceZR::load(const ZRButtonMap &map)
 {
     m_menus->load(map);
-    // What the menus hold is what the device does.
-    m_parts.dispatcher->setMap(*m_menus->mapNamed(map.name));
+    useMenus();
+}
+
+// What the menus hold is what the device does.
+void DeviceZR::useMenus()
+{
+    m_parts.dispatcher->setMap(*m_menus->mapNamed(QString()));
     updateToolTips();
 }
 

@@ -90,7 +90,9 @@ private:
     void loadMappings();
     void orderFocus();
 
+    void takeMaps(const QList<ZRButtonMap *> &maps, bool custom, int defaultMap);
     void load(const ZRButtonMap &map);
+    void useMenus();
     void useAssignment(int control, int layer, const shortCut &assignment);
     void markKept();
     void showWhatIsNotKept();

@@ -39,8 +39,10 @@ void MapNotices::showUpdating()
 
 void MapNotices::endUpdating(bool newMaps)
 {
-    FittingText::show(m_update, tr("New maps available!"));
     m_update->setVisible(newMaps);
+    if (newMaps) {
+        FittingText::show(m_update, tr("New maps available!"));
+    }
 }
 
 void MapNotices::hideUpdate()

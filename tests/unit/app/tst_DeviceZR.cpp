@@ -6,15 +6,18 @@
 #include "ui/ComboMapping.h"
 #include "ui/ComboMenu.h"
 #include "ui/DeviceIndicators.h"
+#include "ui/DevicePicture.h"
 #include "ui/SaveDialog.h"
 #include "ui/ShortcutKey.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QGraphicsEffect>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QSignalSpy>
 #include <QSlider>
+#include <QToolTip>
 #include <QtTest>
 
 class tst_DeviceZR : public QObject
@@ -45,6 +48,8 @@ private Q_SLOTS:
     void dimmingEndsWhenADialogHides();
     void lostDeviceClosesTheDialogs();
     void updateNoticeFollowsTheDownload();
+    void libraryWithoutMappingsTakesNoneAway();
+    void drawingTellsWhatItsControlsDoAlsoWithoutAMapping();
     void controlsTellWhatTheyDoInEachLayer();
     void everyControlHasANameForScreenReaders();
 
@@ -424,6 +429,7 @@ void tst_DeviceZR::updateNoticeFollowsTheDownload()
     QCOMPARE(notice->text(), QStringLiteral("Updating maps"));
     Q_EMIT m_rig->mapUpdate.dowloadFinished(false);
     QVERIFY(notice->isHidden());
+    QCOMPARE(notice->text(), QStringLiteral("Updating maps"));
     m_rig->writeFile(QStringLiteral("ZR.xml"), document(mapping("New", 65)));
     Q_EMIT m_rig->mapUpdate.dowloadFinished(true);
     QVERIFY(notice->isVisible());
@@ -431,6 +437,30 @@ void tst_DeviceZR::updateNoticeFollowsTheDownload()
     m_page->hide();
     m_page->show();
     QVERIFY(notice->isHidden());
+}
+
+void tst_DeviceZR::libraryWithoutMappingsTakesNoneAway()
+{
+    m_rig->writeFile(QStringLiteral("ZR.xml"), document(mapping("First", 65) + mapping("Second", 66)));
+    makePage();
+    auto *selector = m_page->findChild<ComboMapping *>();
+    QSignalSpy chosen(selector, &ComboMapping::newMap);
+    m_rig->writeFile(QStringLiteral("ZR.xml"), "<html><body><p>Sign in</p></body></html>");
+    QTest::ignoreMessage(QtWarningMsg, "The library holds no mapping: the selector keeps those that it has");
+    Q_EMIT m_rig->mapUpdate.dowloadFinished(true);
+    QVERIFY(selector->selectDefault());
+    QCOMPARE(chosen.at(0).at(0).value<ZRButtonMap *>()->name, QStringLiteral("First"));
+}
+
+void tst_DeviceZR::drawingTellsWhatItsControlsDoAlsoWithoutAMapping()
+{
+    makePage();
+    auto *picture = m_page->findChild<DevicePicture *>();
+    const QPoint place = DevicePicture::mark(3).center() - DevicePicture::place.topLeft();
+    QHelpEvent help(QEvent::ToolTip, place, picture->mapToGlobal(place));
+    QCoreApplication::sendEvent(picture, &help);
+    QVERIFY(QToolTip::text().startsWith(QLatin1String("Normal: ")));
+    QToolTip::hideText();
 }
 
 void tst_DeviceZR::controlsTellWhatTheyDoInEachLayer()
