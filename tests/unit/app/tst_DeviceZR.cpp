@@ -133,17 +133,25 @@ void tst_DeviceZR::widgetsStandWhereTheyBelong()
 {
     makePage();
     for (int row = 0; row < 5; ++row) {
-        QCOMPARE(menu(row)->pos(), QPoint(88, 239 + 47 * row));
-        QCOMPARE(menu(row + 5)->pos(), QPoint(650, 239 + 47 * row));
+        QCOMPARE(menu(row)->geometry(), QRect(88, 239 + 47 * row, 160, 41));
+        QCOMPARE(menu(row + 5)->geometry(), QRect(650, 239 + 47 * row, 160, 41));
     }
+    const auto *picture = m_page->findChild<DevicePicture *>();
+    QCOMPARE(picture->geometry(), QRect(248, 258, 402, 192));
+    QCOMPARE(picture->styleSheet(), QStringLiteral("background-image: url(:/icons/zr.png)"));
     QCOMPARE(m_page->findChild<ComboMapping *>()->geometry(), QRect(680, 12, 160, 51));
     const auto *printer = m_page->findChild<ClickableLabel *>(QString(), Qt::FindDirectChildrenOnly);
     QCOMPARE(printer->geometry(), QRect(630, 12, 41, 41));
     QCOMPARE(printer->styleSheet(),
              QStringLiteral("background-color: rgb(73, 90, 232);background-image: url(:/icons/printer.png);"
                             "background-position: center center;background-repeat: no"));
-    QCOMPARE(m_page->findChild<QCheckBox *>(QString(), Qt::FindDirectChildrenOnly)->geometry(),
-             QRect(24, 625, 200, 15));
+    const auto *startup = m_page->findChild<QCheckBox *>(QString(), Qt::FindDirectChildrenOnly);
+    QCOMPARE(startup->geometry(), QRect(24, 625, 200, 15));
+    QCOMPARE(startup->text(), QStringLiteral("Launch on startup"));
+    QCOMPARE(startup->styleSheet(), QStringLiteral("QCheckBox { color : rgba(255,255,255,0.40); }"));
+    QCOMPARE(startup->font().family(), QStringLiteral("Source Sans Pro"));
+    QCOMPARE(startup->font().pointSize(), 10);
+    QCOMPARE(startup->font().weight(), 50);
     const auto sliders = m_page->findChildren<QSlider *>();
     QCOMPARE(sliders.at(0)->geometry(), QRect(362, 527, 176, 16));
     QCOMPARE(sliders.at(1)->geometry(), QRect(362, 568, 176, 16));

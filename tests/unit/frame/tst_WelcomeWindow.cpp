@@ -24,6 +24,8 @@ void tst_WelcomeWindow::showsItsTexts()
     QVERIFY(texts.contains(QStringLiteral(
         "Please connect your device with a usb cable.|QLabel { color : rgba(255,255,255,0.57); }")));
     QVERIFY(texts.contains(QStringLiteral("Connect|QLabel { color : rgba(255,255,255,1); }")));
+    QVERIFY(texts.contains(QStringLiteral("The panel opens by itself as soon as the device is found.|"
+                                          "QLabel { color : rgba(255,255,255,0.32); }")));
     QVERIFY(texts.contains(QStringLiteral("|background-image: url(:/icons/usb-cable.png)")));
     QVERIFY(texts.contains(QStringLiteral("|background-image: url(:/icons/underline.png)")));
 }

@@ -38,7 +38,7 @@ private Q_SLOTS:
     void aDownloadBringsItsPanelAndShowsItsProgress();
     void progressIsAWholePercentage();
     void anEndOfAnyKindBringsTheHeaderBack();
-    void panelsHaveTheirStyles();
+    void headerAndPanelsHaveTheirStyles();
     void blurIsMadeOnFirstUseAndSwitched();
     void severalPagesShowTheSameOffer();
 
@@ -161,8 +161,22 @@ void tst_ZRBaseWindow::anEndOfAnyKindBringsTheHeaderBack()
     }
 }
 
-void tst_ZRBaseWindow::panelsHaveTheirStyles()
+void tst_ZRBaseWindow::headerAndPanelsHaveTheirStyles()
 {
+    Q_EMIT m_updater->onUpdateAvailable(QStringLiteral("1.11"));
+    QStringList labels;
+    for (const QLabel *label : m_window->findChildren<QLabel *>()) {
+        QVERIFY(label->text().isEmpty() || label->font().family() == QLatin1String("Source Sans Pro"));
+        labels << label->text() + QLatin1Char('|') + label->styleSheet();
+    }
+    for (const auto *label : {
+             "|background-image: url(:/icons/logo.png)",
+             "VERSION 1.10|color:rgba(255,255,255,0.32)",
+             "A new version of Veltrix is available!|QLabel{color: #ffffff;}",
+             "Would you like to download Veltrix 1.11 now?|QLabel{color: rgba(255, 255, 255, 50%);}",
+         }) {
+        QVERIFY2(labels.contains(QLatin1String(label)), label);
+    }
     QCOMPARE(
         button(QStringLiteral("Update"))->styleSheet(),
         QStringLiteral("QPushButton {background-color: #ff6767;border: 1px #5342d9;border-radius: 2px;"
