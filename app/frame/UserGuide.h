@@ -7,9 +7,7 @@ class QUrl;
 namespace UserGuide
 {
 
-/// The guide that came with the program in @p programFolder: "user-guide" beside it (Windows, a build folder)
-/// or in the documentation of the prefix, which is one folder up (bin) or two (lib/veltrix). Without one, the
-/// page on the web.
+/// The guide that came with the program: "user-guide" in @p programFolder. Without one, the page on the web.
 QUrl address(const QString &programFolder);
 
 } // namespace UserGuide
