@@ -32,16 +32,17 @@ CommandLine CommandLine::parse(const QStringList &arguments, const QString &envi
                                   tr("Use this serial port as the device's for as long as it exists."),
                                   tr("path"));
     const QCommandLineOption verbose(QStringLiteral("verbose"), tr("Log every event."));
+    // Not addHelpOption(), which would also promise --help-all: only the toolkit's own parsing answers that.
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, tr("Show this help."));
 
     QCommandLineParser parser;
     parser.setApplicationDescription(
         tr("Turns the buttons and the knob of the control surface into actions."));
-    const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
     // The instance guard looks at this one itself.
     QCommandLineOption secondary(QStringLiteral("secondary"));
     secondary.setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOptions({port, verbose, secondary});
+    parser.addOptions({help, port, verbose, secondary});
 
     CommandLine result;
     if (!parser.parse(arguments)) {
@@ -65,7 +66,7 @@ CommandLine CommandLine::parse(const QStringList &arguments, const QString &envi
 std::optional<int> CommandLine::answerEarly(int argc, char **argv)
 {
     using namespace std::string_view_literals;
-    constexpr std::array questions{"-h"sv, "--help"sv, "--help-all"sv, "-v"sv, "--version"sv};
+    constexpr std::array questions{"-h"sv, "--help"sv, "-v"sv, "--version"sv};
     const bool asked = std::any_of(argv, argv + argc, [&](const char *argument) {
         return std::find(questions.begin(), questions.end(), argument) != questions.end();
     });

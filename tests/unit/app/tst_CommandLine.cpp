@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -78,6 +79,16 @@ void tst_CommandLine::helpAndVersionAreAnswered()
         CommandLine::parse({QStringLiteral("veltrix"), QStringLiteral("--help")}, QString());
     QCOMPARE(help.request, CommandLine::Request::Answer);
     QVERIFY(help.message.contains(QLatin1String("--port")));
+    // Whatever it lists is understood.
+    QRegularExpressionMatchIterator option =
+        QRegularExpression(QStringLiteral("--[a-z-]+")).globalMatch(help.message);
+    while (option.hasNext()) {
+        const QString name = option.next().captured();
+        const CommandLine line = CommandLine::parse({QStringLiteral("veltrix"), name}, QString());
+        QVERIFY2(name == QLatin1String("--port") || name == QLatin1String("--verbose") ||
+                     line.request == CommandLine::Request::Answer,
+                 qPrintable(name));
+    }
     const CommandLine version =
         CommandLine::parse({QStringLiteral("veltrix"), QStringLiteral("--version")}, QString());
     QCOMPARE(version.message, QStringLiteral("veltrix 1.10\n"));
