@@ -46,7 +46,8 @@ Q_SIGNALS:
     void dowloadFinished(bool success);
 
 public Q_SLOTS:
-    /// Takes the answer to the query. A failed one says nothing, and so does not lead to a download.
+    /// Takes the answer to the query. One that names no version, as a failed one mostly does, leads to
+    /// nothing; its status is not looked at.
     void replyFinished(QNetworkReply *reply);
 
 private:
