@@ -19,6 +19,8 @@ hdiutil attach -nobrowse -readonly -mountpoint "$mount" "$image" || {
     exit 1
 }
 
+# What a replacement that was cut off has left would be copied into, not over.
+rm -rf "$application.new" "$application.old"
 status=1
 for new in "$mount"/*.app; do
     [ -d "$new" ] || break

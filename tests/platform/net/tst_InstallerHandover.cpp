@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTest>
@@ -46,6 +47,8 @@ private Q_SLOTS:
     void linuxLeavesTheInstallerWhereTheProgramCannotBeReplaced();
     void nothingIsStartedUnlessArmed();
     void installerIsStartedOnce();
+    void macReplacesTheApplication_data();
+    void macReplacesTheApplication();
     void scriptsArePartOfTheProgram();
     void failureToStartIsLogged();
     void argumentsStayWhole();
@@ -215,6 +218,51 @@ void tst_InstallerHandover::installerIsStartedOnce()
     QTRY_COMPARE(contentOf(path("application")), QByteArray("#!/bin/sh\n"));
     QTest::qWait(50);
     QCOMPARE(contentOf(path("update/update.log")).count('\n'), 1);
+}
+
+void tst_InstallerHandover::macReplacesTheApplication_data()
+{
+    QTest::addColumn<bool>("cutOffBefore");
+    QTest::newRow("plain") << false;
+    QTest::newRow("after a replacement that was cut off") << true;
+}
+
+// With an archive in the place of the disk image, and a tool that unpacks it in the place of the one that
+// mounts.
+void tst_InstallerHandover::macReplacesTheApplication()
+{
+    QFETCH(bool, cutOffBefore);
+    QVERIFY(QDir(m_rig->dir.path()).mkpath(QStringLiteral("bin")));
+    writeProgram(path("bin/hdiutil"), "#!/bin/sh\n"
+                                      "case $1 in\n"
+                                      "attach) tar -C \"$5\" -xf \"$6\" ;;\n"
+                                      "detach) rm -r \"$2\"/* ;;\n"
+                                      "esac\n");
+    qputenv("PATH", path("bin").toLocal8Bit() + ':' + m_path);
+    const auto makeApplication = [this](const char *name, const QByteArray &content) {
+        const QString folder = path(name) + QStringLiteral("/Contents/MacOS");
+        QVERIFY(QDir().mkpath(folder));
+        writeProgram(folder + QStringLiteral("/veltrix"), content);
+    };
+    makeApplication("Veltrix.app", "old");
+    makeApplication("image/Veltrix.app", "new");
+    if (cutOffBefore) {
+        makeApplication("Veltrix.app.old", "older");
+        makeApplication("Veltrix.app.new", "half");
+    }
+    QCOMPARE(
+        QProcess::execute(QStringLiteral("tar"), {QStringLiteral("-C"), path("image"), QStringLiteral("-cf"),
+                                                  path("image.dmg"), QStringLiteral("Veltrix.app")}),
+        0);
+
+    const QString application = path("Veltrix.app/Contents/MacOS/veltrix");
+    QVERIFY(QFile::copy(QStringLiteral(":/scripts/OSXZRUpdater.sh"), path("script")));
+    QCOMPARE(QProcess::execute(QStringLiteral("/bin/sh"), {path("script"), application, path("image.dmg")}),
+             0);
+    QCOMPARE(contentOf(application), QByteArray("new"));
+    QVERIFY(!QFile::exists(path("Veltrix.app.new")));
+    QVERIFY(!QFile::exists(path("Veltrix.app.old")));
+    QVERIFY(!QFile::exists(path("image.dmg")));
 }
 
 void tst_InstallerHandover::scriptsArePartOfTheProgram()
