@@ -195,6 +195,14 @@ class Publishing(ServiceTest):
             self.assert_refused("--url", "--url", url, *update, self.installer)
         self.assertFalse((self.service.site / "current").is_symlink())
 
+    def test_everybody_may_read_what_is_published(self):
+        self.publish_version("1.11")
+        self.publish_library("3")
+        for path in (self.path / "site").rglob("*"):
+            if path.name != ".lock":
+                wanted = 0o755 if path.is_dir() else 0o644
+                self.assertEqual(path.stat().st_mode & 0o777, wanted, path)
+
     def test_nothing_half_done_is_left(self):
         self.publish_version("1.11")
         names = [entry.name for folder in ("", "files", "releases") for entry in (self.service.site / folder).iterdir()]

@@ -86,7 +86,7 @@ class Service:
     def publish(self, *arguments):
         return subprocess.run(
             [ROOT / "deploy/publish", "--site", self.site, "--url", self.url, "--lint", LINT, *arguments],
-            capture_output=True, text=True, check=False)
+            capture_output=True, text=True, check=False, umask=0o077)
 
 
 def make_key(path):
