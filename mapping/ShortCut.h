@@ -5,8 +5,8 @@
 
 /// The assignment of one control in one layer: a keyboard shortcut, a special action or a MIDI message.
 ///
-/// What it is, is told by `key1` (see actionKind()). A plain value; the initialisers are what an entry holds
-/// that no file and no user has set.
+/// What it is, is told by `key1` (see SpecialAction.h). A plain value; the initialisers are what an entry
+/// holds that no file and no user has set.
 struct shortCut {
     qint32 key1 = 0; ///< first virtual-key code (-1: none), or one of the markers in SpecialAction.h
     qint32 key2 = 0; ///< second virtual-key code (-1: none); the code of a special action
