@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QStyle>
 #include <QStyleOptionButton>
+#include <QTextDocument>
 
 namespace
 {
@@ -40,7 +41,7 @@ QString FittingText::fit(QWidget *widget, const QString &text, int width, const 
     if (shown != text) {
         toolTip = help.isEmpty() ? text : text + QLatin1Char('\n') + help;
     }
-    widget->setToolTip(toolTip);
+    widget->setToolTip(Qt::mightBeRichText(toolTip) ? Qt::convertFromPlainText(toolTip) : toolTip);
     widget->setAccessibleName(text);
     return shown;
 }
@@ -48,6 +49,7 @@ QString FittingText::fit(QWidget *widget, const QString &text, int width, const 
 void FittingText::show(QLabel *label, const QString &text, const QString &help, Qt::TextElideMode mode)
 {
     const int room = label->contentsRect().width() - 2 * label->margin();
+    label->setTextFormat(Qt::PlainText); // parts of it may come from the network
     label->setText(fit(label, text, room, help, mode));
 }
 

@@ -11,7 +11,8 @@ class QWidget;
 ///
 /// A text that is too wide is drawn narrower; one that is too wide even so loses an end, and is then in the
 /// tool tip as a whole, above @p help, which otherwise is all of the tool tip. The accessible name is the
-/// whole text. Font, style sheet and geometry of the widget have to be set before.
+/// whole text. What looks like markup is shown as it is. Font, style sheet and geometry of the widget have to
+/// be set before.
 namespace FittingText
 {
 

@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QFontMetrics>
 #include <QLabel>
+#include <QTextDocument>
 #include <QtTest>
 
 namespace
@@ -34,6 +35,7 @@ private Q_SLOTS:
     void startsAnewWithEveryText();
     void cutsWhereItIsTold();
     void knowsTheRoomBesideACheckBox();
+    void showsMarkupAsItIs();
 };
 
 void tst_FittingText::leavesATextThatFitsAlone()
@@ -98,6 +100,18 @@ void tst_FittingText::knowsTheRoomBesideACheckBox()
     FittingText::show(&box, text);
     QCOMPARE(box.text(), text);
     QCOMPARE(box.font().stretch(), int(QFont::Unstretched));
+}
+
+void tst_FittingText::showsMarkupAsItIs()
+{
+    const QString markup = QStringLiteral("2<h1>Veltrix</h1><img src='file:///x.png'> now?");
+    QLabel label;
+    prepare(label, 50);
+    FittingText::show(&label, markup);
+    QCOMPARE(label.textFormat(), Qt::PlainText);
+    QTextDocument toolTip;
+    toolTip.setHtml(label.toolTip());
+    QCOMPARE(toolTip.toPlainText(), markup);
 }
 
 QTEST_MAIN(tst_FittingText)
