@@ -114,16 +114,16 @@
         <translation>Monitor links</translation>
     </message>
     <message>
-        <source>Moves the pointer to the monitor on the left</source>
-        <translation>Setzt den Mauszeiger auf den Monitor links</translation>
+        <source>Moves the pointer to the next monitor</source>
+        <translation>Setzt den Mauszeiger auf den nächsten Monitor</translation>
     </message>
     <message>
         <source>Monitor Right</source>
         <translation>Monitor rechts</translation>
     </message>
     <message>
-        <source>Moves the pointer to the monitor on the right</source>
-        <translation>Setzt den Mauszeiger auf den Monitor rechts</translation>
+        <source>Moves the pointer to the previous monitor</source>
+        <translation>Setzt den Mauszeiger auf den vorigen Monitor</translation>
     </message>
     <message>
         <source>Horizontal</source>
@@ -146,8 +146,8 @@
         <translation>Kreis</translation>
     </message>
     <message>
-        <source>Sets the knob to drag the pointer round in a circle</source>
-        <translation>Der Drehknopf zieht den Mauszeiger dann im Kreis</translation>
+        <source>Sets the knob to drag the pointer up and down, and back when it is let go</source>
+        <translation>Der Drehknopf zieht den Mauszeiger dann auf und ab und beim Loslassen zurück</translation>
     </message>
     <message>
         <source> ↓  ↑ Key</source>

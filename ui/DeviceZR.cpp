@@ -18,6 +18,7 @@
 #include "ui/MapPrinter.h"
 #include "ui/OverlayDialog.h"
 #include "ui/PageTexts.h"
+#include "ui/SensitivitySlider.h"
 #include "ui/UiLog.h"
 
 #include <QCheckBox>
@@ -27,7 +28,6 @@
 #include <QGraphicsOpacityEffect>
 #include <QSettings>
 #include <QSignalBlocker>
-#include <QSlider>
 
 DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
     : ZRBaseWindow(parts.updater, parent)
@@ -112,9 +112,8 @@ void DeviceZR::buildStartupBox()
 void DeviceZR::buildSliders()
 {
     const auto add = [this](const QRect &place, int value, const QString &name) {
-        auto *slider = new QSlider(Qt::Horizontal, this);
+        auto *slider = new SensitivitySlider(this);
         slider->setGeometry(place);
-        slider->setTickPosition(QSlider::TicksBelow);
         slider->setRange(KnobSettings::minimum, KnobSettings::maximum);
         slider->setInvertedAppearance(true); // the slow end, with the higher values, lies at the left
         slider->setInvertedControls(true);

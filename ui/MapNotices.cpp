@@ -8,8 +8,8 @@
 
 MapNotices::MapNotices(QWidget *page)
     : QObject(page)
-    , m_update(PageTexts::add(*page, QString(), {680, 68, 200, 18}, PageTexts::Ink::Dim, 10, QFont::Normal))
-    , m_notKept(PageTexts::add(*page, QString(), {680, 86, 200, 18}, PageTexts::Ink::Dim, 9, QFont::Normal))
+    , m_update(PageTexts::add(*page, QString(), {680, 64, 200, 16}, PageTexts::Ink::Dim, 10, QFont::Normal))
+    , m_notKept(PageTexts::add(*page, QString(), {680, 81, 200, 18}, PageTexts::Ink::Dim, 9, QFont::Normal))
     , m_keep(new ClickableLabel(page))
 {
     m_update->setObjectName(QStringLiteral("mapNotice"));
@@ -20,7 +20,7 @@ MapNotices::MapNotices(QWidget *page)
     m_notKept->hide();
 
     m_keep->setObjectName(QStringLiteral("keep"));
-    m_keep->setGeometry(678, 103, 202, 20);
+    m_keep->setGeometry(678, 99, 202, 20);
     m_keep->setContentsMargins(2, 0, 0, 0);
     m_keep->setStyleSheet(QStringLiteral("QLabel { color : white; text-decoration: underline; }"));
     m_keep->setFont(m_notKept->font());

@@ -679,7 +679,7 @@ void tst_ComboMenu::screenReadersAreToldWhatItIs()
     m_rig->menu().getShorcut(0, keys(17, 90, QStringLiteral("Undo")));
     m_rig->menu().getShorcut(1, special(SpecialAction::MonitorLeft, QStringLiteral("M.Left")));
     QCOMPARE(m_rig->menu().inWords(0), QStringLiteral("Undo: presses Ctrl + Z"));
-    QCOMPARE(m_rig->menu().inWords(1), QStringLiteral("Moves the pointer to the monitor on the left"));
+    QCOMPARE(m_rig->menu().inWords(1), QStringLiteral("Moves the pointer to the next monitor"));
     QCOMPARE(m_rig->menu().inWords(2), QStringLiteral("Nothing yet"));
     for (int layer = 0; layer < 3; ++layer) {
         QVERIFY(m_rig->menu().accessibleDescription().contains(m_rig->menu().inWords(layer)));

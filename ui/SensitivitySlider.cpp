@@ -1,0 +1,64 @@
+#include "ui/SensitivitySlider.h"
+
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOptionSlider>
+
+namespace
+{
+
+constexpr QColor white(int alpha)
+{
+    return {255, 255, 255, alpha};
+}
+
+constexpr QColor grooveColour = white(89);
+constexpr QColor tickColour = white(102);
+constexpr QColor handleColour = white(255);
+constexpr QColor focusColour = white(153);
+constexpr qreal grooveHeight = 3;
+constexpr QSizeF handleSize(8, 11);
+constexpr qreal handleRadius = 2;
+constexpr int tickHeight = 3;
+
+} // namespace
+
+SensitivitySlider::SensitivitySlider(QWidget *parent)
+    : QSlider(Qt::Horizontal, parent)
+{
+    setTickPosition(QSlider::TicksBelow);
+}
+
+void SensitivitySlider::paintEvent(QPaintEvent * /*event*/)
+{
+    // How far the handle travels is the style's to say: it also decides where a click meets it.
+    QStyleOptionSlider option;
+    initStyleOption(&option);
+    const int hitWidth = style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, this).width();
+    const auto centreOf = [&](int value) {
+        return hitWidth / 2.0 + QStyle::sliderPositionFromValue(minimum(), maximum(), qMin(value, maximum()),
+                                                                width() - hitWidth, option.upsideDown);
+    };
+
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    for (int value = minimum(); value <= maximum() + 1; value += pageStep()) {
+        painter.fillRect(QRectF(centreOf(value) - 0.5, height() - tickHeight, 1, tickHeight), tickColour);
+    }
+
+    QRectF groove(0, 0, width() - hitWidth + handleSize.width(), grooveHeight);
+    groove.moveCenter(QPointF(width() / 2.0, handleSize.height() / 2));
+    painter.setBrush(grooveColour);
+    painter.drawRoundedRect(groove, grooveHeight / 2, grooveHeight / 2);
+
+    QRectF handle(QPointF(), handleSize);
+    handle.moveLeft(centreOf(sliderPosition()) - handleSize.width() / 2);
+    painter.setBrush(handleColour);
+    painter.drawRoundedRect(handle, handleRadius, handleRadius);
+    if (hasFocus()) {
+        painter.setPen(focusColour);
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), handleRadius, handleRadius);
+    }
+}
