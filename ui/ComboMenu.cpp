@@ -38,8 +38,6 @@ ComboMenu::ComboMenu(int id, QObject *deviceLink, QWidget *parent)
     : ComboMenuBar(menuSize, parent)
     , m_title(nullptr)
     , m_layers(nullptr)
-    , m_shortcutKey(new ShortcutKey(parent ? parent : this))
-    , m_midiMenu(new MidiMenu(parent ? parent : this))
     , m_deviceLink(deviceLink)
     , m_id(id)
     , m_settings(id)
@@ -47,7 +45,6 @@ ComboMenu::ComboMenu(int id, QObject *deviceLink, QWidget *parent)
     setAccessibleName(tr("Button %1").arg(id));
     buildLabels();
     buildMenu();
-    buildDialogs();
 
     m_settings.upgrade();
     for (int layer = 0; layer < layerCount; ++layer) {
@@ -91,11 +88,25 @@ void ComboMenu::buildMenu()
     }
 }
 
-void ComboMenu::buildDialogs()
+// Twenty dialogs would be a good part of the program's start and of its memory: each is made when it is first
+// asked for.
+ShortcutKey &ComboMenu::shortcutKey()
 {
-    connect(m_shortcutKey, &ShortcutKey::newShorcut, this, &ComboMenu::loadShorcut);
-    connect(m_midiMenu, &MidiMenu::newMidi, this, &ComboMenu::loadMidi);
-    connect(m_midiMenu, &MidiMenu::newMidiKnob, this, &ComboMenu::loadMidiKnob);
+    if (m_shortcutKey == nullptr) {
+        m_shortcutKey = new ShortcutKey(parentWidget() ? parentWidget() : this);
+        connect(m_shortcutKey, &ShortcutKey::newShorcut, this, &ComboMenu::loadShorcut);
+    }
+    return *m_shortcutKey;
+}
+
+MidiMenu &ComboMenu::midiMenu()
+{
+    if (m_midiMenu == nullptr) {
+        m_midiMenu = new MidiMenu(parentWidget() ? parentWidget() : this);
+        connect(m_midiMenu, &MidiMenu::newMidi, this, &ComboMenu::loadMidi);
+        connect(m_midiMenu, &MidiMenu::newMidiKnob, this, &ComboMenu::loadMidiKnob);
+    }
+    return *m_midiMenu;
 }
 
 shortCut ComboMenu::assignment(int layer) const
@@ -129,11 +140,11 @@ void ComboMenu::carryOut(const QAction &chosen)
 void ComboMenu::choose(int layer, const QString &text)
 {
     if (says(text, "shortcut key")) {
-        m_shortcutKey->show(layer);
+        shortcutKey().show(layer);
     } else if (says(text, "midi for knob")) {
-        m_midiMenu->showKnob(layer, m_id, assignment(layer));
+        midiMenu().showKnob(layer, m_id, assignment(layer));
     } else if (says(text, "midi")) {
-        m_midiMenu->show(layer, m_id + buttonMidiOffset, assignment(layer));
+        midiMenu().show(layer, m_id + buttonMidiOffset, assignment(layer));
     } else {
         setSpecialAction(layer, text);
     }

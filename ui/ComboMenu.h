@@ -61,7 +61,8 @@ protected:
 private:
     void buildLabels();
     void buildMenu();
-    void buildDialogs();
+    ShortcutKey &shortcutKey();
+    MidiMenu &midiMenu();
     void choose(int layer, const QString &text);
     void setSpecialAction(int layer, const QString &text);
     void showLabel(int layer, const QString &label);
@@ -71,8 +72,8 @@ private:
     std::array<QMenu *, layerCount> m_layerMenus{}; // the menu's
     ComboMenuLabel *m_title;
     ComboMenuLabel *m_layers;
-    ShortcutKey *m_shortcutKey; // the page's, as is the next
-    MidiMenu *m_midiMenu;
+    ShortcutKey *m_shortcutKey = nullptr; // the page's, as is the next
+    MidiMenu *m_midiMenu = nullptr;
     QObject *const m_deviceLink; // only whether there is one
     const int m_id;
     std::array<shortCut, layerCount> m_assignments;

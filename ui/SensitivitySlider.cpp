@@ -34,7 +34,8 @@ void SensitivitySlider::paintEvent(QPaintEvent * /*event*/)
     // How far the handle travels is the style's to say: it also decides where a click meets it.
     QStyleOptionSlider option;
     initStyleOption(&option);
-    const int hitWidth = style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, this).width();
+    const int hitWidth =
+        style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, this).width();
     const auto centreOf = [&](int value) {
         return hitWidth / 2.0 + QStyle::sliderPositionFromValue(minimum(), maximum(), qMin(value, maximum()),
                                                                 width() - hitWidth, option.upsideDown);

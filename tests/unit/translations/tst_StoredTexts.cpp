@@ -87,8 +87,9 @@ private:
 void tst_StoredTexts::choose(DeviceZR *page)
 {
     const QList<ComboMenu *> menus = page->findChildren<ComboMenu *>();
-    const auto dialogOf = [&](int menu) { return page->findChildren<ShortcutKey *>().at(menu); };
-    const auto midiOf = [&](int menu) { return page->findChildren<MidiMenu *>().at(menu); };
+    // There is one of each, of the one menu that is asked for it.
+    const auto shortcutKey = [&] { return page->findChild<ShortcutKey *>(); };
+    const auto midiMenu = [&] { return page->findChild<MidiMenu *>(); };
     enum Entry { Shortcut, Midi, FirstPlain, KnobMidi = 9, FirstShift = 10, LastShift = 11 };
 
     // All that need no dialog, in all layers.
@@ -101,22 +102,22 @@ void tst_StoredTexts::choose(DeviceZR *page)
     ::choose(menus.at(8), 0, LastShift);
 
     ::choose(menus.at(9), 0, Shortcut);
-    type(dialogOf(9), {17, 36, 46});
-    click(dialogOf(9), QStringLiteral("ok"));
+    type(shortcutKey(), {17, 36, 46});
+    click(shortcutKey(), QStringLiteral("ok"));
     // Cancelled, shown again, and confirmed as it then stands.
     ::choose(menus.at(9), 1, Shortcut);
-    type(dialogOf(9), {18, 33});
-    click(dialogOf(9), QStringLiteral("cancel"));
+    type(shortcutKey(), {18, 33});
+    click(shortcutKey(), QStringLiteral("cancel"));
     ::choose(menus.at(9), 1, Shortcut);
-    click(dialogOf(9), QStringLiteral("ok"));
+    click(shortcutKey(), QStringLiteral("ok"));
 
     ::choose(menus.at(6), 1, Midi);
-    midiOf(6)->findChildren<QLineEdit *>().constFirst()->setText(QStringLiteral("7"));
-    midiOf(6)->findChildren<QCheckBox *>().constFirst()->click();
-    QTest::keyClick(midiOf(6), Qt::Key_Return);
+    midiMenu()->findChildren<QLineEdit *>().constFirst()->setText(QStringLiteral("7"));
+    midiMenu()->findChildren<QCheckBox *>().constFirst()->click();
+    QTest::keyClick(midiMenu(), Qt::Key_Return);
     ::choose(menus.at(6), 2, KnobMidi);
-    midiOf(6)->findChildren<QCheckBox *>().constFirst()->click();
-    QTest::keyClick(midiOf(6), Qt::Key_Return);
+    midiMenu()->findChildren<QCheckBox *>().constFirst()->click();
+    QTest::keyClick(midiMenu(), Qt::Key_Return);
 
     // Once under the name that the dialog offers.
     auto *save = page->findChild<SaveDialog *>();
@@ -124,8 +125,8 @@ void tst_StoredTexts::choose(DeviceZR *page)
     click(save, QStringLiteral("ok"));
     // Everything so far goes into the working copy.
     ::choose(menus.at(9), 2, Shortcut);
-    type(dialogOf(9), {44});
-    click(dialogOf(9), QStringLiteral("ok"));
+    type(shortcutKey(), {44});
+    click(shortcutKey(), QStringLiteral("ok"));
 }
 
 Stored tst_StoredTexts::chooseEverything()

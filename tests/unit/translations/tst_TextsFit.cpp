@@ -196,23 +196,23 @@ void tst_TextsFit::openEverything(ZRMainWindow *window)
     }
     auto *page = window->devicePage();
     auto *menu = page->findChildren<ComboMenu *>().at(3);
-    auto *midi = page->findChildren<MidiMenu *>().at(3);
-    midi->show(0, 13, menu->assignment(0));
+    MidiMenu midi(page);
+    midi.show(0, 13, menu->assignment(0));
     check();
-    midi->hide();
-    midi->showKnob(0, 3, menu->assignment(0));
+    midi.hide();
+    midi.showKnob(0, 3, menu->assignment(0));
     check();
-    midi->hide();
+    midi.hide();
 
-    auto *shortcut = page->findChildren<ShortcutKey *>().at(3);
-    shortcut->show(0);
+    ShortcutKey shortcut(page);
+    shortcut.show(0);
     check();
     for (const int key : {17, 36, 35, 33, 34, 44, 45, 46, 19, 144}) {
         QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-        QCoreApplication::sendEvent(shortcut, &press);
+        QCoreApplication::sendEvent(&shortcut, &press);
         check();
     }
-    shortcut->hide();
+    shortcut.hide();
 
     page->findChild<SaveDialog *>()->show();
     check();

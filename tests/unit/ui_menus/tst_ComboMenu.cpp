@@ -392,7 +392,7 @@ void tst_ComboMenu::aMappingsShiftButtonGreysTheShiftLayersOut()
 
 void tst_ComboMenu::shortcutKeyOpensTheDialogOfItsLayer()
 {
-    QVERIFY(!m_rig->shortcutKey().isVisible());
+    QVERIFY(m_rig->page().findChild<ShortcutKey *>() == nullptr); // made when it is asked for
     chooseFrom({shift2, QStringLiteral("Shortcut Key")});
     QVERIFY(m_rig->shortcutKey().isVisible());
     QCOMPARE(m_rig->shortcutKey().parentWidget(), &m_rig->page());
@@ -404,6 +404,7 @@ void tst_ComboMenu::shortcutKeyOpensTheDialogOfItsLayer()
 
 void tst_ComboMenu::aCapturedShortcutReportsOneChangedAction()
 {
+    chooseFrom({shift1, QStringLiteral("Shortcut Key")});
     QStringList order;
     connect(&m_rig->menu(), &ComboMenu::onActionChanged, this, [&] {
         order.append(m_rig->stored(QStringLiteral("tonAction.Shift1.label")).toString());
@@ -420,6 +421,8 @@ void tst_ComboMenu::aCapturedShortcutReportsOneChangedAction()
 
 void tst_ComboMenu::midiOpensTheDialogWithAnOffset()
 {
+    chooseFrom({normal, QStringLiteral("Midi")}); // which makes it
+    QTest::keyClick(&m_rig->midiMenu(), Qt::Key_Escape);
     const LogCapture log(QStringLiteral("veltrix.ui.debug=true"));
     m_rig->menu().loadMidi(1, 5, 61, 90, 10, true, true);
     QSignalSpy answers(&m_rig->midiMenu(), &MidiMenu::newMidi);
@@ -436,6 +439,7 @@ void tst_ComboMenu::midiOpensTheDialogWithAnOffset()
 
 void tst_ComboMenu::aMidiAssignmentReportsNoChangedAction()
 {
+    chooseFrom({normal, QStringLiteral("Midi")});
     QSignalSpy changed(&m_rig->menu(), &ComboMenu::onActionChanged);
     Q_EMIT m_rig->midiMenu().newMidi(0, 1, 60, 100, 0, true, false);
     QCOMPARE(changed.size(), 0);
@@ -456,6 +460,8 @@ void tst_ComboMenu::aMidiAssignmentReportsNoChangedAction()
 
 void tst_ComboMenu::midiForTheKnobKeepsItsEncoding()
 {
+    chooseFrom({shift2, QStringLiteral("Midi for Knob")});
+    QTest::keyClick(&m_rig->midiMenu(), Qt::Key_Escape);
     QSignalSpy changed(&m_rig->menu(), &ComboMenu::onActionChanged);
     Q_EMIT m_rig->midiMenu().newMidiKnob(2, 1, 60, 100, 0, false, true, 20, false, true, false);
     QCOMPARE(changed.size(), 0);
