@@ -26,7 +26,6 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QGraphicsOpacityEffect>
-#include <QSettings>
 #include <QSignalBlocker>
 
 DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
@@ -57,7 +56,7 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
     orderFocus();
     loadMappings();
 
-    QSettings().setValue(QStringLiteral("ZR.ver"), QLatin1String(AppInfo::version));
+    m_settings.setValue(QStringLiteral("ZR.ver"), QLatin1String(AppInfo::version));
 }
 
 DeviceZR::~DeviceZR() = default;

@@ -6,6 +6,7 @@
 #include "mapping/XmlMappingWriter.h"
 #include "mapping/ZRButtonMap.h"
 
+#include <QSettings>
 #include <QString>
 
 #include <memory>
@@ -101,6 +102,7 @@ private:
 
     Parts m_parts;
 
+    QSettings m_settings; // a lasting one writes from the event loop, and not at once
     XmlMappingReader m_reader;
     XmlMappingWriter m_writer;
 

@@ -28,15 +28,19 @@ int roomFor(const QAbstractButton &button)
 QString FittingText::fit(QWidget *widget, const QString &text, int width, const QString &help,
                          Qt::TextElideMode mode)
 {
-    QFont font = widget->font();
-    font.setStretch(QFont::Unstretched);
-    const int wanted = QFontMetrics(font).horizontalAdvance(text);
-    if (wanted > width) {
-        font.setStretch(qMax(narrowest, width * 100 / (wanted + 1)));
+    // Most texts fit as they are. Their fonts are left alone: each other font is looked up and loaded anew.
+    const bool narrowed = widget->font().stretch() > 0 && widget->font().stretch() < QFont::Unstretched;
+    QString shown = text;
+    if (narrowed || widget->fontMetrics().horizontalAdvance(text) > width) {
+        QFont font = widget->font();
+        font.setStretch(QFont::Unstretched);
+        const int wanted = QFontMetrics(font).horizontalAdvance(text);
+        if (wanted > width) {
+            font.setStretch(qMax(narrowest, width * 100 / (wanted + 1)));
+        }
+        widget->setFont(font);
+        shown = QFontMetrics(font).elidedText(text, mode, width);
     }
-    widget->setFont(font);
-
-    QString shown = QFontMetrics(font).elidedText(text, mode, width);
     QString toolTip = help;
     if (shown != text) {
         toolTip = help.isEmpty() ? text : text + QLatin1Char('\n') + help;

@@ -42,9 +42,10 @@ void tst_FittingText::leavesATextThatFitsAlone()
 {
     QLabel label;
     prepare(label, 101);
+    const QFont before = label.font();
     FittingText::show(&label, text, QStringLiteral("help"));
     QCOMPARE(label.text(), text);
-    QCOMPARE(label.font().stretch(), int(QFont::Unstretched));
+    QCOMPARE(label.font(), before);
     QCOMPARE(label.toolTip(), QStringLiteral("help"));
     QCOMPARE(label.accessibleName(), text);
 }
@@ -99,7 +100,7 @@ void tst_FittingText::knowsTheRoomBesideACheckBox()
     prepare(box, 101, 40);
     FittingText::show(&box, text);
     QCOMPARE(box.text(), text);
-    QCOMPARE(box.font().stretch(), int(QFont::Unstretched));
+    QVERIFY(box.font().stretch() == QFont::AnyStretch || box.font().stretch() == QFont::Unstretched);
 }
 
 void tst_FittingText::showsMarkupAsItIs()
