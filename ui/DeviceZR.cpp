@@ -22,6 +22,7 @@
 #include "ui/UiLog.h"
 
 #include <QCheckBox>
+#include <QChildEvent>
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileDialog>
@@ -52,7 +53,6 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
     connect(m_menus, &ActionMenus::onActionChanged, this, &DeviceZR::saveCurrentMapAsDefault);
     connect(m_menus, &ActionMenus::assignmentChanged, this, &DeviceZR::useAssignment);
     connect(m_notices, &MapNotices::keep, this, &DeviceZR::saveCurrentMapAsDefault);
-    followDialogs();
     orderFocus();
     loadMappings();
 
@@ -150,10 +150,13 @@ void DeviceZR::connectIndicators()
     connect(dispatcher, &EventDispatcher::gameControl, this, &DeviceZR::gameControl);
 }
 
-// The dialogs dim the page when they come; undoing that is up to the page.
-void DeviceZR::followDialogs()
+// The dialogs dim the page when they come; undoing that is up to the page. Most are made only when they are
+// asked for, and each is polished once, before it is first seen.
+void DeviceZR::childEvent(QChildEvent *event)
 {
-    for (const OverlayDialog *dialog : findChildren<OverlayDialog *>()) {
+    ZRBaseWindow::childEvent(event);
+    const auto *dialog = event->polished() ? qobject_cast<OverlayDialog *>(event->child()) : nullptr;
+    if (dialog != nullptr) {
         connect(dialog, &OverlayDialog::hidden, this, [this] { setBlur(false); });
     }
 }

@@ -78,6 +78,7 @@ public Q_SLOTS:
     void loadDefaultMap(ZRButtonMap *buttonMap); ///< takes @p buttonMap over
 
 protected:
+    void childEvent(QChildEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
 private:
@@ -87,7 +88,6 @@ private:
     void buildSliders();
     void connectDevice(SerialProtocol *serial);
     void connectIndicators();
-    void followDialogs();
     void loadMappings();
     void orderFocus();
 
