@@ -6,6 +6,13 @@ function(veltrix_add_library name)
     target_link_libraries(veltrix_${name} PUBLIC veltrix_settings ${ARG_LINK})
 endfunction()
 
+# What every test needs, those that are not Qt Test programs too.
+set(VELTRIX_TEST_ENVIRONMENT)
+if(VELTRIX_SANITIZERS)
+    set(VELTRIX_TEST_ENVIRONMENT
+        "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/leaks.supp:print_suppressions=0")
+endif()
+
 # veltrix_add_test(NAME SOURCES... LINK libraries... [LABEL unit|platform|e2e|fuzz|bench])
 #   A Qt Test program registered with CTest. Unit tests run without a display: they get the offscreen platform.
 #   The target tests_LABEL builds all that have the label.
@@ -33,10 +40,7 @@ function(veltrix_add_test name)
     if(ARG_LABEL STREQUAL "unit")
         list(APPEND environment "QT_QPA_PLATFORM=offscreen" "DISPLAY=" "QT_FATAL_WARNINGS=0")
     endif()
-    if(VELTRIX_SANITIZERS)
-        list(APPEND environment
-            "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/leaks.supp:print_suppressions=0")
-    endif()
+    list(APPEND environment ${VELTRIX_TEST_ENVIRONMENT})
     set_tests_properties(${name} PROPERTIES
         LABELS "${ARG_LABEL}" TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "${environment}")
 endfunction()
