@@ -1,7 +1,7 @@
 #include "app/CommandLine.h"
 
-#include "app/AppInfo.h"
 #include "app/Translations.h"
+#include "app/frame/AppInfo.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

@@ -1,4 +1,3 @@
-#include "app/AppInfo.h"
 #include "app/CommandLine.h"
 #include "app/Core.h"
 #include "app/DataDirectory.h"
@@ -7,6 +6,7 @@
 #include "app/Translations.h"
 #include "app/UpdateDialog.h"
 #include "app/ZRMainWindow.h"
+#include "app/frame/AppInfo.h"
 #include "device/QtPortLister.h"
 #include "device/SerialProtocol.h"
 #include "mapping/LibraryKeeper.h"

@@ -1,9 +1,9 @@
 #include "ui/ComboMenuSettings.h"
 
-#include "app/AppInfo.h"
-#include "engine/ActionKeys.h"
+#include "app/frame/AppInfo.h"
 #include "mapping/SpecialAction.h"
 #include "mapping/ZRButtonMap.h"
+#include "ui/ActionKeys.h"
 
 #include <QLatin1String>
 

@@ -1,6 +1,6 @@
 #include "ui/DeviceZR.h"
 
-#include "app/AppInfo.h"
+#include "app/frame/AppInfo.h"
 #include "app/frame/ClickableLabel.h"
 #include "app/frame/FittingText.h"
 #include "device/SerialProtocol.h"

@@ -1,6 +1,6 @@
 #include "app/frame/UserGuide.h"
 
-#include "app/AppInfo.h"
+#include "app/frame/AppInfo.h"
 
 #include <QFileInfo>
 #include <QUrl>

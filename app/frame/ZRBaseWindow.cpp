@@ -1,6 +1,6 @@
 #include "app/frame/ZRBaseWindow.h"
 
-#include "app/AppInfo.h"
+#include "app/frame/AppInfo.h"
 #include "app/frame/FittingText.h"
 #include "app/frame/UserGuide.h"
 #include "net/ZRUpdater.h"

@@ -1,6 +1,6 @@
 // A program under the instance guard. Says what it is, then what happens; ends when its standard input does.
-#include "app/AppInfo.h"
 #include "app/SingleApplication.h"
+#include "app/frame/AppInfo.h"
 
 #include <QSocketNotifier>
 

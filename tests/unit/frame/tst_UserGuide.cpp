@@ -1,4 +1,4 @@
-#include "app/AppInfo.h"
+#include "app/frame/AppInfo.h"
 #include "app/frame/UserGuide.h"
 
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "engine/ActionKeys.h"
+#include "ui/ActionKeys.h"
 
 #include <QtTest>
 
