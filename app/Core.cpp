@@ -1,10 +1,13 @@
 #include "app/Core.h"
 
+#include "app/frame/AppInfo.h"
+
 #include <QCoreApplication>
 
 Core::Core()
     : m_platform(createPlatform())
-    , m_knobSettings(m_store)
+    , m_settings(QLatin1String(AppInfo::organisationName), QLatin1String(AppInfo::applicationName))
+    , m_knobSettings(m_settings)
     , m_launchOnStartup(*m_platform.autostart, QCoreApplication::applicationFilePath())
     , m_ledger(*m_platform.injector, *m_platform.appearance)
     , m_midi(m_midiPort)
@@ -21,5 +24,5 @@ void Core::end()
 {
     m_dispatcher.restoreMouse();
     m_dispatcher.releaseEverything();
-    m_store.sync();
+    m_settings.write();
 }

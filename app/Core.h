@@ -5,12 +5,12 @@
 #include "engine/KnobSettings.h"
 #include "engine/LaunchOnStartup.h"
 #include "engine/MidiActions.h"
+#include "engine/Settings.h"
 #include "engine/SystemClock.h"
 #include "engine/platform/PlatformFactory.h"
 #include "midi/MidiOutPort.h"
 
 #include <QObject>
-#include <QSettings>
 #include <QString>
 
 /// The engine on the backend of this system: what carries out the device's events, without any window.
@@ -26,7 +26,7 @@ public:
     Core();
     ~Core() override;
 
-    QSettings &settings() { return m_store; }
+    Settings &settings() { return m_settings; }
     KnobSettings &knobSettings() { return m_knobSettings; }
     LaunchOnStartup &launchOnStartup() { return m_launchOnStartup; }
     EventDispatcher &dispatcher() { return m_dispatcher; }
@@ -38,7 +38,7 @@ private:
     void end();
 
     Platform m_platform;
-    QSettings m_store;
+    Settings m_settings;
     KnobSettings m_knobSettings;
     LaunchOnStartup m_launchOnStartup;
     SystemClock m_clock;

@@ -47,9 +47,7 @@ int main(int argc, char *argv[])
     // From here on a request to quit finds the event loop, now or as soon as it runs.
     const auto quitWatch = watchQuitRequests([] { QCoreApplication::quit(); });
 
-    // As texts, character by character: "1.9" counts as greater than "1.10".
-    const bool show =
-        settingsWithoutNames.value(QStringLiteral("ZR.ver")).toString() < QLatin1String(AppInfo::version);
+    const bool show = Settings::isOlder(settingsWithoutNames, QLatin1String(AppInfo::version));
 
     Core core;
     MapUpdate mapUpdate(library, &core.settings());
@@ -64,8 +62,9 @@ int main(int argc, char *argv[])
         std::make_unique<SerialProtocol>(std::move(portFinder)),
         [&](QWidget *parent, SerialProtocol *serial, ZRUpdater *pageUpdater) {
             return new DeviceZR(parent, serial,
-                                {&core.dispatcher(), &core.knobSettings(), &core.launchOnStartup(),
-                                 &mapUpdate, pageUpdater, data, core.midiPortName()});
+                                {&core.dispatcher(), &core.settings(), &core.knobSettings(),
+                                 &core.launchOnStartup(), &mapUpdate, pageUpdater, data,
+                                 core.midiPortName()});
         },
         updater);
     updateDialog.setWindow(&window);

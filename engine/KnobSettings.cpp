@@ -1,6 +1,7 @@
 #include "engine/KnobSettings.h"
 
-#include <QSettings>
+#include "engine/Settings.h"
+
 #include <QString>
 
 namespace
@@ -14,15 +15,15 @@ int inRange(int value)
     return qBound(KnobSettings::minimum, value, KnobSettings::maximum);
 }
 
-void store(QSettings &settings, const QString &key, int value)
+void store(Settings &settings, const QString &key, int value)
 {
     settings.setValue(key, value);
-    settings.sync();
+    settings.write();
 }
 
 } // namespace
 
-KnobSettings::KnobSettings(QSettings &settings)
+KnobSettings::KnobSettings(Settings &settings)
     : m_settings(settings)
     , m_normal(inRange(settings.value(keyNormal).toInt()))
     , m_shift1(inRange(settings.value(keyShift1).toInt()))

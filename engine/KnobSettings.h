@@ -2,7 +2,7 @@
 
 #include <QtGlobal>
 
-class QSettings;
+class Settings;
 
 /// How slowly the knob's counts turn into steps: a divisor for the Normal layer and one for Shift 1, each 1
 /// to 100, kept in the user's settings under "Slider.Normal" and "Slider.Shift1".
@@ -16,7 +16,7 @@ public:
 
     /// Reads the stored values. What is missing or no number counts as 0, and what is out of range as the
     /// nearest value: on a first start both are 1, on purpose. @p settings must outlive this object.
-    explicit KnobSettings(QSettings &settings);
+    explicit KnobSettings(Settings &settings);
 
     int sensitivityNormal() const { return m_normal; }
     int sensitivityShift1() const { return m_shift1; }
@@ -24,12 +24,12 @@ public:
     /// The divisor for counts in this layer: Shift 1's in Shift 1, Normal's in the others.
     int sensitivity(int layer) const { return layer == 1 ? m_shift1 : m_normal; }
 
-    /// Stored as given and written to the disk at once.
+    /// Stored as given and written to the disk at once. A failure shows in the settings' writtenChanged().
     void setKnobSensitivityNormal(int val);
     void setKnobSensitivityShift1(int val);
 
 private:
-    QSettings &m_settings;
+    Settings &m_settings;
     int m_normal;
     int m_shift1;
 };

@@ -2,19 +2,26 @@
 
 #include "ui/ComboMenu.h"
 
-ActionMenus::ActionMenus(QObject *deviceLink, QWidget *page)
+ActionMenus::ActionMenus(QObject *deviceLink, QWidget *page, Settings &settings)
     : QObject(page)
 {
     constexpr int rows = ZRButtonMap::buttonCount / 2;
     for (int row = 0; row < rows; ++row) {
-        add(row, {88, 239 + 47 * row, 160, 41}, deviceLink, page);
-        add(row + rows, {650, 239 + 47 * row, 160, 41}, deviceLink, page);
+        add(row, {88, 239 + 47 * row, 160, 41}, deviceLink, page, settings);
+        add(row + rows, {650, 239 + 47 * row, 160, 41}, deviceLink, page, settings);
     }
 }
 
-void ActionMenus::add(int control, const QRect &place, QObject *deviceLink, QWidget *page)
+void ActionMenus::upgrade(Settings &settings)
 {
-    auto *menu = new ComboMenu(control, deviceLink, page);
+    for (int control = 0; control < ZRButtonMap::buttonCount; ++control) {
+        ComboMenuSettings(settings, control).upgrade();
+    }
+}
+
+void ActionMenus::add(int control, const QRect &place, QObject *deviceLink, QWidget *page, Settings &settings)
+{
+    auto *menu = new ComboMenu(control, deviceLink, page, settings);
     menu->setGeometry(place);
     connect(menu, &ComboMenu::onActionChanged, this, &ActionMenus::onActionChanged);
     connect(menu, &ComboMenu::assignmentChanged, this,

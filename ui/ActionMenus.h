@@ -9,6 +9,7 @@
 #include <memory>
 
 class ComboMenu;
+class Settings;
 
 /// The ten action menus as one: together they hold the mapping that the page shows.
 class ActionMenus : public QObject
@@ -19,9 +20,12 @@ class ActionMenus : public QObject
 public:
     using Menus = std::array<ComboMenu *, ZRButtonMap::buttonCount>;
 
-    /// The menus are @p page's, as is this object. They hold what the user's settings do. See ComboMenu for
+    /// The menus are @p page's, as is this object. They hold what @p settings do. See ComboMenu for
     /// @p deviceLink.
-    ActionMenus(QObject *deviceLink, QWidget *page);
+    ActionMenus(QObject *deviceLink, QWidget *page, Settings &settings);
+
+    /// Brings the assignments that an older version stored into today's form; for before the menus are made.
+    static void upgrade(Settings &settings);
 
     const Menus &menus() const { return m_menus; }
 
@@ -45,7 +49,7 @@ Q_SIGNALS:
     void assignmentChanged(int control, int layer, const shortCut &assignment);
 
 private:
-    void add(int control, const QRect &place, QObject *deviceLink, QWidget *page);
+    void add(int control, const QRect &place, QObject *deviceLink, QWidget *page, Settings &settings);
 
     Menus m_menus{};
     bool m_loading = false;

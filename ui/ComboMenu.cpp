@@ -34,19 +34,18 @@ bool says(const QString &text, const char *words)
 
 } // namespace
 
-ComboMenu::ComboMenu(int id, QObject *deviceLink, QWidget *parent)
+ComboMenu::ComboMenu(int id, QObject *deviceLink, QWidget *parent, Settings &settings)
     : ComboMenuBar(menuSize, parent)
     , m_title(nullptr)
     , m_layers(nullptr)
     , m_deviceLink(deviceLink)
     , m_id(id)
-    , m_settings(id)
+    , m_settings(settings, id)
 {
     setAccessibleName(tr("Button %1").arg(id));
     buildLabels();
     buildMenu();
 
-    m_settings.upgrade();
     for (int layer = 0; layer < layerCount; ++layer) {
         const auto index = static_cast<std::size_t>(layer);
         m_assignments.at(index) = m_settings.read(layer);

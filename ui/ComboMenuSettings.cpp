@@ -1,6 +1,6 @@
 #include "ui/ComboMenuSettings.h"
 
-#include "app/frame/AppInfo.h"
+#include "engine/Settings.h"
 #include "mapping/SpecialAction.h"
 #include "mapping/ZRButtonMap.h"
 #include "ui/ActionKeys.h"
@@ -16,8 +16,9 @@ constexpr int oldMidiAction = 20;
 
 } // namespace
 
-ComboMenuSettings::ComboMenuSettings(int control)
-    : m_control(control)
+ComboMenuSettings::ComboMenuSettings(Settings &settings, int control)
+    : m_settings(settings)
+    , m_control(control)
 {
 }
 
@@ -33,11 +34,6 @@ QString ComboMenuSettings::key(int layer, const QString &field) const
 
 void ComboMenuSettings::upgrade()
 {
-    const QString lastUsedBy = m_settings.value(QStringLiteral("ZR.ver")).toString();
-    // A comparison of texts, as everywhere with this key.
-    if (QString::compare(lastUsedBy, QLatin1String(AppInfo::version)) >= 0) {
-        return;
-    }
     for (int layer = 0; layer < ZRButtonMap::layerCount; ++layer) {
         const QString first = key(layer, "key1");
         const int key1 = m_settings.value(first).toInt();

@@ -2,21 +2,22 @@
 
 #include "mapping/ShortCut.h"
 
-#include <QSettings>
+#include <QString>
+
+class Settings;
 
 /// What the user's settings hold of one control: its assignment in each layer, under the names of ActionKeys.
 ///
-/// Written values reach the file when control returns to the event loop, or with this object's end.
+/// Written values reach the file when control returns to the event loop.
 class ComboMenuSettings
 {
     Q_DISABLE_COPY_MOVE(ComboMenuSettings)
 
 public:
-    /// @p control is 0 to 9.
-    explicit ComboMenuSettings(int control);
+    /// @p control is 0 to 9. @p settings must outlive this object.
+    ComboMenuSettings(Settings &settings, int control);
 
-    /// Brings what an older version of the program has stored into today's form. Does nothing when the
-    /// settings were last used by this version or a newer one.
+    /// Brings what an older version of the program has stored into today's form.
     void upgrade();
 
     /// The stored assignment. What is not stored has the value that a new entry has.
@@ -32,6 +33,6 @@ private:
     QString key(int layer, const char *field) const;
     QString key(int layer, const QString &field) const;
 
+    Settings &m_settings;
     const int m_control;
-    QSettings m_settings;
 };

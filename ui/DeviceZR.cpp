@@ -7,6 +7,7 @@
 #include "engine/EventDispatcher.h"
 #include "engine/KnobSettings.h"
 #include "engine/LaunchOnStartup.h"
+#include "engine/Settings.h"
 #include "mapping/LibraryKeeper.h"
 #include "net/MapUpdate.h"
 #include "ui/ActionMenus.h"
@@ -43,7 +44,13 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
     buildPicture();
     m_notices = new MapNotices(this);
     buildSelector();
-    m_menus = new ActionMenus(serial, this);
+    // The version is read before the menus, and written when all of the page stands: a start that ended in
+    // between upgrades again.
+    const QString version = QLatin1String(AppInfo::version);
+    if (Settings::isOlder(*m_parts.settings, version)) {
+        ActionMenus::upgrade(*m_parts.settings);
+    }
+    m_menus = new ActionMenus(serial, this, *m_parts.settings);
     PageTexts::addAll(*this, m_parts.midiPortName);
     buildStartupBox();
     buildSliders();
@@ -56,7 +63,7 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
     orderFocus();
     loadMappings();
 
-    m_settings.setValue(QStringLiteral("ZR.ver"), QLatin1String(AppInfo::version));
+    m_parts.settings->setUsedBy(version);
 }
 
 DeviceZR::~DeviceZR() = default;

@@ -6,7 +6,6 @@
 #include "mapping/XmlMappingWriter.h"
 #include "mapping/ZRButtonMap.h"
 
-#include <QSettings>
 #include <QString>
 
 #include <memory>
@@ -25,6 +24,7 @@ class QCheckBox;
 class QNetworkReply;
 class QSlider;
 class SerialProtocol;
+class Settings;
 
 /// The device's page: what each control does in each layer, and the mapping in use.
 ///
@@ -40,6 +40,7 @@ public:
     /// What the page works with. Everything must outlive it.
     struct Parts {
         EventDispatcher *dispatcher;
+        Settings *settings;
         KnobSettings *knobSettings;
         LaunchOnStartup *launchOnStartup;
         MapUpdate *mapUpdate;
@@ -102,7 +103,6 @@ private:
 
     Parts m_parts;
 
-    QSettings m_settings; // a lasting one writes from the event loop, and not at once
     XmlMappingReader m_reader;
     XmlMappingWriter m_writer;
 

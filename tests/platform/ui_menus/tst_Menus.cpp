@@ -1,4 +1,5 @@
 #include "app/frame/AppFonts.h"
+#include "engine/Settings.h"
 #include "tests/platform/ui_dialogs/XClient.h"
 #include "tests/support/xserver/XServer.h"
 #include "tests/unit/ui_menus/PopUp.h"
@@ -14,7 +15,6 @@
 #include <QLineEdit>
 #include <QProxyStyle>
 #include <QScreen>
-#include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QWindow>
@@ -101,6 +101,8 @@ private:
 
     const XServer &m_server;
     std::unique_ptr<XClient> m_user;
+    QTemporaryDir m_folder;
+    Settings m_settings{m_folder.filePath(QStringLiteral("settings.ini"))};
     QObject m_link;
     std::unique_ptr<QWidget> m_page;
     QList<ComboMenu *> m_menus;
@@ -121,7 +123,7 @@ void tst_Menus::init()
     drawing->setStyleSheet(QStringLiteral("background-image: url(:/icons/zr.png)"));
     m_menus.clear();
     for (int control = 0; control < ZRButtonMap::buttonCount; ++control) {
-        auto *menu = new ComboMenu(control, &m_link, m_page.get());
+        auto *menu = new ComboMenu(control, &m_link, m_page.get(), m_settings);
         menu->setGeometry(control < 5 ? 88 : 650, 239 + 47 * (control % 5), 160, 41);
         m_menus.append(menu);
     }
@@ -416,8 +418,6 @@ int main(int argc, char *argv[])
         return 1;
     }
     server.exportDisplay();
-    const QTemporaryDir settings;
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
     QApplication app(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("veltrix-test"));
     QCoreApplication::setApplicationName(QStringLiteral("menus"));

@@ -22,7 +22,6 @@ PageRig::PageRig()
     // No network: there is no such file.
     : mapUpdate(data.filePath(QStringLiteral("ZR.xml")), &store, QStringLiteral("file:///nonexistent/"))
 {
-    store.clear();
 }
 
 void PageRig::writeFile(const QString &name, const QByteArray &content)
@@ -41,8 +40,8 @@ QByteArray PageRig::readFile(const QString &name) const
 DeviceZR *PageRig::makePage(QWidget *parent, SerialProtocol *serial, ZRUpdater *updater)
 {
     return new DeviceZR(parent, serial,
-                        {engine.dispatcher.get(), &engine.settings, &launchOnStartup, &mapUpdate, updater,
-                         data.path(), QStringLiteral("Not Available")});
+                        {engine.dispatcher.get(), &store, &engine.settings, &launchOnStartup, &mapUpdate,
+                         updater, data.path(), QStringLiteral("Not Available")});
 }
 
 std::unique_ptr<SerialProtocol> PageRig::makeSerial()

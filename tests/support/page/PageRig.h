@@ -2,12 +2,12 @@
 
 #include "device/SerialProtocol.h"
 #include "engine/LaunchOnStartup.h"
+#include "engine/Settings.h"
 #include "engine/platform/AutostartEntry.h"
 #include "net/MapUpdate.h"
 #include "tests/support/script/EngineRig.h"
 #include "ui/DeviceZR.h"
 
-#include <QSettings>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -24,7 +24,7 @@ public:
 };
 
 /// The device page on an engine without a desktop, a device that the test plays, a data folder of its own,
-/// and a web service that does not answer. The application's settings are emptied.
+/// and a web service that does not answer.
 class PageRig
 {
     Q_DISABLE_COPY_MOVE(PageRig)
@@ -42,7 +42,7 @@ public:
     static std::unique_ptr<SerialProtocol> makeSerial();
 
     QTemporaryDir data;
-    QSettings store;
+    Settings store{data.filePath(QStringLiteral("settings.ini"))};
     EngineRig engine;
     MemoryAutostartEntry autostart;
     LaunchOnStartup launchOnStartup{autostart, QStringLiteral("/opt/veltrix/veltrix")};

@@ -5,6 +5,7 @@
 #include "engine/InputLedger.h"
 #include "engine/KnobSettings.h"
 #include "engine/MidiActions.h"
+#include "engine/Settings.h"
 #include "engine/platform/recording/Recorder.h"
 #include "engine/platform/recording/RecordingAppearance.h"
 #include "engine/platform/recording/RecordingInjector.h"
@@ -13,7 +14,6 @@
 #include "tests/support/script/ManualClock.h"
 #include "tests/support/script/Script.h"
 
-#include <QSettings>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -40,7 +40,7 @@ public:
     InputLedger ledger{injector, appearance};
     ManualClock clock;
     QTemporaryDir directory;
-    QSettings stored{directory.filePath(QStringLiteral("settings.ini")), QSettings::IniFormat};
+    Settings stored{directory.filePath(QStringLiteral("settings.ini"))};
     KnobSettings settings{stored};
     MidiOutPort midiPort;
     MidiActions midi{midiPort};

@@ -43,6 +43,7 @@ private Q_SLOTS:
     void whatIsNotKeptIsSaidAndKeptOnRequest();
     void savingTwiceUnderANameListsBothAndDeletingTakesTheFirst();
     void setMappingActsButWritesNothing();
+    void anOlderVersionsActionsAreUpgradedOnce();
     void versionIsStoredWhenThePageIsBuilt();
     void startupBoxFollowsTheEntryWheneverThePageShows();
     void dimmingEndsWhenADialogHides();
@@ -385,10 +386,23 @@ void tst_DeviceZR::setMappingActsButWritesNothing()
     QVERIFY(m_page->findChild<QLabel *>(QStringLiteral("notKept"))->isVisible());
 }
 
+void tst_DeviceZR::anOlderVersionsActionsAreUpgradedOnce()
+{
+    const QString key = QStringLiteral("tonAction.Normal.key1");
+    m_rig->store.setValue(QStringLiteral("ZR.ver"), QStringLiteral("1.09"));
+    m_rig->store.setValue(key, 17);
+    makePage();
+    QCOMPARE(m_rig->store.value(key).toInt(), SPECIAL_ACTION);
+    QCOMPARE(menu(3)->assignment(0).key1, SPECIAL_ACTION);
+    m_rig->store.setValue(key, 17); // by this version, so it is meant
+    makePage();
+    QCOMPARE(m_rig->store.value(key).toInt(), 17);
+}
+
 void tst_DeviceZR::versionIsStoredWhenThePageIsBuilt()
 {
     makePage();
-    QCOMPARE(QSettings().value(QStringLiteral("ZR.ver")).toString(), QStringLiteral("1.10"));
+    QCOMPARE(m_rig->store.value(QStringLiteral("ZR.ver")).toString(), QStringLiteral("1.10"));
 }
 
 void tst_DeviceZR::startupBoxFollowsTheEntryWheneverThePageShows()
@@ -504,10 +518,6 @@ void tst_DeviceZR::everyControlHasANameForScreenReaders()
 
 int main(int argc, char *argv[])
 {
-    const QTemporaryDir home;
-    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
-    QCoreApplication::setApplicationName(QStringLiteral("tst_DeviceZR"));
-    QCoreApplication::setOrganizationName(QStringLiteral("tests"));
     const QApplication application(argc, argv);
     AppFonts::load();
     tst_DeviceZR test;

@@ -118,10 +118,6 @@ void tst_PageByKeyboard::printerButtonIsDimmedWhileItsDialogIsOpen()
 
 int main(int argc, char *argv[])
 {
-    const QTemporaryDir home;
-    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
-    QCoreApplication::setApplicationName(QStringLiteral("tst_PageByKeyboard"));
-    QCoreApplication::setOrganizationName(QStringLiteral("tests"));
     const QApplication application(argc, argv);
     AppFonts::load();
     tst_PageByKeyboard test;

@@ -259,10 +259,6 @@ void tst_ZRMainWindow::unplugSlidesBackAtOnce()
 
 int main(int argc, char *argv[])
 {
-    const QTemporaryDir home;
-    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
-    QCoreApplication::setApplicationName(QStringLiteral("tst_ZRMainWindow"));
-    QCoreApplication::setOrganizationName(QStringLiteral("tests"));
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     tst_ZRMainWindow test;

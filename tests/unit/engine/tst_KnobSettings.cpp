@@ -1,6 +1,6 @@
 #include "engine/KnobSettings.h"
+#include "engine/Settings.h"
 
-#include <QSettings>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -20,10 +20,7 @@ private Q_SLOTS:
 
 private:
     QString path() const { return m_directory->filePath(QStringLiteral("store.ini")); }
-    void write(const QString &key, const QVariant &value)
-    {
-        QSettings(path(), QSettings::IniFormat).setValue(key, value);
-    }
+    void write(const QString &key, const QVariant &value) { Settings(path()).setValue(key, value); }
 
     std::unique_ptr<QTemporaryDir> m_directory;
 };
@@ -36,7 +33,7 @@ void tst_KnobSettings::init()
 
 void tst_KnobSettings::missingValuesReadAsOne()
 {
-    QSettings stored(path(), QSettings::IniFormat);
+    Settings stored(path());
     const KnobSettings settings(stored);
     QCOMPARE(settings.sensitivityNormal(), 1);
     QCOMPARE(settings.sensitivityShift1(), 1);
@@ -47,7 +44,7 @@ void tst_KnobSettings::storedValuesAreRead()
 {
     write(QStringLiteral("Slider.Normal"), 80);
     write(QStringLiteral("Slider.Shift1"), 30);
-    QSettings stored(path(), QSettings::IniFormat);
+    Settings stored(path());
     const KnobSettings settings(stored);
     QCOMPARE(settings.sensitivityNormal(), 80);
     QCOMPARE(settings.sensitivityShift1(), 30);
@@ -71,7 +68,7 @@ void tst_KnobSettings::brokenValuesReadAsTheNearest()
     QFETCH(int, read);
     write(QStringLiteral("Slider.Normal"), stored);
     write(QStringLiteral("Slider.Shift1"), stored);
-    QSettings store(path(), QSettings::IniFormat);
+    Settings store(path());
     const KnobSettings settings(store);
     QCOMPARE(settings.sensitivityNormal(), read);
     QCOMPARE(settings.sensitivityShift1(), read);
@@ -79,7 +76,7 @@ void tst_KnobSettings::brokenValuesReadAsTheNearest()
 
 void tst_KnobSettings::aNewValueIsOnTheDiskAtOnceAndComesBack()
 {
-    QSettings stored(path(), QSettings::IniFormat);
+    Settings stored(path());
     KnobSettings settings(stored);
     settings.setKnobSensitivityNormal(80);
     settings.setKnobSensitivityShift1(20);
@@ -91,13 +88,13 @@ void tst_KnobSettings::aNewValueIsOnTheDiskAtOnceAndComesBack()
     QVERIFY2(content.contains("Slider.Normal=80"), content.constData());
     QVERIFY2(content.contains("Slider.Shift1=20"), content.constData());
 
-    QSettings again(path(), QSettings::IniFormat);
+    Settings again(path());
     QCOMPARE(KnobSettings(again).sensitivityNormal(), 80);
 }
 
 void tst_KnobSettings::aNewValueOutOfRangeDividesByTheNearest()
 {
-    QSettings stored(path(), QSettings::IniFormat);
+    Settings stored(path());
     KnobSettings settings(stored);
     settings.setKnobSensitivityNormal(0);
     settings.setKnobSensitivityShift1(-3);
@@ -111,7 +108,7 @@ void tst_KnobSettings::aNewValueOutOfRangeDividesByTheNearest()
 
 void tst_KnobSettings::eachLayerHasItsDivisor()
 {
-    QSettings stored(path(), QSettings::IniFormat);
+    Settings stored(path());
     KnobSettings settings(stored);
     settings.setKnobSensitivityNormal(10);
     settings.setKnobSensitivityShift1(20);

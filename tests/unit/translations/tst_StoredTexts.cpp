@@ -140,9 +140,8 @@ Stored tst_StoredTexts::chooseEverything()
     window.show();
     choose(page);
 
-    QSettings settings;
-    settings.sync();
-    QFile file(settings.fileName());
+    rig.store.sync();
+    QFile file(rig.store.fileName());
     Stored stored;
     stored.settings = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     stored.workingCopy = rig.readFile(QStringLiteral("current.xml"));
@@ -171,10 +170,6 @@ void tst_StoredTexts::areTheSameInEveryLanguage()
 
 int main(int argc, char *argv[])
 {
-    const QTemporaryDir home;
-    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
-    QCoreApplication::setApplicationName(QStringLiteral("tst_StoredTexts"));
-    QCoreApplication::setOrganizationName(QStringLiteral("tests"));
     const QApplication application(argc, argv);
     AppFonts::load();
     tst_StoredTexts test;

@@ -281,10 +281,6 @@ void tst_TextsFit::everywhere()
 
 int main(int argc, char *argv[])
 {
-    const QTemporaryDir home;
-    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
-    QCoreApplication::setApplicationName(QStringLiteral("tst_TextsFit"));
-    QCoreApplication::setOrganizationName(QStringLiteral("tests"));
     const QApplication application(argc, argv);
     AppFonts::load();
     tst_TextsFit test;

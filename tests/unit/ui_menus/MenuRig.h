@@ -1,10 +1,12 @@
 #pragma once
 
+#include "engine/Settings.h"
+#include "ui/ActionMenus.h"
 #include "ui/ComboMenu.h"
 #include "ui/MidiMenu.h"
 #include "ui/ShortcutKey.h"
 
-#include <QCoreApplication>
+#include <QFile>
 #include <QMap>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -21,18 +23,14 @@ public:
     /// Makes the menu of @p control. With @p prepare, the settings file is filled before.
     explicit MenuRig(int control = 3, bool device = true, const QMap<QString, QVariant> &prepared = {})
     {
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_folder.path());
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.path());
-        QCoreApplication::setOrganizationName(QStringLiteral("{Brimwell Labs}"));
-        QCoreApplication::setApplicationName(QStringLiteral("{Veltrix}"));
-        {
-            QSettings settings;
-            for (auto it = prepared.begin(); it != prepared.end(); ++it) {
-                settings.setValue(it.key(), it.value());
-            }
+        for (auto it = prepared.begin(); it != prepared.end(); ++it) {
+            m_settings.setValue(it.key(), it.value());
+        }
+        if (Settings::isOlder(m_settings, QStringLiteral("1.10"))) { // as the page does
+            ActionMenus::upgrade(m_settings);
         }
         m_page.resize(900, 650);
-        m_menu = new ComboMenu(control, device ? &m_link : nullptr, &m_page);
+        m_menu = new ComboMenu(control, device ? &m_link : nullptr, &m_page, m_settings);
         m_menu->move(88, 239);
         QObject::connect(m_menu, &ComboMenu::assignmentChanged, m_menu, [this](int layer, const shortCut &a) {
             m_assignments.append(QStringLiteral("%1: %2 %3 %4 %5")
@@ -47,6 +45,7 @@ public:
 
     QWidget &page() { return m_page; }
     ComboMenu &menu() { return *m_menu; }
+    Settings &settings() { return m_settings; }
     ShortcutKey &shortcutKey() { return *m_page.findChild<ShortcutKey *>(); }
     MidiMenu &midiMenu() { return *m_page.findChild<MidiMenu *>(); }
 
@@ -79,14 +78,14 @@ private:
     // A copy, read from nothing but the file: an open store would be shared within the program.
     std::unique_ptr<QSettings> settingsFile()
     {
-        QSettings settings;
-        settings.sync();
+        m_settings.sync();
         const QString copy = m_folder.filePath(QStringLiteral("copy%1.ini").arg(++m_copies));
-        QFile::copy(settings.fileName(), copy);
+        QFile::copy(m_settings.fileName(), copy);
         return std::make_unique<QSettings>(copy, QSettings::IniFormat);
     }
 
     QTemporaryDir m_folder;
+    Settings m_settings{m_folder.filePath(QStringLiteral("settings.ini"))};
     int m_copies = 0;
     QObject m_link;
     QWidget m_page;

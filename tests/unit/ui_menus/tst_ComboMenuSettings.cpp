@@ -55,7 +55,7 @@ void tst_ComboMenuSettings::assignmentsComeBackAtTheNextStart()
     rig.menu().loadMidiKnob(1, 3, 60, 100, 5, true, false, 20, false, false, true);
     QWidget page;
     QObject link;
-    const ComboMenu again(3, &link, &page);
+    const ComboMenu again(3, &link, &page, rig.settings());
     QCOMPARE(again.assignment(0), rig.menu().assignment(0));
     QCOMPARE(again.assignment(1), rig.menu().assignment(1));
     QCOMPARE(again.assignment(2), shortCut());

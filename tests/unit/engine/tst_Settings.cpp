@@ -1,0 +1,121 @@
+#include "engine/Settings.h"
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <memory>
+
+class tst_Settings : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void writtenValuesComeBack();
+    void aFailedWriteIsToldOnceAndTakenBackByTheFact();
+    void aFailureInTheEventLoopIsToldToo();
+    void olderIsAComparisonOfTexts_data();
+    void olderIsAComparisonOfTexts();
+
+private:
+    // A file stands where the store's folder would have to be: nobody can write there, root included.
+    void block() const
+    {
+        QFile file(m_folder->filePath(QStringLiteral("store")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+    }
+    void unblock() const { QVERIFY(QFile::remove(m_folder->filePath(QStringLiteral("store")))); }
+    QString path() const { return m_folder->filePath(QStringLiteral("store/settings.ini")); }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void tst_Settings::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_folder->isValid());
+}
+
+void tst_Settings::writtenValuesComeBack()
+{
+    Settings settings(path());
+    settings.setValue(QStringLiteral("key"), 5);
+    QVERIFY(settings.write());
+    QVERIFY(settings.isWritten());
+    QFile file(path());
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll().contains("key=5"));
+}
+
+void tst_Settings::aFailedWriteIsToldOnceAndTakenBackByTheFact()
+{
+    block();
+    Settings settings(path());
+    const QSignalSpy changed(&settings, &Settings::writtenChanged);
+    QTest::ignoreMessage(QtWarningMsg,
+                         qPrintable(QStringLiteral("The settings cannot be written: ") + path()));
+    settings.setValue(QStringLiteral("key"), 5);
+    QVERIFY(!settings.write());
+    settings.setValue(QStringLiteral("other"), 6);
+    QVERIFY(!settings.write());
+    QVERIFY(!settings.isWritten());
+    QCOMPARE(changed.size(), 1);
+    QCOMPARE(changed.constFirst().constFirst().toBool(), false);
+    QCOMPARE(settings.value(QStringLiteral("key")).toInt(), 5); // goes on with what was chosen
+
+    unblock();
+    QVERIFY(settings.write());
+    QVERIFY(settings.isWritten());
+    QCOMPARE(changed.size(), 2);
+    QCOMPARE(changed.constLast().constFirst().toBool(), true);
+    QFile file(path());
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray content = file.readAll();
+    QVERIFY2(content.contains("key=5") && content.contains("other=6"), content.constData());
+}
+
+void tst_Settings::aFailureInTheEventLoopIsToldToo()
+{
+    block();
+    Settings settings(path());
+    const QSignalSpy changed(&settings, &Settings::writtenChanged);
+    QTest::ignoreMessage(QtWarningMsg,
+                         qPrintable(QStringLiteral("The settings cannot be written: ") + path()));
+    settings.setValue(QStringLiteral("key"), 5);
+    QCOMPARE(changed.size(), 0);
+    QCoreApplication::processEvents();
+    QCOMPARE(changed.size(), 1);
+    unblock();
+    settings.setValue(QStringLiteral("key"), 6);
+    QCoreApplication::processEvents();
+    QCOMPARE(changed.size(), 2);
+    QVERIFY(QFile::exists(path()));
+}
+
+void tst_Settings::olderIsAComparisonOfTexts_data()
+{
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<bool>("older");
+    QTest::newRow("nothing stored") << QString() << true;
+    QTest::newRow("older") << QStringLiteral("1.09") << true;
+    QTest::newRow("the same") << QStringLiteral("1.10") << false;
+    QTest::newRow("newer") << QStringLiteral("1.11") << false;
+    QTest::newRow("newer as a text only") << QStringLiteral("1.9") << false;
+    QTest::newRow("older as a text only") << QStringLiteral("0010.0") << true;
+}
+
+void tst_Settings::olderIsAComparisonOfTexts()
+{
+    QFETCH(QString, stored);
+    QFETCH(bool, older);
+    Settings settings(path());
+    if (!stored.isEmpty()) {
+        settings.setUsedBy(stored);
+    }
+    QCOMPARE(Settings::isOlder(settings, QStringLiteral("1.10")), older);
+}
+
+QTEST_GUILESS_MAIN(tst_Settings)
+#include "tst_Settings.moc"
