@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QLockFile>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QString>
@@ -9,7 +8,7 @@
 
 /// A private JACK server (jackd with its dummy driver) for one test. It ends with
 /// the object, and with the test program if that crashes. In each cycle it waits for clients that are late,
-/// so that on a busy machine messages come late instead of never.
+/// and cycles no faster than a busy machine keeps up with, so that there messages come late instead of never.
 ///
 /// One at a time on a machine, by a lock file: a user's servers share a database, and each deletes it when it
 /// ends. So all have the same name, and the next one gets the place of one that died.
@@ -19,7 +18,7 @@ class JackServer
 
 public:
     /// @p period in frames of 1/48000 s: how often the server cycles.
-    explicit JackServer(int period = 256);
+    explicit JackServer(int period = 1024);
     ~JackServer();
 
     /// True once the server takes clients. When false, error() says why.
@@ -48,7 +47,7 @@ private:
     void start(int period);
     void tidyUp();
 
-    QLockFile m_turn; // held as long as this object lives
+    int m_turn; // the lock file's descriptor, open as long as this object lives
     QString m_name;
     QString m_error;
     std::unique_ptr<QProcess> m_process;
