@@ -2,6 +2,7 @@
 
 #include "app/Translations.h"
 #include "app/frame/AppInfo.h"
+#include "device/TcpAddress.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -19,6 +20,9 @@ namespace
 /// stays what it is: "COM3" is no path.
 QString fromHere(const QString &port)
 {
+    if (TcpAddress::isMeant(port)) {
+        return port;
+    }
     const QFileInfo file(port);
     return !port.isEmpty() && (port.contains(QLatin1Char('/')) || file.exists()) ? file.absoluteFilePath()
                                                                                  : port;
@@ -29,7 +33,8 @@ QString fromHere(const QString &port)
 CommandLine CommandLine::parse(const QStringList &arguments, const QString &environmentPort)
 {
     const QCommandLineOption port(QStringLiteral("port"),
-                                  tr("Use this serial port as the device's for as long as it exists."),
+                                  tr("Use this serial port as the device's for as long as it exists. "
+                                     "tcp:127.0.0.1:PORT is a virtual device."),
                                   tr("path"));
     const QCommandLineOption verbose(QStringLiteral("verbose"), tr("Log every event."));
     // Not addHelpOption(), which would also promise --help-all: only the toolkit's own parsing answers that.
@@ -60,6 +65,13 @@ CommandLine CommandLine::parse(const QStringList &arguments, const QString &envi
     }
     result.port = fromHere(parser.isSet(port) ? parser.value(port) : environmentPort);
     result.verbose = parser.isSet(verbose);
+    if (result.request == Request::Run && TcpAddress::isMeant(result.port) &&
+        !TcpAddress::parse(result.port)) {
+        result.request = Request::Mistake;
+        result.message = tr("%1 is not on this computer: a virtual device is at tcp:127.0.0.1:PORT, with a "
+                            "port from 1 to 65535.")
+                             .arg(result.port);
+    }
     return result;
 }
 

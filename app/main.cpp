@@ -1,3 +1,4 @@
+#include "app/AppLog.h"
 #include "app/CommandLine.h"
 #include "app/Core.h"
 #include "app/DataDirectory.h"
@@ -7,7 +8,7 @@
 #include "app/UpdateDialog.h"
 #include "app/ZRMainWindow.h"
 #include "app/frame/AppInfo.h"
-#include "device/QtPortLister.h"
+#include "device/DevicePorts.h"
 #include "device/SerialProtocol.h"
 #include "mapping/LibraryKeeper.h"
 #include "net/MapUpdate.h"
@@ -38,7 +39,11 @@ int main(int argc, char *argv[])
         return commandLine.print();
     }
     Logging::start(commandLine.verbose);
-    auto portFinder = std::make_unique<PortFinder>(std::make_unique<QtPortLister>(), commandLine.port);
+    if (!DevicePorts::includeSerialPorts()) {
+        qCWarning(lcApp, "this build has no serial ports (VELTRIX_SERIAL_PORT=OFF): only a virtual device at "
+                         "--port tcp:127.0.0.1:PORT is reached");
+    }
+    DevicePorts ports = DevicePorts::at(commandLine.port);
     const QString data = DataDirectory::path();
     const QString library = data + QStringLiteral("/ZR.xml");
     DataDirectory::prepare(data, QCoreApplication::applicationDirPath());
@@ -59,7 +64,7 @@ int main(int argc, char *argv[])
     updater->configure(updates);
 
     ZRMainWindow window(
-        std::make_unique<SerialProtocol>(std::move(portFinder)),
+        std::make_unique<SerialProtocol>(std::move(ports.finder), std::move(ports.create)),
         [&](QWidget *parent, SerialProtocol *serial, ZRUpdater *pageUpdater) {
             return new DeviceZR(parent, serial,
                                 {&core.dispatcher(), &core.settings(), &core.knobSettings(),

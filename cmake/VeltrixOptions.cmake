@@ -4,6 +4,7 @@ include(CTest)
 option(VELTRIX_WARNINGS_AS_ERRORS "Treat compiler warnings as errors" OFF)
 option(VELTRIX_FUZZERS "Build the libFuzzer targets (needs clang)" OFF)
 option(VELTRIX_COVERAGE "Instrument for gcov" OFF)
+option(VELTRIX_SERIAL_PORT "Reach devices at serial ports; off: virtual devices only, a build for testing" ON)
 set(VELTRIX_SANITIZERS "" CACHE STRING "Value of -fsanitize=, for example address,undefined")
 
 set(VELTRIX_API_URL "http://api.veltrix.invalid/api/" CACHE STRING "Address of the web service, ending in /api/")

@@ -1,7 +1,7 @@
 #include "device/SerialProtocol.h"
 
 #include "device/DeviceLog.h"
-#include "device/QtSerialPort.h"
+#include "device/SystemPorts.h"
 
 #include <QMetaEnum>
 #include <QMutexLocker>
@@ -53,7 +53,7 @@ SerialProtocol::~SerialProtocol()
 
 SerialPortFactory SerialProtocol::defaultPortFactory()
 {
-    return &QtSerialPort::create;
+    return systemports::portFactory();
 }
 
 std::unique_ptr<SerialPort> SerialProtocol::newPort()

@@ -229,10 +229,6 @@
 <context>
     <name>CommandLine</name>
     <message>
-        <source>Use this serial port as the device&apos;s for as long as it exists.</source>
-        <translation>Diesen seriellen Anschluss als den des Geräts nehmen, solange es ihn gibt.</translation>
-    </message>
-    <message>
         <source>path</source>
         <translation>Pfad</translation>
     </message>
@@ -251,6 +247,14 @@
     <message>
         <source>Show this help.</source>
         <translation>Diese Hilfe zeigen.</translation>
+    </message>
+    <message>
+        <source>Use this serial port as the device&apos;s for as long as it exists. tcp:127.0.0.1:PORT is a virtual device.</source>
+        <translation>Diesen seriellen Anschluss als den des Geräts nehmen, solange es ihn gibt. tcp:127.0.0.1:PORT ist ein virtuelles Gerät.</translation>
+    </message>
+    <message>
+        <source>%1 is not on this computer: a virtual device is at tcp:127.0.0.1:PORT, with a port from 1 to 65535.</source>
+        <translation>%1 ist nicht auf diesem Rechner: Ein virtuelles Gerät steht unter tcp:127.0.0.1:PORT, mit einem Port von 1 bis 65535.</translation>
     </message>
 </context>
 <context>

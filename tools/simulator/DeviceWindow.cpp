@@ -80,7 +80,7 @@ QWidget *DeviceWindow::createPanel()
     auto *path = new QLabel(m_path);
     path->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     path->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    path->setToolTip(tr("Start the program with --port and this path"));
+    path->setToolTip(tr("Start the program with --port and this text"));
     m_reportLabel->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_reportLabel->setMinimumWidth(1);
     m_reportLabel->setToolTip(tr("The latest reports, the newest first"));

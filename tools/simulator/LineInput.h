@@ -5,8 +5,6 @@
 
 #include <memory>
 
-class QSocketNotifier;
-
 namespace simulator
 {
 
@@ -17,9 +15,12 @@ class LineInput : public QObject
     Q_DISABLE_COPY_MOVE(LineInput)
 
 public:
-    /// @p descriptor stays the caller's.
+    /// @p descriptor stays the caller's. On Windows it is the process' standard input, whatever is given.
     explicit LineInput(int descriptor, QObject *parent = nullptr);
     ~LineInput() override;
+
+    /// Whether somebody types there.
+    bool isTerminal() const;
 
 Q_SIGNALS:
     /// One line, without its end. @p number counts from 1.
@@ -29,13 +30,15 @@ Q_SIGNALS:
     void ended();
 
 private:
-    void read();
-    void tell(const QByteArray &text);
+    /// How the system is asked for input.
+    class Source;
 
-    int m_descriptor;
+    void take(const QByteArray &bytes);
+    void end();
+
     int m_number = 0;
     QByteArray m_buffer;
-    std::unique_ptr<QSocketNotifier> m_notifier;
+    std::unique_ptr<Source> m_source;
 };
 
 } // namespace simulator

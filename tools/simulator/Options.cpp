@@ -21,6 +21,7 @@ constexpr Definition definitions[] = {
     {"stay", "Stay plugged in after the end of the script or of standard input.", nullptr},
     {"unplugged", "Start with the cable out.", nullptr},
     {"link", "Publish the device as PATH instead of $XDG_RUNTIME_DIR/veltrix-simulator.", "PATH"},
+    {"listen", "Be at tcp:127.0.0.1:PORT instead, for programs on this computer (0: any free port).", "PORT"},
     {"timestamps", "Print \"sent NANOSECONDS REPORT\" (steady clock) for each report.", nullptr},
 };
 
@@ -61,6 +62,15 @@ Options parseOptions(const QStringList &arguments)
     if (isSet("link")) {
         options.link = parser.value(QStringLiteral("link"));
     }
+    if (isSet("listen")) {
+        bool ok = false;
+        options.listen = parser.value(QStringLiteral("listen")).toUShort(&ok);
+        if (!ok) {
+            options.error = text("--listen needs a port from 0 to 65535");
+        } else if (options.link) {
+            options.error = text("--link and --listen exclude each other");
+        }
+    }
     if (options.link && options.link->isEmpty()) {
         options.error = text("--link needs a path");
     }
@@ -73,8 +83,8 @@ QString helpText()
     QString help = text(
         "Usage: veltrix-simulator [options]\n"
         "\n"
-        "A virtual control surface: ten buttons and a touch knob at a pseudo-terminal. Start the program\n"
-        "with --port and the path that is printed here, then use the device in the window.\n"
+        "A virtual control surface: ten buttons and a touch knob at a pseudo-terminal or a local TCP port.\n"
+        "Start the program with --port and what is printed here, then use the device in the window.\n"
         "\n"
         "Options:\n");
     for (const Definition &definition : definitions) {
@@ -98,7 +108,7 @@ QString helpText()
              "  raw HEX              send these bytes\n"
              "  # ...                a comment\n"
              "The first report waits up to 3 s for a program to open the port. What happens to the port is\n"
-             "printed as \"plugged PATH\", \"opened\", \"closed\" and \"unplugged\".\n"
+             "printed as \"plugged PORT\", \"opened\", \"closed\" and \"unplugged\".\n"
              "\n"
              "Status: 0 done, 1 the port cannot be made, 2 a mistake in the command line, the script or the\n"
              "input (in a terminal, a mistake in the input is only reported), 128 + N ended by signal N.\n");

@@ -18,8 +18,9 @@ struct Options {
     bool unplugged = false;  ///< start with the cable out
     bool timestamps = false; ///< tell the time of each report on standard output
     std::optional<QString> scriptFile;
-    std::optional<QString> link; ///< where to publish the device, instead of the usual place
-    QString error;               ///< what is wrong with the command line; empty when nothing is
+    std::optional<QString> link;   ///< where to publish the device, instead of the usual place
+    std::optional<quint16> listen; ///< the TCP port to be at, instead of a link; 0: any free one
+    QString error;                 ///< what is wrong with the command line; empty when nothing is
 };
 
 /// @p arguments includes the program's name.

@@ -2,15 +2,11 @@
 
 #include <QObject>
 
-#include <memory>
-
-class QSocketNotifier;
-
 namespace simulator
 {
 
-/// Turns SIGTERM, SIGINT and SIGHUP into a Qt signal. One per process; the former handlers come back with its
-/// end.
+/// Turns SIGTERM, SIGINT and SIGHUP, and what comes in their place on Windows (Ctrl+C, a closed console),
+/// into a Qt signal. One per process; the former handlers come back with its end.
 class SignalWatcher : public QObject
 {
     Q_OBJECT
@@ -22,9 +18,6 @@ public:
 
 Q_SIGNALS:
     void raised(int number);
-
-private:
-    std::unique_ptr<QSocketNotifier> m_notifier;
 };
 
 } // namespace simulator

@@ -7,13 +7,14 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <unistd.h>
 
 namespace simulator
 {
 
 namespace
 {
+
+constexpr int standardInput = 0;
 
 void report(const QString &place, int line, const QString &message)
 {
@@ -65,8 +66,8 @@ void Simulation::start()
     m_clock.start();
     if (m_options.readInput) {
         m_inputEnded = false;
-        m_inputIsTerminal = ::isatty(STDIN_FILENO) != 0;
-        m_input = std::make_unique<LineInput>(STDIN_FILENO);
+        m_input = std::make_unique<LineInput>(standardInput);
+        m_inputIsTerminal = m_input->isTerminal();
         connect(m_input.get(), &LineInput::line, this, &Simulation::onLine);
         connect(m_input.get(), &LineInput::ended, this, [this] {
             m_inputEnded = true;

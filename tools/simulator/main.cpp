@@ -1,8 +1,6 @@
+#include "tools/simulator/Cable.h"
 #include "tools/simulator/DeviceWindow.h"
 #include "tools/simulator/Options.h"
-#include "tools/simulator/PrivateDirectory.h"
-#include "tools/simulator/PtyPort.h"
-#include "tools/simulator/PublishedLink.h"
 #include "tools/simulator/SignalWatcher.h"
 #include "tools/simulator/Simulation.h"
 #include "tools/simulator/VirtualDevice.h"
@@ -10,7 +8,6 @@
 #include <QApplication>
 
 #include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <memory>
 
@@ -41,15 +38,6 @@ std::unique_ptr<QCoreApplication> createApplication(bool window, int &argc, char
     return std::make_unique<QApplication>(argc, argv);
 }
 
-QString linkPath(const simulator::Options &options, QString &error)
-{
-    if (options.link) {
-        return *options.link;
-    }
-    const QString directory = simulator::privateDirectory(error);
-    return directory.isEmpty() ? QString() : directory + QStringLiteral("/veltrix-simulator");
-}
-
 void printReports(simulator::VirtualDevice &device)
 {
     QObject::connect(&device, &simulator::VirtualDevice::reported, &device, [](const QByteArray &message) {
@@ -64,15 +52,13 @@ void printReports(simulator::VirtualDevice &device)
 
 int main(int argc, char **argv)
 {
-    std::signal(SIGPIPE, SIG_IGN);
     QStringList arguments;
     for (int i = 0; i < argc; ++i) {
         arguments.append(QString::fromLocal8Bit(argv[i]));
     }
     const simulator::Options options = simulator::parseOptions(arguments);
     const bool window = options.window && options.error.isEmpty() && !options.help && !options.version;
-    if (window && qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
-        qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+    if (window && !simulator::hasDisplay()) {
         return fail(1, QStringLiteral("no display for the window; see --script and --stdin in --help"));
     }
     const auto application = createApplication(window, argc, argv);
@@ -89,19 +75,17 @@ int main(int argc, char **argv)
     }
 
     QString error;
-    const QString path = linkPath(options, error);
-    if (path.isEmpty()) {
+    const auto cable = simulator::createCable(options, error);
+    if (!cable) {
         return fail(1, error);
     }
-    simulator::PublishedLink link(path);
-    simulator::PtyPort port(link);
-    simulator::VirtualDevice device(port);
+    simulator::VirtualDevice device(*cable);
     simulator::Simulation simulation(options, device);
     if (const int status = simulation.load(); status != 0) {
         return status;
     }
-    if (!link.claim()) {
-        return fail(1, link.errorString());
+    if (!cable->claim()) {
+        return fail(1, cable->errorString());
     }
 
     simulator::SignalWatcher signalWatcher;
@@ -111,28 +95,29 @@ int main(int argc, char **argv)
     });
     QObject::connect(&simulation, &simulator::Simulation::finished, application.get(),
                      [](int status) { QCoreApplication::exit(status); });
-    QObject::connect(&port, &simulator::PtyPort::openedChanged, &device, [&device](bool opened) {
+    QObject::connect(cable.get(), &simulator::Cable::openedChanged, &device, [&device](bool opened) {
         print(stdout, opened ? QStringLiteral("opened\n") : QStringLiteral("closed\n"));
         device.portStateChanged();
     });
-    QObject::connect(&port, &simulator::PtyPort::overrun, &device,
+    QObject::connect(cable.get(), &simulator::Cable::overrun, &device,
                      [] { print(stderr, QStringLiteral("the program does not read: reports are lost\n")); });
-    QObject::connect(&port, &simulator::PtyPort::overrunEnded, &device, [](int count) {
+    QObject::connect(cable.get(), &simulator::Cable::overrunEnded, &device, [](int count) {
         print(stderr, QStringLiteral("the program reads again: %1 bytes were lost\n").arg(count));
     });
-    QObject::connect(&port, &simulator::PtyPort::pluggedChanged, &device, [&path](bool plugged) {
-        print(stdout, plugged ? QStringLiteral("plugged %1\n").arg(path) : QStringLiteral("unplugged\n"));
+    QObject::connect(cable.get(), &simulator::Cable::pluggedChanged, &device, [&cable](bool plugged) {
+        print(stdout,
+              plugged ? QStringLiteral("plugged %1\n").arg(cable->address()) : QStringLiteral("unplugged\n"));
     });
     if (options.timestamps) {
         printReports(device);
     }
 
     if (!options.unplugged && !device.setPlugged(true)) {
-        return fail(1, port.errorString());
+        return fail(1, cable->errorString());
     }
     std::unique_ptr<simulator::DeviceWindow> deviceWindow;
     if (window) {
-        deviceWindow = std::make_unique<simulator::DeviceWindow>(device, path);
+        deviceWindow = std::make_unique<simulator::DeviceWindow>(device, cable->address());
         deviceWindow->show();
     }
     simulation.start();

@@ -1,6 +1,6 @@
-#include "tools/simulator/PrivateDirectory.h"
-#include "tools/simulator/PtyPort.h"
-#include "tools/simulator/PublishedLink.h"
+#include "tools/simulator/posix/PrivateDirectory.h"
+#include "tools/simulator/posix/PtyPort.h"
+#include "tools/simulator/posix/PublishedLink.h"
 
 #include <QFileInfo>
 #include <QSignalSpy>
@@ -49,7 +49,6 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_directory;
     QString m_path;
-    std::unique_ptr<PublishedLink> m_link;
     std::unique_ptr<PtyPort> m_port;
 };
 
@@ -57,16 +56,14 @@ void tst_PtyPort::init()
 {
     m_directory = std::make_unique<QTemporaryDir>();
     m_path = m_directory->filePath(QStringLiteral("device"));
-    m_link = std::make_unique<PublishedLink>(m_path);
-    QVERIFY(m_link->claim());
-    m_port = std::make_unique<PtyPort>(*m_link);
+    m_port = std::make_unique<PtyPort>(m_path);
+    QVERIFY(m_port->claim());
     QVERIFY2(m_port->plug(), qPrintable(m_port->errorString()));
 }
 
 void tst_PtyPort::cleanup()
 {
     m_port.reset();
-    m_link.reset();
 }
 
 QByteArray tst_PtyPort::readAll(int descriptor)
@@ -241,7 +238,6 @@ void tst_PtyPort::theLinkOfALivingSimulatorIsNotTaken()
     m_port->unplug();
     QVERIFY(!other.claim());
     m_port.reset();
-    m_link.reset();
     QVERIFY(other.claim());
 }
 

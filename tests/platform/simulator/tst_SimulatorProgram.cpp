@@ -1,6 +1,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -27,6 +28,7 @@ private Q_SLOTS:
     void theUsualPlaceIsTheRuntimeDirectory();
     void withoutARuntimeDirectoryAPrivateOneIsMade();
     void unplugAndPlugOnStandardInput();
+    void aTcpPortInThePlaceOfTheLink();
     void wrongArgumentsEndWithStatusTwo();
     void helpAndVersionNeedNoDisplay();
     void withoutADisplayTheWindowIsRefused();
@@ -252,6 +254,27 @@ void tst_SimulatorProgram::unplugAndPlugOnStandardInput()
     process.closeWriteChannel();
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitCode(), 0);
+}
+
+void tst_SimulatorProgram::aTcpPortInThePlaceOfTheLink()
+{
+    QProcess process;
+    start(process, {QStringLiteral("--stdin"), QStringLiteral("--listen"), QStringLiteral("0")});
+    QTRY_VERIFY(process.canReadLine());
+    const QByteArray plugged = process.readLine();
+    QVERIFY2(plugged.startsWith("plugged tcp:127.0.0.1:"), plugged.constData());
+    QTcpSocket socket;
+    socket.connectToHost(QHostAddress(QHostAddress::LocalHost),
+                         plugged.trimmed().split(':').last().toUShort());
+    QVERIFY(socket.waitForConnected());
+    process.write("BP3\nBR3\n");
+    process.closeWriteChannel();
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 0);
+    QTRY_COMPARE(socket.state(), QAbstractSocket::UnconnectedState);
+    QCOMPARE(socket.readAll(), QByteArray("BP3\n\r\nBR3\n\r\n"));
+    QCOMPARE(process.readAllStandardOutput(), QByteArray("opened\nclosed\nunplugged\n"));
+    QVERIFY(!QFileInfo::exists(m_directory->filePath(QStringLiteral("veltrix-simulator"))));
 }
 
 void tst_SimulatorProgram::wrongArgumentsEndWithStatusTwo()

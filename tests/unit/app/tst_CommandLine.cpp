@@ -15,6 +15,7 @@ private Q_SLOTS:
     void theOptionWinsOverTheEnvironment();
     void aRelativePortIsTakenFromTheCurrentFolder();
     void aPortThatIsNoPathStaysAName();
+    void aVirtualDeviceIsTakenOnThisComputerOnly();
     void verboseIsOffUnlessAsked();
     void helpAndVersionAreAnswered();
     void anUnknownOptionIsAMistake();
@@ -65,6 +66,25 @@ void tst_CommandLine::aPortThatIsNoPathStaysAName()
     QCOMPARE(CommandLine::parse({QStringLiteral("veltrix")}, QStringLiteral("COM3")).port,
              QStringLiteral("COM3"));
     QCOMPARE(CommandLine::parse({QStringLiteral("veltrix")}, QString()).port, QString());
+}
+
+void tst_CommandLine::aVirtualDeviceIsTakenOnThisComputerOnly()
+{
+    const auto parse = [](const char *port) {
+        return CommandLine::parse({QStringLiteral("veltrix"), QStringLiteral("--port"), QLatin1String(port)},
+                                  QString());
+    };
+    QCOMPARE(parse("tcp:127.0.0.1:5000").request, CommandLine::Request::Run);
+    QCOMPARE(parse("tcp:127.0.0.1:5000").port, QStringLiteral("tcp:127.0.0.1:5000"));
+    for (const char *port : {"tcp:192.168.0.7:5000", "tcp:device/x:5000", "tcp:127.0.0.1:0"}) {
+        const CommandLine line = parse(port);
+        QCOMPARE(line.request, CommandLine::Request::Mistake);
+        QVERIFY2(line.message.startsWith(QLatin1String(port)), qPrintable(line.message));
+        QVERIFY2(line.message.contains(QLatin1String("127.0.0.1")), qPrintable(line.message));
+    }
+    const CommandLine environments =
+        CommandLine::parse({QStringLiteral("veltrix")}, QStringLiteral("tcp:192.168.0.7:5000"));
+    QCOMPARE(environments.request, CommandLine::Request::Mistake);
 }
 
 void tst_CommandLine::verboseIsOffUnlessAsked()

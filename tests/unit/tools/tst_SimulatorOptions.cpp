@@ -13,6 +13,7 @@ private Q_SLOTS:
     void scriptAndInputNeedNoWindow();
     void theWindowCanBeAskedForBesides();
     void theLinkIsTaken();
+    void thePortIsTaken();
     void mistakesAreTold_data();
     void mistakesAreTold();
     void theHelpNamesEveryOption();
@@ -51,10 +52,19 @@ void tst_SimulatorOptions::theLinkIsTaken()
     QCOMPARE(parse("--link /x/y").link.value(), QStringLiteral("/x/y"));
 }
 
+void tst_SimulatorOptions::thePortIsTaken()
+{
+    QVERIFY(!parse("").listen);
+    QCOMPARE(parse("--listen 5000").listen.value(), quint16(5000));
+    QCOMPARE(parse("--listen 0").listen.value(), quint16(0));
+    QVERIFY(parse("--listen 5000").window);
+}
+
 void tst_SimulatorOptions::mistakesAreTold_data()
 {
     QTest::addColumn<QString>("line");
-    for (const char *line : {"--scribt x", "--script", "file.txt", "--link="}) {
+    for (const char *line : {"--scribt x", "--script", "file.txt", "--link=", "--listen x", "--listen 65536",
+                             "--listen -1", "--listen 5000 --link /x"}) {
         QTest::newRow(line) << QString::fromLatin1(line);
     }
 }
@@ -68,7 +78,7 @@ void tst_SimulatorOptions::mistakesAreTold()
 void tst_SimulatorOptions::theHelpNamesEveryOption()
 {
     const QString help = simulator::helpText();
-    for (const char *name : {"--script", "--stdin", "--window", "--stay", "--unplugged", "--link",
+    for (const char *name : {"--script", "--stdin", "--window", "--stay", "--unplugged", "--link", "--listen",
                              "--timestamps", "--help", "--version"}) {
         QVERIFY2(help.contains(QLatin1String(name)), name);
     }

@@ -14,6 +14,7 @@ namespace
 {
 
 int pipeEnds[2] = {-1, -1};
+bool watching = false;
 
 void tell(int number)
 {
@@ -40,23 +41,26 @@ SignalWatcher::SignalWatcher(QObject *parent)
     if (::pipe2(pipeEnds, O_NONBLOCK | O_CLOEXEC) != 0) {
         return;
     }
-    m_notifier = std::make_unique<QSocketNotifier>(pipeEnds[0], QSocketNotifier::Read);
-    connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] {
+    watching = true;
+    auto *notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, [this] {
         unsigned char number = 0;
         if (::read(pipeEnds[0], &number, 1) == 1) {
             Q_EMIT raised(number);
         }
     });
     setHandlers(tell);
+    std::signal(SIGPIPE, SIG_IGN); // nobody reads what is printed: no reason to end
 }
 
 SignalWatcher::~SignalWatcher()
 {
-    if (!m_notifier) {
+    if (!watching) {
         return;
     }
+    watching = false;
     setHandlers(SIG_DFL);
-    m_notifier.reset();
+    qDeleteAll(findChildren<QSocketNotifier *>());
     ::close(pipeEnds[0]);
     ::close(pipeEnds[1]);
 }

@@ -1,4 +1,4 @@
-#include "tools/simulator/PtyPort.h"
+#include "tools/simulator/posix/PtyPort.h"
 
 #include <QDir>
 #include <QFile>
@@ -64,15 +64,23 @@ bool isOpenElsewhere(const QString &path)
 
 } // namespace
 
-PtyPort::PtyPort(PublishedLink &link, QObject *parent)
-    : QObject(parent)
-    , m_link(link)
+PtyPort::PtyPort(const QString &link)
+    : m_link(link)
 {
 }
 
 PtyPort::~PtyPort()
 {
     unplug();
+}
+
+bool PtyPort::claim()
+{
+    if (!m_link.claim()) {
+        m_error = m_link.errorString();
+        return false;
+    }
+    return true;
 }
 
 bool PtyPort::plug()

@@ -1,9 +1,7 @@
 #pragma once
 
-#include "tools/simulator/DevicePort.h"
-#include "tools/simulator/PublishedLink.h"
-
-#include <QObject>
+#include "tools/simulator/Cable.h"
+#include "tools/simulator/posix/PublishedLink.h"
 
 #include <memory>
 
@@ -14,14 +12,14 @@ namespace simulator
 
 /// A cable made of a pseudo-terminal: the program opens the slave, through the published link, as its serial
 /// port.
-class PtyPort final : public QObject, public DevicePort
+class PtyPort final : public Cable
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(PtyPort)
 
 public:
-    /// @p link must have been claimed and must outlive this object.
-    explicit PtyPort(PublishedLink &link, QObject *parent = nullptr);
+    /// The device is published as @p link once that has been claimed.
+    explicit PtyPort(const QString &link);
     ~PtyPort() override;
 
     bool plug() override;
@@ -31,24 +29,11 @@ public:
     void send(const QByteArray &bytes) override;
     bool isDelivered() const override;
     QString errorString() const override { return m_error; }
+    QString address() const override { return m_link.path(); }
+    bool claim() override;
 
     /// The slave's path; empty while unplugged.
     QString slavePath() const { return m_slavePath; }
-
-Q_SIGNALS:
-    void pluggedChanged(bool plugged);
-
-    /// A program has opened the port, or the last one has closed it.
-    void openedChanged(bool opened);
-
-    /// The program wrote to the device.
-    void received(const QByteArray &bytes);
-
-    /// The program has not read for so long that what is sent is lost from now on, until it reads again.
-    void overrun();
-
-    /// The program reads again; @p count bytes were lost.
-    void overrunEnded(int count);
 
 private:
     bool makeTerminal();
@@ -59,7 +44,7 @@ private:
     void writePending();
     bool fail(const char *what);
 
-    PublishedLink &m_link;
+    PublishedLink m_link;
     QString m_slavePath;
     QString m_error;
     QByteArray m_pending;

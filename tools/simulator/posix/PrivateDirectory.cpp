@@ -1,4 +1,4 @@
-#include "tools/simulator/PrivateDirectory.h"
+#include "tools/simulator/posix/PrivateDirectory.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "tools/simulator/PublishedLink.h"
+#include "tools/simulator/posix/PublishedLink.h"
 
 #include <QCoreApplication>
 #include <QFile>
