@@ -3,14 +3,14 @@
 #include "engine/EngineLog.h"
 #include "engine/InputLedger.h"
 #include "engine/KnobSettings.h"
-#include "engine/MidiSink.h"
+#include "engine/MidiActions.h"
 #include "mapping/SpecialAction.h"
 
 #include <QVector>
 
 #include <algorithm>
 
-EventDispatcher::EventDispatcher(InputLedger &ledger, Pointer &pointer, MidiSink &midi,
+EventDispatcher::EventDispatcher(InputLedger &ledger, Pointer &pointer, MidiActions &midi,
                                  const KnobSettings &settings, Clock &clock, QObject *parent)
     : QObject(parent)
     , m_ledger(ledger)

@@ -12,12 +12,12 @@
 
 class InputLedger;
 class KnobSettings;
-class MidiSink;
+class MidiActions;
 
 /// Carries out what the mapping says for each event of the device.
 ///
 /// The path of an event: SerialProtocol decodes a report line and calls a slot here; the control's record of
-/// the current layer is looked up; KeySynthesis, KnobPointer or the MidiSink carries it out, the first two
+/// the current layer is looked up; KeySynthesis, KnobPointer or the MidiActions carries it out, the first two
 /// through the InputLedger. All of it is done when the slot returns. Events are handled in the order of their
 /// arrival, on the GUI thread; an event that means nothing is dropped without a word.
 ///
@@ -31,7 +31,7 @@ class EventDispatcher : public QObject
 
 public:
     /// The arguments must outlive this object. Starts with an empty mapping.
-    EventDispatcher(InputLedger &ledger, Pointer &pointer, MidiSink &midi, const KnobSettings &settings,
+    EventDispatcher(InputLedger &ledger, Pointer &pointer, MidiActions &midi, const KnobSettings &settings,
                     Clock &clock, QObject *parent = nullptr);
     ~EventDispatcher() override;
 
@@ -94,7 +94,7 @@ private:
     void prepareKeys();
 
     InputLedger &m_ledger;
-    MidiSink &m_midi;
+    MidiActions &m_midi;
     const KnobSettings &m_settings;
     KeySynthesis m_keys;
     KnobPointer m_knob;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/MidiSink.h"
+#include "mapping/ShortCut.h"
 
 #include <QString>
 #include <QVector>
@@ -14,7 +14,7 @@ class MidiOutPort;
 /// Keeps a ledger of the notes that were begun by an action that also ends them on release, and have not been
 /// ended yet. Notes whose action sends nothing on release are meant to ring on and are not in it. The ledger
 /// watches; what is sent and in which order does not depend on it. Used on the GUI thread.
-class MidiActions final : public MidiSink
+class MidiActions
 {
     Q_DISABLE_COPY_MOVE(MidiActions)
 
@@ -29,16 +29,20 @@ public:
     /// notAvailable: messages then go nowhere. To be called once, at start.
     QString chooseOutputPort();
 
+    /// Sends the message of a button's MIDI action.
     /// Sends nothing on a release without @p v_off_enable, and nothing when @p cc is -1.
     /// Numbers are not checked: whatever their low 8 bits say is sent, channel 0 included.
-    void sendMidi(int ch, int cc, int v_on, int v_off, bool note, bool v_off_enable, bool pressing) override;
+    void sendMidi(int ch, int cc, int v_on, int v_off, bool note, bool v_off_enable, bool pressing);
 
+    /// A knob event in MIDI mode; @p action is the record that configures the knob.
     /// @p type is 'D' (touch: as a press), 'U' (release), 'L' or 'R' (a step); others do nothing.
-    void knobEvent(const shortCut &action, char type) override;
-    void resetKnobValue() override { m_knobValue = 0; }
+    void knobEvent(const shortCut &action, char type);
+
+    /// Puts the running value of the absolute encoding back to 0.
+    void resetKnobValue() { m_knobValue = 0; }
 
     /// Sends the note-off of every note in the ledger, oldest first, and empties it.
-    void releaseHeldNotes() override;
+    void releaseHeldNotes();
 
 private:
     using Message = std::array<unsigned char, 3>;

@@ -1,8 +1,7 @@
 #include "midi/JackMidi.h"
 
 #include "midi/JackServerWatch.h"
-#include "midi/RtMidiInBackend.h"
-#include "midi/RtMidiOutBackend.h"
+#include "midi/RtMidiBackend.h"
 #include "midi/StallGuard.h"
 
 std::unique_ptr<MidiBackend> openJackOutput()
@@ -11,7 +10,7 @@ std::unique_ptr<MidiBackend> openJackOutput()
         StallGuard::Guarded guarded;
         guarded.watch = JackServerWatch::connect();
         if (guarded.watch) {
-            guarded.backend = std::make_unique<RtMidiOutBackend>(RtMidi::UNIX_JACK);
+            guarded.backend = RtMidiBackend::openOutput(RtMidi::UNIX_JACK);
         }
         return guarded;
     });
@@ -22,7 +21,7 @@ std::unique_ptr<MidiBackend> openJackInput()
     return StallGuard::create([] {
         StallGuard::Guarded guarded;
         if (JackServerWatch::serverRuns()) {
-            guarded.backend = std::make_unique<RtMidiInBackend>(RtMidi::UNIX_JACK);
+            guarded.backend = RtMidiBackend::openInput(RtMidi::UNIX_JACK);
         }
         return guarded;
     });

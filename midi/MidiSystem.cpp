@@ -2,8 +2,7 @@
 
 #include "midi/JackMidi.h"
 #include "midi/MidiLog.h"
-#include "midi/RtMidiInBackend.h"
-#include "midi/RtMidiOutBackend.h"
+#include "midi/RtMidiBackend.h"
 
 #include <QFile>
 
@@ -23,15 +22,9 @@ void requireAlsaSequencer()
     }
 }
 
-template <typename Backend>
-std::unique_ptr<MidiBackend> openAlsa()
-{
-    requireAlsaSequencer();
-    return std::make_unique<Backend>(RtMidi::LINUX_ALSA);
-}
+using Backend = std::unique_ptr<MidiBackend>;
 
-template <typename Backend>
-std::vector<MidiSystem> compiledSystems(std::unique_ptr<MidiBackend> (*openJack)())
+std::vector<MidiSystem> compiledSystems(Backend (*open)(RtMidi::Api), Backend (*openJack)())
 {
     std::vector<RtMidi::Api> apis;
     RtMidi::getCompiledApi(apis);
@@ -45,9 +38,12 @@ std::vector<MidiSystem> compiledSystems(std::unique_ptr<MidiBackend> (*openJack)
         if (api == RtMidi::UNIX_JACK) {
             system.open = openJack;
         } else if (api == RtMidi::LINUX_ALSA) {
-            system.open = openAlsa<Backend>;
+            system.open = [open, api] {
+                requireAlsaSequencer();
+                return open(api);
+            };
         } else {
-            system.open = [api] { return std::make_unique<Backend>(api); };
+            system.open = [open, api] { return open(api); };
         }
         systems.push_back(system);
     }
@@ -88,10 +84,12 @@ std::unique_ptr<MidiBackend> openFirstWorking(const QString &purpose, const std:
 
 std::unique_ptr<MidiBackend> openMidiOutput()
 {
-    return openFirstWorking(QStringLiteral("MIDI output"), compiledSystems<RtMidiOutBackend>(openJackOutput));
+    return openFirstWorking(QStringLiteral("MIDI output"),
+                            compiledSystems(&RtMidiBackend::openOutput, openJackOutput));
 }
 
 std::unique_ptr<MidiBackend> openMidiInput()
 {
-    return openFirstWorking(QStringLiteral("MIDI input"), compiledSystems<RtMidiInBackend>(openJackInput));
+    return openFirstWorking(QStringLiteral("MIDI input"),
+                            compiledSystems(&RtMidiBackend::openInput, openJackInput));
 }
