@@ -2,6 +2,7 @@
 
 #include "app/AppLog.h"
 #include "app/frame/AppFonts.h"
+#include "app/frame/Look.h"
 #include "app/frame/SlidingStackedWidget.h"
 #include "app/frame/WelcomeWindow.h"
 #include "device/SerialProtocol.h"
@@ -44,7 +45,7 @@ ZRMainWindow::ZRMainWindow(std::unique_ptr<SerialProtocol> serial, const DeviceP
     // A tool tip takes its ground from the sheet of the page that it belongs to, and its text from here.
     QPalette toolTips = QToolTip::palette();
     toolTips.setColor(QPalette::ToolTipText, Qt::white);
-    toolTips.setColor(QPalette::ToolTipBase, QColor(0x53, 0x42, 0xd9));
+    toolTips.setColor(QPalette::ToolTipBase, Look::accent);
     QToolTip::setPalette(toolTips);
 
     setFixedSize(windowSize);

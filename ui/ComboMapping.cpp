@@ -1,11 +1,10 @@
 #include "ui/ComboMapping.h"
 
-#include "app/frame/FittingText.h"
+#include "app/frame/Look.h"
 #include "ui/SaveDialog.h"
 #include "ui/UiLog.h"
 
 #include <QFontMetrics>
-#include <QLabel>
 
 #include <utility>
 
@@ -54,12 +53,8 @@ void ComboMapping::buildLabels()
 {
     addPicture(rect(), barStyle);
     addPicture(arrowPlace, arrowStyle);
-    auto *title = new QLabel(this);
-    title->setGeometry(titlePlace);
-    title->setStyleSheet(titleStyle);
-    title->setFont(QFont(QStringLiteral("Segoe UI"), 12, QFont::Normal));
-    title->setAlignment(Qt::AlignCenter);
-    FittingText::show(title, tr("Mapping"));
+    Look::addText(this, tr("Mapping"), titlePlace, titleStyle, Look::font(Look::Face::Menu, 12),
+                  Qt::AlignCenter);
     finishLook();
 }
 

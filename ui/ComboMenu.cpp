@@ -1,5 +1,7 @@
 #include "ui/ComboMenu.h"
 
+#include "app/frame/ActionLabels.h"
+#include "app/frame/Look.h"
 #include "mapping/SpecialAction.h"
 #include "ui/ComboMenuEntries.h"
 #include "ui/ComboMenuLabel.h"
@@ -14,9 +16,6 @@ namespace
 
 constexpr QSize menuSize(160, 40);
 constexpr QPoint menuPlace(0, 40); // of the pop-up, below the widget
-
-// Keeps texts clear of the arrow.
-constexpr int arrowRoom = 18;
 
 // The dialog for MIDI tells a button's from the knob's by this.
 constexpr int buttonMidiOffset = 10;
@@ -60,16 +59,14 @@ void ComboMenu::buildLabels()
     addPicture({QPoint(0, 0), menuSize}, frameStyle);
     addPicture({142, 18, 13, 7}, arrowStyle);
 
-    const auto text = [this](const QRect &place, const QString &style, int pointSize, int weight) {
-        auto *label = new ComboMenuLabel(this);
-        label->setGeometry(place);
-        label->setContentsMargins(0, 0, arrowRoom, 0);
-        label->setStyleSheet(style);
-        label->setFont(QFont(QStringLiteral("Segoe UI"), pointSize, weight));
+    const auto text = [this](const QRect &place, const QString &style, const QFont &font) {
+        auto *label = Look::addPicture<ComboMenuLabel>(this, place, style);
+        label->setContentsMargins(0, 0, place.width() - ActionLabels::room, 0); // clear of the arrow
+        label->setFont(font);
         return label;
     };
-    m_title = text({10, 0, 150, 20}, titleStyle, 12, 75);
-    m_layers = text({10, 20, 150, 20}, layersStyle, 10, 50);
+    m_title = text({10, 0, 150, 20}, titleStyle, ActionLabels::titleFont());
+    m_layers = text({10, 20, 150, 20}, layersStyle, ActionLabels::layersFont());
     m_layers->setParts({QString(), QString()});
     finishLook();
 }

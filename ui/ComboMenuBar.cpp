@@ -1,12 +1,11 @@
 #include "ui/ComboMenuBar.h"
 
-#include "ui/AccessibleBar.h"
+#include "app/frame/AccessibleButton.h"
+#include "app/frame/FocusFrame.h"
+#include "app/frame/Look.h"
 
-#include <QAccessible>
-#include <QFrame>
 #include <QGraphicsOpacityEffect>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QMouseEvent>
 #include <QPointer>
 
@@ -14,9 +13,6 @@ namespace
 {
 
 constexpr qreal dimmedOpacity = 0.5;
-
-const QLatin1String focusStyle("background-color: rgba(0,0,0,0); border: 2px solid rgba(255,255,255,0.87);"
-                               "border-radius: 5px;");
 
 // The page's ground would reach into a tool tip, under black letters, and into the pictures' transparent
 // parts.
@@ -28,21 +24,14 @@ const QLatin1String ownStyle("QLabel { background-color: transparent; }"
 
 ComboMenuBar::ComboMenuBar(const QSize &size, QWidget *parent)
     : QWidget(parent)
-    , m_focusFrame(new QFrame(this))
+    , m_focusFrame(new FocusFrame(this))
     , m_dimming(new QGraphicsOpacityEffect(this))
 {
-    static const bool told = (QAccessible::installFactory(&AccessibleBar::create), true);
-    Q_UNUSED(told)
     resize(size);
     setFocusPolicy(Qt::TabFocus);
     setCursor(Qt::PointingHandCursor);
     setStyleSheet(ownStyle);
-
-    m_focusFrame->setObjectName(QStringLiteral("focus"));
-    m_focusFrame->setGeometry(rect());
-    m_focusFrame->setStyleSheet(focusStyle);
-    m_focusFrame->setAttribute(Qt::WA_TransparentForMouseEvents);
-    m_focusFrame->hide();
+    new AccessibleButton(this, QAccessible::ButtonMenu, [this] { dislayMenu(); });
 
     m_dimming->setOpacity(dimmedOpacity);
     m_dimming->setEnabled(false);
@@ -55,9 +44,7 @@ ComboMenuBar::~ComboMenuBar() = default;
 
 void ComboMenuBar::addPicture(const QRect &place, const QString &style)
 {
-    auto *label = new QLabel(this);
-    label->setGeometry(place);
-    label->setStyleSheet(style);
+    Look::addPicture(this, place, style);
 }
 
 void ComboMenuBar::finishLook()
@@ -109,26 +96,6 @@ void ComboMenuBar::keyPressEvent(QKeyEvent *event)
     default:
         QWidget::keyPressEvent(event);
     }
-}
-
-// Qt gives the first bar the focus when the window is activated: the frame is for who moves it there.
-void ComboMenuBar::focusInEvent(QFocusEvent *event)
-{
-    QWidget::focusInEvent(event);
-    if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason ||
-        event->reason() == Qt::ShortcutFocusReason) {
-        m_focusShown = true;
-    }
-    m_focusFrame->setVisible(m_focusShown);
-}
-
-void ComboMenuBar::focusOutEvent(QFocusEvent *event)
-{
-    QWidget::focusOutEvent(event);
-    if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason) {
-        m_focusShown = false;
-    }
-    m_focusFrame->hide();
 }
 
 // The page slides away under an open menu when the device is unplugged.

@@ -5,7 +5,7 @@
 #include <QMenu>
 #include <QWidget>
 
-class QFrame;
+class FocusFrame;
 class QGraphicsOpacityEffect;
 
 /// A bar that opens a pop-up menu: by a click, and by the keyboard when it has the focus. It is dimmed while
@@ -48,15 +48,12 @@ protected:
 
     void mousePressEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
-    void focusInEvent(QFocusEvent *event) override;
-    void focusOutEvent(QFocusEvent *event) override;
     void hideEvent(QHideEvent *event) override;
 
 private:
     ComboMenuStyle m_style; // outlives the menu
     QMenu m_menu;
-    QFrame *m_focusFrame;
+    FocusFrame *m_focusFrame;
     QGraphicsOpacityEffect *m_dimming;
     bool m_menuOpen = false;
-    bool m_focusShown = false; // the focus was moved here by the keyboard
 };

@@ -1,5 +1,7 @@
 #include "ui/ComboMenuLabel.h"
 
+#include "app/frame/ActionLabels.h"
+
 #include <QFontMetrics>
 #include <QPainter>
 #include <QVector>
@@ -10,7 +12,7 @@
 namespace
 {
 
-const QLatin1String bar(" | ");
+const QLatin1String bar(ActionLabels::separator);
 
 } // namespace
 

@@ -1,5 +1,7 @@
 #include "ui/ComboMenuStyle.h"
 
+#include "app/frame/Look.h"
+
 #include <QMenu>
 #include <QPainter>
 #include <QStyleOptionMenuItem>
@@ -7,11 +9,12 @@
 namespace
 {
 
-constexpr QColor ink(0x2d, 0x2d, 0x2d);
+using Look::accent;
+using Look::ink;
+
 constexpr QColor faintInk(0xa6, 0xa6, 0xa6);
 constexpr QColor paper(0xff, 0xff, 0xff);
 constexpr QColor line(0xdd, 0xdd, 0xe4);
-constexpr QColor accent(0x53, 0x42, 0xd9);
 
 // The column before the entries' texts.
 constexpr int markWidth = 28;
@@ -59,7 +62,7 @@ void drawCheckMark(const QStyleOptionMenuItem &item, QPainter &painter)
 ComboMenuStyle::ComboMenuStyle()
     : QProxyStyle(QStringLiteral("Fusion"))
     , m_palette(menuPalette())
-    , m_font(QStringLiteral("Segoe UI"), 10)
+    , m_font(Look::font(Look::Face::Menu, 10))
 {
 }
 

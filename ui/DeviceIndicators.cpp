@@ -1,5 +1,6 @@
 #include "ui/DeviceIndicators.h"
 
+#include "app/frame/Look.h"
 #include "ui/DevicePicture.h"
 
 namespace
@@ -39,10 +40,8 @@ DeviceIndicators::DeviceIndicators(QWidget *page)
 
 DeviceIndicators::Mark DeviceIndicators::addMark(const QRect &place, const QString &style, const char *name)
 {
-    auto *label = new QLabel(this);
+    QLabel *label = Look::addPicture(this, place, style);
     label->setObjectName(QLatin1String(name));
-    label->setGeometry(place);
-    label->setStyleSheet(style);
     label->hide();
     return {label, false};
 }

@@ -3,6 +3,7 @@
 #include "app/frame/AppInfo.h"
 #include "app/frame/ClickableLabel.h"
 #include "app/frame/FittingText.h"
+#include "app/frame/Look.h"
 #include "device/SerialProtocol.h"
 #include "engine/EventDispatcher.h"
 #include "engine/KnobSettings.h"
@@ -39,7 +40,7 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
     , m_writer(parts.dataDirectory)
 {
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral("background-color:#5342d9"));
+    setStyleSheet(Look::pageSheet());
 
     buildPicture();
     m_notices = new MapNotices(this);
@@ -72,12 +73,12 @@ void DeviceZR::buildPicture()
 {
     m_picture = new DevicePicture(this);
 
-    m_printer = new ClickableLabel(this);
-    m_printer->setGeometry(630, 12, 41, 41);
     // The last value is unfinished, and is kept as it is.
-    m_printer->setStyleSheet(QStringLiteral("background-color: rgb(73, 90, 232);"
-                                            "background-image: url(:/icons/printer.png);"
-                                            "background-position: center center;background-repeat: no"));
+    m_printer = Look::addPicture<ClickableLabel>(
+        this, {630, 12, 41, 41},
+        QStringLiteral("background-color: rgb(73, 90, 232);"
+                       "background-image: url(:/icons/printer.png);"
+                       "background-position: center center;background-repeat: no"));
     m_printer->setAccessibleName(tr("Print"));
     m_printer->setToolTip(tr("Print what the buttons do"));
     auto *dimming = new QGraphicsOpacityEffect(m_printer);
@@ -108,7 +109,7 @@ void DeviceZR::buildStartupBox()
 {
     m_startup = new QCheckBox(this);
     m_startup->setGeometry(24, 625, 200, 15);
-    m_startup->setFont(QFont(QStringLiteral("Source Sans Pro"), 10, QFont::Normal));
+    m_startup->setFont(Look::font(Look::Face::Page, 10));
     m_startup->setStyleSheet(QStringLiteral("QCheckBox { color : rgba(255,255,255,0.40); }"));
     m_startup->setChecked(m_parts.launchOnStartup->isLaunchOnStartup());
     FittingText::show(m_startup, tr("Launch on startup"), tr("Start the program when you log on"));

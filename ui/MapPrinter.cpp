@@ -1,5 +1,6 @@
 #include "ui/MapPrinter.h"
 
+#include "app/frame/Look.h"
 #include "ui/UiLog.h"
 
 #include <QCoreApplication>
@@ -24,7 +25,6 @@ constexpr QRect printedPart(60, 120, 780, 490);
 constexpr QPoint sheetPlace(110, 0);
 
 const QLatin1String printStyle("background-color:black");
-const QLatin1String pageStyle("background-color:#5342d9");
 
 // The colours of the device's buttons in its drawing. Drawing and list have to follow each other.
 constexpr std::array<QRgb, 6> keptColours{
@@ -69,7 +69,7 @@ QImage MapPrinter::capture(QWidget &page)
 {
     setSheet(page, printStyle);
     const QPixmap cut = page.grab(printedPart);
-    page.setStyleSheet(pageStyle);
+    page.setStyleSheet(Look::pageSheet());
 
     // What the page leaves transparent would otherwise spoil the edges of the letters.
     QImage picture(cut.size(), QImage::Format_ARGB32);

@@ -19,17 +19,17 @@ constexpr int highestValue = 127;
 const QLatin1String labelStyle("QLabel { color : #2D2D2D;}");
 const QLatin1String checkBoxStyle("QCheckBox { color : #2D2D2D;}");
 
-const QLatin1String fieldRules(
+constexpr char fieldRules[] =
     "QLineEdit { background-color: white; border: 1px solid #c4c4c4; border-radius: 2px; padding: 0 5px;"
-    " selection-color: white; selection-background-color: #5342d9; }"
-    "QLineEdit:focus { border-color: #5342d9; }"
+    " selection-color: white; selection-background-color: @accent; }"
+    "QLineEdit:focus { border-color: @accent; }"
     // The boxes overlap, so they have to be transparent, and their frames are drawn by rules then.
     "QCheckBox { background-color: transparent; spacing: 4px; }"
     "QCheckBox::indicator { width: 10px; height: 10px; border: 1px solid #8a8a8a; border-radius: 2px;"
     " background-color: white; }"
-    "QCheckBox::indicator:hover, QCheckBox::indicator:focus { border-color: #5342d9; }"
-    "QCheckBox::indicator:checked { background-color: #5342d9; border-color: #5342d9;"
-    " image: url(:/icons/check.png); }");
+    "QCheckBox::indicator:hover, QCheckBox::indicator:focus { border-color: @accent; }"
+    "QCheckBox::indicator:checked { background-color: @accent; border-color: @accent;"
+    " image: url(:/icons/check.png); }";
 
 // The general purpose controllers, which instruments leave to the user.
 constexpr int usualKnobController = 16;
@@ -37,7 +37,7 @@ constexpr int usualTouchController = 17;
 
 QFont dialogFont(int pointSize)
 {
-    return {QStringLiteral("Source Sans Pro Semibold"), pointSize, QFont::Normal};
+    return Look::font(Look::Face::DialogStrong, pointSize);
 }
 
 bool isEmpty(const shortCut &record)
@@ -62,7 +62,7 @@ shortCut withUsualValues(shortCut record)
 MidiMenu::MidiMenu(QWidget *parent)
     : OverlayDialog(panelSize, GrabNothing, parent)
 {
-    addStyle(fieldRules);
+    addStyle(Look::accented(fieldRules));
     addLabels();
     addCheckBoxes();
     addFields();
@@ -90,7 +90,7 @@ MidiMenu::MidiMenu(QWidget *parent)
 void MidiMenu::addLabels()
 {
     m_title = addText(tr("MIDI"), {105, 8, 100, 16}, QStringLiteral("QLabel { color :#414141;}"),
-                      QFont(QStringLiteral("Source Sans Pro ExtraLight"), 12, QFont::Bold));
+                      Look::font(Look::Face::DialogLight, 12, QFont::Bold));
     addText(tr("Channel"), {45, 50, 67, 30}, QStringLiteral("QLabel { color : #2D2D2D; }"), dialogFont(12));
     m_knobLabel = addText(tr("CC on move"), {45, 90, 90, 30}, labelStyle, dialogFont(12));
     m_touchLabel = addText(tr("Touch"), {45, 210, 72, 30}, labelStyle, dialogFont(12));

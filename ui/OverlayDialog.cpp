@@ -1,6 +1,5 @@
 #include "ui/OverlayDialog.h"
 
-#include "app/frame/FittingText.h"
 #include "app/frame/ZRBaseWindow.h"
 #include "engine/platform/Desktop.h"
 
@@ -8,7 +7,6 @@
 #include <QGuiApplication>
 #include <QHelpEvent>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QPainter>
 #include <QScreen>
 #include <QToolTip>
@@ -26,11 +24,10 @@ constexpr int mostAttempts = 10;
 // A place without any paint would let clicks through to the window behind on some systems.
 constexpr QColor veil(0, 0, 0, 40);
 
-const QLatin1String
-    rootStyle("OverlayDialog { background: transparent; }"
-              "QWidget#panel { background-color: white; }"
-              "QLabel { background-color: transparent; }"
-              "ClickableLabel:focus { border: 1px solid #5342d9; background-origin: border; }");
+constexpr char rootStyle[] = "OverlayDialog { background: transparent; }"
+                             "QWidget#panel { background-color: white; }"
+                             "QLabel { background-color: transparent; }"
+                             "FocusFrame { qproperty-colour: @accent; }";
 
 QSize primaryScreenSize()
 {
@@ -54,7 +51,7 @@ OverlayDialog::OverlayDialog(const QSize &panelSize, Grabs grabs, QWidget *paren
     setAttribute(Qt::WA_TranslucentBackground);
     // Closing a dialog while the main window is hidden must not end the program.
     setAttribute(Qt::WA_QuitOnClose, false);
-    setStyleSheet(rootStyle);
+    setStyleSheet(Look::accented(rootStyle));
     setFixedSize(dialogSize);
 
     m_panel->setObjectName(QStringLiteral("panel"));
@@ -98,12 +95,7 @@ void OverlayDialog::setPanelHeight(int height)
 QLabel *OverlayDialog::addText(const QString &text, const QRect &place, const QString &style,
                                const QFont &font)
 {
-    auto *label = new QLabel(m_panel);
-    label->setGeometry(place);
-    label->setStyleSheet(style);
-    label->setFont(font);
-    FittingText::show(label, text);
-    return label;
+    return Look::addText(m_panel, text, place, style, font);
 }
 
 bool OverlayDialog::isOn(const QWidget *onPanel, const QPoint &place) const

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "app/frame/Look.h"
+
 #include <QPixmap>
 #include <QPointer>
 #include <QTimer>
 #include <QWidget>
-
-class QLabel;
 
 /// What the page's dialogs share: a translucent window that covers the page's window, and stays with it, with
 /// a white panel on it.
@@ -97,9 +97,7 @@ template <typename Label>
 Label *OverlayDialog::addPicture(const QString &picture, const QRect &place, const QString &name,
                                  const QString &toolTip)
 {
-    auto *label = new Label(m_panel);
-    label->setGeometry(place);
-    label->setStyleSheet(pictureSheet(picture, false));
+    auto *label = Look::addPicture<Label>(m_panel, place, pictureSheet(picture, false));
     label->setAccessibleName(name);
     label->setToolTip(toolTip);
     return label;

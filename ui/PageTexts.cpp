@@ -1,6 +1,7 @@
 #include "ui/PageTexts.h"
 
 #include "app/frame/FittingText.h"
+#include "app/frame/Look.h"
 #include "engine/MidiActions.h"
 
 #include <QLabel>
@@ -28,12 +29,7 @@ QString shownName(const QString &midiPortName)
 QLabel *PageTexts::add(QWidget &page, const QString &text, const QRect &place, Ink ink, int pointSize,
                        int weight)
 {
-    auto *label = new QLabel(&page);
-    label->setGeometry(place);
-    label->setStyleSheet(sheet(ink));
-    label->setFont(QFont(QStringLiteral("Source Sans Pro"), pointSize, weight));
-    FittingText::show(label, text);
-    return label;
+    return Look::addText(&page, text, place, sheet(ink), Look::font(Look::Face::Page, pointSize, weight));
 }
 
 void PageTexts::addAll(QWidget &page, const QString &midiPortName)

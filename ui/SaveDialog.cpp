@@ -15,17 +15,17 @@ const QLatin1String captionStyle("QLabel { color :#414141;}");
 const QLatin1String nameStyle("QLabel { color : black;  background-color:white}");
 
 // The field's own sheet is one for labels: its ground would be the page's.
-const QLatin1String panelStyle("QLineEdit { color: black; background-color: white; border: 1px solid #bdbdc9;"
-                               "border-radius: 3px; padding: 0 4px; selection-color: white;"
-                               "selection-background-color: #5342d9; }"
-                               "QLineEdit:focus { border-color: #5342d9; }");
+constexpr char panelStyle[] = "QLineEdit { color: black; background-color: white; border: 1px solid #bdbdc9;"
+                              "border-radius: 3px; padding: 0 4px; selection-color: white;"
+                              "selection-background-color: @accent; }"
+                              "QLineEdit:focus { border-color: @accent; }";
 
 const QString okPicture = QStringLiteral("ok");
 const QString cancelPicture = QStringLiteral("cancel");
 
 QFont textFont(int pointSize, int weight)
 {
-    return QFont(QStringLiteral("Source Sans Pro ExtraLight"), pointSize, weight);
+    return Look::font(Look::Face::DialogLight, pointSize, weight);
 }
 
 } // namespace
@@ -39,7 +39,7 @@ SaveDialog::SaveDialog(QWidget *parent)
     const QString title = tr("Save Mapping");
     setWindowTitle(title);
     setAccessibleName(title);
-    panel()->setStyleSheet(panelStyle);
+    panel()->setStyleSheet(Look::accented(panelStyle));
     addText(title, {0, 6, panelSize.width(), 24}, captionStyle, textFont(12, 75))
         ->setAlignment(Qt::AlignCenter);
     addText(tr("Save as:"), {10, 32, 284, 24}, captionStyle, textFont(12, 50));

@@ -1,5 +1,7 @@
 #include "ui/SensitivitySlider.h"
 
+#include "app/frame/FocusFrame.h"
+
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOptionSlider>
@@ -15,7 +17,6 @@ constexpr QColor white(int alpha)
 constexpr QColor grooveColour = white(89);
 constexpr QColor tickColour = white(102);
 constexpr QColor handleColour = white(255);
-constexpr QColor focusColour = white(153);
 constexpr qreal grooveHeight = 3;
 constexpr QSizeF handleSize(8, 11);
 constexpr qreal handleRadius = 2;
@@ -27,6 +28,7 @@ SensitivitySlider::SensitivitySlider(QWidget *parent)
     : QSlider(Qt::Horizontal, parent)
 {
     setTickPosition(QSlider::TicksBelow);
+    new FocusFrame(this);
 }
 
 void SensitivitySlider::paintEvent(QPaintEvent * /*event*/)
@@ -57,9 +59,4 @@ void SensitivitySlider::paintEvent(QPaintEvent * /*event*/)
     handle.moveLeft(centreOf(sliderPosition()) - handleSize.width() / 2);
     painter.setBrush(handleColour);
     painter.drawRoundedRect(handle, handleRadius, handleRadius);
-    if (hasFocus()) {
-        painter.setPen(focusColour);
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), handleRadius, handleRadius);
-    }
 }

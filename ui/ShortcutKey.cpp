@@ -23,7 +23,7 @@ constexpr char prompt[] = QT_TRANSLATE_NOOP("ShortcutKey", "type a shorcut"); //
 
 QFont dialogFont(int pointSize, int weight)
 {
-    return {QStringLiteral("Source Sans Pro ExtraLight"), pointSize, weight};
+    return Look::font(Look::Face::DialogLight, pointSize, weight);
 }
 
 } // namespace

@@ -1,38 +1,18 @@
 #include "app/frame/ClickableLabel.h"
 
-#include "app/frame/AccessibleLabel.h"
+#include "app/frame/AccessibleButton.h"
+#include "app/frame/FocusFrame.h"
 
-#include <QAccessible>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPainter>
 
 ClickableLabel::ClickableLabel(QWidget *parent)
     : QLabel(parent)
 {
-    static const bool told = (QAccessible::installFactory(&AccessibleLabel::create), true);
-    Q_UNUSED(told)
     setFocusPolicy(Qt::TabFocus);
     setCursor(Qt::PointingHandCursor);
-}
-
-void ClickableLabel::focusInEvent(QFocusEvent *event)
-{
-    QLabel::focusInEvent(event);
-    m_focusShown = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
-    update();
-}
-
-// White, for the pages. The dialogs' sheets have a frame of their own.
-void ClickableLabel::paintEvent(QPaintEvent *event)
-{
-    QLabel::paintEvent(event);
-    if (hasFocus() && m_focusShown) {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(QColor(255, 255, 255, 222), 2));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 4, 4);
-    }
+    new FocusFrame(this);
+    new AccessibleButton(this, QAccessible::Button, [this] { Q_EMIT clicked(); });
 }
 
 void ClickableLabel::mousePressEvent(QMouseEvent *event)

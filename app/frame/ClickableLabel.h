@@ -2,7 +2,8 @@
 
 #include <QLabel>
 
-/// A label that reports clicks: by the mouse, and by the keyboard when it takes the focus.
+/// A label that reports clicks: by the mouse, by a screen reader, and by the keyboard when it takes the
+/// focus.
 class ClickableLabel : public QLabel
 {
     Q_OBJECT
@@ -17,9 +18,4 @@ Q_SIGNALS:
 protected:
     void mousePressEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
-    void focusInEvent(QFocusEvent *event) override;
-    void paintEvent(QPaintEvent *event) override;
-
-private:
-    bool m_focusShown = false; // the focus was moved here by the keyboard
 };

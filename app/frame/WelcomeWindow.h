@@ -17,8 +17,5 @@ public:
     void setConnected(bool connected);
 
 private:
-    QLabel *addText(const QString &text, const QRect &place, int pointSize, int weight, const QString &style);
-    QLabel *addPicture(const QString &style, const QRect &place);
-
     QLabel *m_indicator;
 };

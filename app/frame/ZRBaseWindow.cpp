@@ -2,6 +2,7 @@
 
 #include "app/frame/AppInfo.h"
 #include "app/frame/FittingText.h"
+#include "app/frame/Look.h"
 #include "app/frame/UserGuide.h"
 #include "net/ZRUpdater.h"
 
@@ -38,6 +39,21 @@ const QLatin1String progressStyle(
     "background-color: rgba(255, 255, 255, 20%);}"
     "QProgressBar#downloadProgress::chunk {background-color: #FF4B4B;width: 2px;}");
 
+QLabel *addLabel(QWidget *panel, const QString &text, const QRect &place, int pointSize, const QString &style)
+{
+    return Look::addText(panel, text, place, style, Look::font(Look::Face::Page, pointSize));
+}
+
+QPushButton *addButton(QWidget *panel, const QString &text)
+{
+    auto *button = new QPushButton(panel);
+    button->setGeometry(456, 14, 100, 30);
+    button->setStyleSheet(buttonStyle);
+    button->setFont(Look::font(Look::Face::Page, 11));
+    FittingText::show(button, text);
+    return button;
+}
+
 // A fraction that is none (no length known yet) counts as nothing.
 int percentage(float fraction)
 {
@@ -65,22 +81,10 @@ ZRBaseWindow::ZRBaseWindow(ZRUpdater *updater, QWidget *parent)
     }
 }
 
-QLabel *ZRBaseWindow::addLabel(QWidget *panel, const QString &text, const QRect &place, int pointSize,
-                               const QString &style)
-{
-    auto *label = new QLabel(panel);
-    label->setGeometry(place);
-    label->setFont(QFont(QStringLiteral("Source Sans Pro"), pointSize));
-    label->setStyleSheet(style);
-    FittingText::show(label, text);
-    return label;
-}
-
 void ZRBaseWindow::buildHeader()
 {
-    auto *logo = new QLabel(m_header);
-    logo->setGeometry(6, 12, 136, 32);
-    logo->setStyleSheet(QStringLiteral("background-image: url(:/icons/logo.png)"));
+    QLabel *logo = Look::addPicture(m_header, {6, 12, 136, 32},
+                                    QStringLiteral("background-image: url(:/icons/logo.png)"));
     logo->setAccessibleName(tr("Veltrix"));
 
     addLabel(m_header, tr("VERSION") + QLatin1Char(' ') + QLatin1String(AppInfo::version), {154, 20, 110, 20},
@@ -113,12 +117,8 @@ void ZRBaseWindow::buildUpdatePanel()
 {
     addLabel(m_updatePanel, tr("A new version of Veltrix is available!"), {6, 4, 440, 25}, 12, titleStyle);
     m_question = addLabel(m_updatePanel, QString(), {6, 29, 440, 22}, 10, questionStyle);
-    auto *button = new QPushButton(m_updatePanel);
-    button->setGeometry(456, 14, 100, 30);
-    button->setStyleSheet(buttonStyle);
-    button->setFont(QFont(QStringLiteral("Source Sans Pro"), 11));
-    FittingText::show(button, tr("Update"));
-    connect(button, &QPushButton::clicked, this, &ZRBaseWindow::updateButtonClicked);
+    connect(addButton(m_updatePanel, tr("Update")), &QPushButton::clicked, this,
+            &ZRBaseWindow::updateButtonClicked);
 }
 
 void ZRBaseWindow::buildDownloadPanel()
@@ -132,12 +132,8 @@ void ZRBaseWindow::buildDownloadPanel()
     m_progress->setValue(0);
     m_progress->setStyleSheet(progressStyle);
     m_progress->setAccessibleName(tr("Download"));
-    auto *button = new QPushButton(m_downloadPanel);
-    button->setGeometry(456, 14, 100, 30);
-    button->setStyleSheet(buttonStyle);
-    button->setFont(QFont(QStringLiteral("Source Sans Pro"), 11));
-    FittingText::show(button, tr("Cancel"));
-    connect(button, &QPushButton::clicked, this, &ZRBaseWindow::cancelButtonClicked);
+    connect(addButton(m_downloadPanel, tr("Cancel")), &QPushButton::clicked, this,
+            &ZRBaseWindow::cancelButtonClicked);
 }
 
 void ZRBaseWindow::followUpdater()

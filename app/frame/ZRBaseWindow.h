@@ -37,8 +37,6 @@ private:
     void buildDownloadPanel();
     void followUpdater();
     void bringToFront(QWidget *panel);
-    QLabel *addLabel(QWidget *panel, const QString &text, const QRect &place, int pointSize,
-                     const QString &style);
 
     ZRUpdater *m_updater;
     QWidget *m_header;

@@ -1,5 +1,7 @@
 #include "app/frame/ZRDialog.h"
 
+#include "app/frame/Look.h"
+
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -22,11 +24,6 @@ const QLatin1String buttonStyle(
     "QPushButton:disabled {background-color: #7489e5;border: 1px #7489e5;border-radius: 2px;color: #ffffff;}"
     "QPushButton:hover {background-color: #3549c6;border: 1px #3549c6;border-radius: 2px;color: #ffffff;}");
 
-QFont pageFont(int pointSize)
-{
-    return {QStringLiteral("Source Sans Pro"), pointSize};
-}
-
 } // namespace
 
 ZRDialog::ZRDialog(const QString &message, const QString &button1, const QString &button2, QWidget *parent)
@@ -42,12 +39,12 @@ ZRDialog::ZRDialog(const QString &message, const QString &button1, const QString
     auto *title = new QLabel(tr("Veltrix"), this);
     title->setObjectName(QStringLiteral("title"));
     title->setStyleSheet(textStyle);
-    title->setFont(pageFont(14));
+    title->setFont(Look::font(Look::Face::Page, 14));
 
     auto *text = new QLabel(message, this);
     text->setObjectName(QStringLiteral("message"));
     text->setStyleSheet(messageStyle);
-    text->setFont(pageFont(12));
+    text->setFont(Look::font(Look::Face::Page, 12));
     text->setWordWrap(true);
     text->setMargin(12);
     text->setTextFormat(Qt::PlainText);
@@ -77,7 +74,7 @@ QPushButton *ZRDialog::addButton(const QString &text)
 {
     auto *button = new QPushButton(text, this);
     button->setStyleSheet(buttonStyle);
-    button->setFont(pageFont(12));
+    button->setFont(Look::font(Look::Face::Page, 12));
     button->setMinimumSize(100, 32);
     return button;
 }

@@ -1,12 +1,12 @@
 #include "tools/lint/LibraryLint.h"
 
+#include "app/frame/ActionLabels.h"
 #include "mapping/MappingDocument.h"
 #include "mapping/MappingFile.h"
 #include "mapping/SpecialAction.h"
 #include "mapping/XmlMappingReader.h"
 
 #include <QDomDocument>
-#include <QFontMetrics>
 #include <QSet>
 
 #include <functional>
@@ -15,8 +15,6 @@
 
 namespace
 {
-
-constexpr int labelWidth = 148; // of a menu on the device's page, from the text's left edge to the frame
 
 using Maps = std::vector<std::unique_ptr<ZRButtonMap>>;
 
@@ -93,8 +91,6 @@ void checkElement(const QDomElement &mapping, const std::function<void(const QSt
 
 void checkMap(const ZRButtonMap &map, const std::function<void(const QString &)> &report)
 {
-    const QFontMetrics title(QFont(QStringLiteral("Segoe UI"), 12, QFont::Bold));
-    const QFontMetrics small(QFont(QStringLiteral("Segoe UI"), 10));
     for (int button = 0; button < ZRButtonMap::buttonCount; ++button) {
         const auto &layers = map.actions[button];
         for (int layer = 0; layer < ZRButtonMap::layerCount; ++layer) {
@@ -110,9 +106,7 @@ void checkMap(const ZRButtonMap &map, const std::function<void(const QString &)>
                        QStringLiteral("is not the shift button that its other layers are"));
             }
         }
-        const QString both = layers[1].label.toUpper() + QStringLiteral(" | ") + layers[2].label.toUpper();
-        if (title.horizontalAdvance(layers[0].label.toUpper()) > labelWidth ||
-            small.horizontalAdvance(both) > labelWidth) {
+        if (!ActionLabels::fit(layers[0].label, layers[1].label, layers[2].label)) {
             report(QStringLiteral("button %1 has labels that do not fit its menu").arg(button));
         }
     }

@@ -1,3 +1,4 @@
+#include "app/frame/ActionLabels.h"
 #include "app/frame/AppFonts.h"
 #include "engine/Settings.h"
 #include "tests/platform/ui_dialogs/XClient.h"
@@ -88,6 +89,7 @@ private Q_SLOTS:
     void aLongListOpensQuickly();
     void aLongListScrollsToItsEnd();
     void noTextLeavesItsBar();
+    void aLabelIsCutExactlyWhereItIsSaidNotToFit();
     void thePrintedMapIsDarkOnWhite();
     void aCancelledPrintLeavesThePageUntouched();
     void theMapIsPrintedToAFileByTheDialog();
@@ -212,10 +214,10 @@ void tst_Menus::theKeyboardChoosesAnAction()
         m_user->tap(DownKey);
         m_user->tap(ReturnKey);
     });
-    const auto *frame = m_menus.at(1)->findChild<QFrame *>(QStringLiteral("focus"));
+    const auto *frame = m_menus.at(1)->findChild<QWidget *>(QStringLiteral("focus"));
     QVERIFY(frame);
     m_menus.at(0)->setFocus(Qt::ActiveWindowFocusReason);
-    QVERIFY(!m_menus.at(0)->findChild<QFrame *>(QStringLiteral("focus"))->isVisible());
+    QVERIFY(!m_menus.at(0)->findChild<QWidget *>(QStringLiteral("focus"))->isVisible());
     m_user->tap(TabKey);
     QTRY_VERIFY(m_menus.at(1)->hasFocus());
     QVERIFY(frame->isVisible());
@@ -339,6 +341,32 @@ void tst_Menus::noTextLeavesItsBar()
             QVERIFY(baseline + letters.bottom() <= label->height());
         }
     }
+}
+
+void tst_Menus::aLabelIsCutExactlyWhereItIsSaidNotToFit()
+{
+    ComboMenu &menu = *m_menus.first();
+    const QList<ComboMenuLabel *> lines = menu.findChildren<ComboMenuLabel *>();
+    QCOMPARE(lines.size(), 2);
+    shortCut record;
+    record.key1 = 65;
+    const auto isCut = [&](const QString &normal, const QString &shifted) {
+        const QString labels[] = {normal, shifted, shifted};
+        for (int layer = 0; layer < 3; ++layer) {
+            record.label = labels[layer];
+            menu.getShorcut(layer, record);
+        }
+        return std::any_of(lines.begin(), lines.end(),
+                           [](const ComboMenuLabel *line) { return line->shownText() != line->text(); });
+    };
+    for (const char letter : {'i', 'm', 'x'}) {
+        for (int length = 1; length < 40; ++length) {
+            const QString label(length, QLatin1Char(letter));
+            QCOMPARE(ActionLabels::fit(label, QString(), QString()), !isCut(label, QString()));
+            QCOMPARE(ActionLabels::fit(QString(), label, label), !isCut(QString(), label));
+        }
+    }
+    QVERIFY(isCut(QStringLiteral("Tile to the right"), QString()));
 }
 
 void tst_Menus::thePrintedMapIsDarkOnWhite()

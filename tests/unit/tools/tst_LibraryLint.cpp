@@ -75,6 +75,8 @@ void tst_LibraryLint::whatIsWrongIsSaid_data()
         "Drawing: button 0, SHIFT1 has a bar in its label");
     row("label too long", "label=\"One\"", "label=\"A very long name for one button\"",
         "Drawing: button 0 has labels that do not fit its menu");
+    row("label that the menu would just cut", "label=\"One\"", "label=\"Tile to the right\"",
+        "Drawing: button 0 has labels that do not fit its menu");
     row("no key", "type=\"int\">65", "type=\"int\">0", "Drawing: button 0, NORMAL has a key that is none");
     row("key that does not exist", "type=\"int\">65", "type=\"int\">999",
         "Drawing: button 0, NORMAL has a key that is none");

@@ -27,7 +27,7 @@ struct PageWindow : QWidget {
 };
 
 /// A widget as a table describes it.
-struct Look {
+struct Looks {
     QRect place;
     QString style;
     QString family;
@@ -63,7 +63,7 @@ inline QLabel *withPicture(const QWidget &dialog, const QString &picture)
     return nullptr;
 }
 
-inline void compareLook(const QWidget *widget, const Look &look)
+inline void compareLook(const QWidget *widget, const Looks &look)
 {
     QVERIFY(widget);
     QCOMPARE(widget->geometry(), look.place);

@@ -1,3 +1,4 @@
+#include "app/frame/ActionLabels.h"
 #include "mapping/SpecialAction.h"
 #include "tests/support/log/LogCapture.h"
 #include "tests/unit/ui_menus/MenuRig.h"
@@ -228,7 +229,8 @@ void tst_ComboMenu::anEndlessLabelIsCutAndSaidInFullByTheToolTip()
     QCOMPARE(title()->text(), endless.toUpper());
     const QFontMetrics metrics(layers()->font());
     QVERIFY(title()->shownText().size() < endless.size());
-    QVERIFY(metrics.horizontalAdvance(layers()->shownText()) <= 150);
+    QVERIFY(metrics.horizontalAdvance(layers()->shownText()) <= ActionLabels::room);
+    QVERIFY(!ActionLabels::fit(endless, endless, endless));
     // Both layers have their share.
     const QStringList parts = layers()->shownText().split(QStringLiteral(" | "));
     QCOMPARE(parts.size(), 2);

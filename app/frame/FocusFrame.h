@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QColor>
+#include <QWidget>
+
+/// The frame round what the keyboard has moved the focus to: white, unless a style sheet sets another colour
+/// ("FocusFrame { qproperty-colour: ... }"). It does not show for a focus that the
+/// mouse or the window's activation has brought, but comes back with the window.
+class FocusFrame : public QWidget
+{
+    Q_OBJECT
+    Q_PROPERTY(QColor colour MEMBER m_colour)
+    Q_DISABLE_COPY_MOVE(FocusFrame)
+
+public:
+    /// Lies over all of @p button, which owns it. What is put on @p button later has to be below: raise().
+    explicit FocusFrame(QWidget *button);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QColor m_colour{255, 255, 255, 222};
+    bool m_byKeyboard = false;
+};

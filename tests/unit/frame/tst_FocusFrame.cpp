@@ -1,0 +1,93 @@
+#include "app/frame/FocusFrame.h"
+#include "app/frame/Look.h"
+
+#include <QtTest>
+
+#include <memory>
+
+class tst_FocusFrame : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup() { m_window.reset(); }
+
+    void showsForTheKeyboardOnly();
+    void comesBackWithTheWindow();
+    void liesOverAllOfTheButton();
+    void isOfTheColourThatASheetSets();
+
+private:
+    QColor corner() const { return m_button->grab().toImage().pixelColor(m_button->width() / 2, 0); }
+
+    std::unique_ptr<QWidget> m_window;
+    QWidget *m_button = nullptr;
+    QWidget *m_other = nullptr;
+    FocusFrame *m_frame = nullptr;
+};
+
+void tst_FocusFrame::init()
+{
+    m_window = std::make_unique<QWidget>();
+    m_window->resize(200, 100);
+    m_window->setStyleSheet(QStringLiteral("background-color: black"));
+    m_other = new QWidget(m_window.get());
+    m_button = new QWidget(m_window.get());
+    m_button->setGeometry(20, 20, 60, 30);
+    m_button->setFocusPolicy(Qt::StrongFocus);
+    m_other->setFocusPolicy(Qt::StrongFocus);
+    m_frame = new FocusFrame(m_button);
+    m_window->show();
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    m_other->setFocus();
+}
+
+void tst_FocusFrame::showsForTheKeyboardOnly()
+{
+    for (const Qt::FocusReason reason : {Qt::TabFocusReason, Qt::BacktabFocusReason, Qt::ShortcutFocusReason}) {
+        m_button->setFocus(reason);
+        QVERIFY(m_frame->isVisible());
+        m_other->setFocus();
+        QVERIFY(!m_frame->isVisible());
+    }
+    for (const Qt::FocusReason reason : {Qt::MouseFocusReason, Qt::OtherFocusReason, Qt::ActiveWindowFocusReason}) {
+        m_button->setFocus(reason);
+        QVERIFY(!m_frame->isVisible());
+        m_other->setFocus();
+    }
+}
+
+void tst_FocusFrame::comesBackWithTheWindow()
+{
+    m_button->setFocus(Qt::TabFocusReason);
+    QFocusEvent gone(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QCoreApplication::sendEvent(m_button, &gone);
+    QVERIFY(!m_frame->isVisible());
+    QFocusEvent back(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+    QCoreApplication::sendEvent(m_button, &back);
+    QVERIFY(m_frame->isVisible());
+}
+
+void tst_FocusFrame::liesOverAllOfTheButton()
+{
+    m_button->resize(90, 40);
+    QCOMPARE(m_frame->geometry(), m_button->rect());
+    QVERIFY(m_window->childAt(m_button->geometry().center()) != m_frame); // clicks go through
+}
+
+void tst_FocusFrame::isOfTheColourThatASheetSets()
+{
+    m_button->setFocus(Qt::TabFocusReason);
+    QVERIFY(corner().red() > 200 && corner().red() == corner().blue()); // white, more or less
+    cleanup();
+    init();
+    m_window->setStyleSheet(Look::accented("QWidget { background-color: black } "
+                                           "FocusFrame { qproperty-colour: @accent; }"));
+    m_button->setFocus(Qt::TabFocusReason);
+    QCOMPARE(corner(), Look::accent);
+}
+
+QTEST_MAIN(tst_FocusFrame)
+#include "tst_FocusFrame.moc"
