@@ -10,6 +10,6 @@
 /// 165.
 ///
 /// @param nativeVirtualKey, nativeScanCode as the toolkit's key event has them.
-/// @return 0 when the key has no code. A key that types a Latin-1 character for which there is no code (ü, #)
-/// gives 0x100 plus the character.
+/// @return 0 when the key has no code. A key that types a character for which there is no code (ü, #, š) gives
+/// 0x100 plus the character.
 int virtualKeyFromNative(quint32 nativeVirtualKey, quint32 nativeScanCode);

@@ -2,13 +2,11 @@
 
 #include "engine/platform/InputInjector.h"
 #include "engine/platform/x11/HeldInput.h"
-#include "engine/platform/x11/KeyTranslator.h"
 #include "engine/platform/x11/X11Keyboard.h"
-
-#include <QSet>
+#include "engine/platform/xkb/KeyPresser.h"
 
 /// Injects keys and the left button through XTEST.
-class X11InputInjector final : public InputInjector
+class X11InputInjector final : public InputInjector, private KeycodeSink
 {
     Q_DISABLE_COPY_MOVE(X11InputInjector)
 
@@ -25,28 +23,12 @@ public:
     void prepareKeys(const QVector<quint16> &virtualKeys) override;
 
 private:
-    /// A modifier that strokes need besides their key.
-    struct HeldModifier {
-        quint8 keycode = 0; // 0: not ours to let go
-        int strokes = 0;
-    };
-
+    void sendKeycode(quint8 keycode, bool down) override;
+    void latchModifiers(quint8 modifiers) override;
+    void assign(quint8 keycode, quint32 keysym, quint32 shifted) override;
     void takeMap();
-    bool isPressed(quint16 virtualKey) const;
-    void press(quint16 virtualKey);
-    void release(quint16 virtualKey);
-    void keycodeDown(quint8 keycode);
-    void keycodeUp(quint8 keycode);
-    void holdModifiers(quint8 modifiers);
-    void letModifiersGo(quint8 modifiers);
-    void logUntranslatable(quint16 virtualKey);
 
     HeldInput &m_held;
-    KeyTranslator::Held m_heldKeycodes;
-    KeyTranslator m_translator;
+    KeyPresser m_presser;
     X11Keyboard m_keyboard;
-    std::array<KeyTranslator::Stroke, KeysymTable::codes>
-        m_pressed{};                           // by virtual-key code; keycode 0: not pressed
-    std::array<HeldModifier, 8> m_modifiers{}; // by modifier bit
-    QSet<quint16> m_logged;
 };

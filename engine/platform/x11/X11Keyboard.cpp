@@ -1,102 +1,13 @@
 #include "engine/platform/x11/X11Keyboard.h"
 
 #include "engine/platform/PlatformLog.h"
+#include "engine/platform/x11/X11Layout.h"
 #include "engine/platform/x11/XTestSources.h"
 
 #include <X11/XKBlib.h>
 #include <X11/Xlib.h>
 #include <X11/extensions/XInput2.h>
-#include <X11/extensions/XKBgeom.h>
 #include <X11/extensions/XTest.h>
-#include <X11/keysym.h>
-#include <algorithm>
-#include <cstring>
-
-namespace
-{
-
-struct KeyboardFree {
-    void operator()(XkbDescPtr description) const { XkbFreeKeyboard(description, 0, True); }
-};
-using Description = std::unique_ptr<XkbDescRec, KeyboardFree>;
-
-/// The group of a key that counts while the keyboard's active group is @p active: a key may have fewer.
-int groupOf(XkbDescPtr description, KeyCode keycode, int active)
-{
-    const int count = XkbKeyNumGroups(description, keycode);
-    if (active < count) {
-        return active;
-    }
-    const unsigned char info = XkbKeyGroupInfo(description, keycode);
-    switch (XkbOutOfRangeGroupAction(info)) {
-    case XkbRedirectIntoRange: {
-        const int redirected = int(XkbOutOfRangeGroupNumber(info));
-        return redirected < count ? redirected : 0;
-    }
-    case XkbClampIntoRange:
-        return count - 1;
-    default:
-        return active % count;
-    }
-}
-
-/// The modifiers that select a level of a key, besides those that are @p locked.
-/// @return false when no combination of others does.
-bool modifiersOf(XkbKeyTypePtr type, int level, unsigned locked, quint8 *missing)
-{
-    const unsigned given = locked & type->mods.mask;
-    for (int i = 0; i < type->map_count; ++i) {
-        const XkbKTMapEntryRec &entry = type->map[i];
-        if (entry.active && entry.level == level && (entry.mods.mask & given) == given) {
-            *missing = quint8(entry.mods.mask & ~given);
-            return true;
-        }
-    }
-    // What no entry names is level 0.
-    const bool named =
-        std::any_of(type->map, type->map + type->map_count, [given](const XkbKTMapEntryRec &entry) {
-            return entry.active && entry.mods.mask == given;
-        });
-    *missing = 0;
-    return level == 0 && !named;
-}
-
-/// Every symbol of a key: of all its groups and levels.
-QVector<KeySym> symbolsOf(XkbDescPtr description, KeyCode keycode)
-{
-    const KeySym *symbols = XkbKeySymsPtr(description, keycode);
-    const auto count = static_cast<std::ptrdiff_t>(XkbKeyNumSyms(description, keycode));
-    return QVector<KeySym>(symbols, symbols + count);
-}
-
-bool isEmpty(XkbDescPtr description, KeyCode keycode)
-{
-    const QVector<KeySym> symbols = symbolsOf(description, keycode);
-    return symbols.count(NoSymbol) == symbols.size() && description->map->modmap[keycode] == 0;
-}
-
-/// Which keys give which modifier bits, and which bit NumLock is.
-void addModifiers(XkbDescPtr description, KeyboardMap &map)
-{
-    for (unsigned keycode = description->max_key_code; keycode >= description->min_key_code; --keycode) {
-        const unsigned char bits = description->map->modmap[keycode];
-        if (bits == 0) {
-            continue;
-        }
-        const QVector<KeySym> symbols = symbolsOf(description, KeyCode(keycode));
-        if (symbols.contains(XK_Num_Lock)) {
-            map.setNumLockMask(bits);
-        }
-        const bool shifts = symbols.contains(XK_Shift_L) || symbols.contains(XK_ISO_Level3_Shift);
-        for (int bit = 0; shifts && bit < 8; ++bit) {
-            if (bits & (1U << bit)) {
-                map.setModifierKey(bit, quint8(keycode));
-            }
-        }
-    }
-}
-
-} // namespace
 
 X11Keyboard::X11Keyboard(std::shared_ptr<X11Connection> connection, std::function<void()> changed)
     : m_connection(std::move(connection))
@@ -189,41 +100,12 @@ void X11Keyboard::assign(quint8 keycode, quint32 keysym, quint32 shifted)
     m_connection->flush();
 }
 
-KeyboardMap X11Keyboard::readMap() const
+std::optional<KeyboardMap> X11Keyboard::readMap() const
 {
-    KeyboardMap map;
-    Display *display = m_connection->display();
-    XkbStateRec state{};
-    const Description owned(
-        XkbGetMap(display, XkbKeyTypesMask | XkbKeySymsMask | XkbModifierMapMask, m_device));
-    XkbDescPtr description = owned.get();
-    if (!description || XkbGetState(display, XkbUseCoreKbd, &state) != Success) {
+    const X11Layout layout = X11Layout::read(*m_connection, m_device);
+    if (!layout.keymap.isValid()) {
         qCWarning(lcPlatform, "cannot read the keyboard layout");
-        return map;
+        return {};
     }
-    XkbGetNames(display, XkbKeyNamesMask, description);
-    addModifiers(description, map);
-    const unsigned locked = state.locked_mods & map.numLockMask();
-    for (unsigned code = description->min_key_code; code <= description->max_key_code; ++code) {
-        const KeyCode keycode = KeyCode(code);
-        if (isEmpty(description, keycode)) {
-            map.addSpare(keycode);
-            continue;
-        }
-        const int group = groupOf(description, keycode, state.group);
-        XkbKeyTypePtr type = XkbKeyKeyType(description, keycode, group);
-        for (int level = 0; level < XkbKeyGroupWidth(description, keycode, group); ++level) {
-            const KeySym keysym = XkbKeySymEntry(description, keycode, level, group);
-            quint8 missing = 0;
-            if (keysym != NoSymbol && modifiersOf(type, level, locked, &missing)) {
-                map.add(quint32(keysym), {keycode, missing == 0, missing});
-            }
-            const bool decimal =
-                description->names && std::memcmp(description->names->keys[keycode].name, "KPDL", 4) == 0;
-            if (decimal && level == 1) {
-                map.setKeypadDecimal(quint32(keysym));
-            }
-        }
-    }
-    return map;
+    return layout.keymap.map(layout.state, layout.modifierKeys);
 }

@@ -1,12 +1,13 @@
 #pragma once
 
-#include "engine/platform/x11/KeyboardMap.h"
 #include "engine/platform/x11/X11Connection.h"
+#include "engine/platform/xkb/KeyboardMap.h"
 
 #include <QSocketNotifier>
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 /// The X server's keyboard and mouse button as XTEST, XKB and the core protocol offer them. One request per
 /// call; what to press is decided elsewhere.
@@ -33,8 +34,9 @@ public:
     /// Looks for news of the layout that have arrived; no round trip to the server.
     void notice();
 
-    /// Reads the layout in the active group and with NumLock as it is (several round trips).
-    KeyboardMap readMap() const;
+    /// Reads the layout in the active group and with NumLock as it is (several round trips). Nothing when
+    /// that fails, which the log says.
+    std::optional<KeyboardMap> readMap() const;
 
 private:
     void watch();

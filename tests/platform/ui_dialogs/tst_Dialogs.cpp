@@ -1,7 +1,7 @@
 #include "app/frame/AppFonts.h"
 #include "app/frame/ZRBaseWindow.h"
-#include "engine/platform/x11/KeysymTable.h"
 #include "engine/platform/x11/X11InputInjector.h"
+#include "engine/platform/xkb/KeysymTable.h"
 #include "tests/platform/ui_dialogs/XClient.h"
 #include "tests/support/xserver/KeyWindow.h"
 #include "tests/support/xserver/XServer.h"
@@ -535,9 +535,12 @@ void tst_Dialogs::theKeyCountsAndNotWhatItTypes_data()
     row("de, Z is where us has Y", "de", false, {LeftCtrl}, 29, {17, 90});
     row("de, Shift+1", "de", false, {ShiftL}, DigitRow1, {16, 49});
     row("de, the dead accent", "de", false, {}, 49, {0x100 + '^'});
-    row("fr, 1 without Shift", "fr", false, {}, DigitRow1, {49});
-    row("fr, Shift+1", "fr", false, {ShiftL}, DigitRow1, {16, 49});
-    row("fr, the key of é and 2", "fr", false, {}, DigitRow2, {50});
+    row("fr, 1 without Shift", "fr", false, {}, DigitRow1, {0x100 + '&'});
+    row("fr, Shift+1", "fr", false, {ShiftL}, DigitRow1, {16, 0x100 + '&'});
+    row("fr, the key of é and 2", "fr", false, {}, DigitRow2, {0x1e9});
+    row("hr, š", "hr", false, {}, RowAbove11, {0x100 + 0x161});
+    row("hu, ő", "hu", false, {}, RowAbove11, {0x100 + 0x151});
+    row("tr, ğ", "tr", false, {}, RowAbove11, {0x100 + 0x11f});
     row("fr, A is where us has Q", "fr", false, {LeftCtrl}, RowAbove1, {17, 65});
     row("fr, the key of - and 6", "fr", false, {}, DigitRow6, {189});
     row("ru, the key of A", "ru", false, {LeftCtrl}, HomeRow1, {17, 65});

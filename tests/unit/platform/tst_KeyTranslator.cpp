@@ -1,4 +1,4 @@
-#include "engine/platform/x11/KeyTranslator.h"
+#include "engine/platform/xkb/KeyTranslator.h"
 
 #include <QTest>
 

@@ -1,4 +1,4 @@
-#include "engine/platform/x11/KeysymTable.h"
+#include "engine/platform/xkb/KeysymTable.h"
 
 #include <QMap>
 #include <QTest>

@@ -1,13 +1,17 @@
 #pragma once
 
+#include "engine/platform/xkb/KeysymTable.h"
+
 #include <QHash>
 #include <QVector>
 #include <QtGlobal>
 
 #include <array>
 
-/// What the keys of the live layout type, in the active group, with NumLock as it is. A value; knows no X
-/// server.
+/// What the keys of a layout type, in the active group, with NumLock as it is: which key has to be pressed
+/// for a symbol. A value; XkbKeymap makes it.
+///
+/// Keycodes are XKB's (the kernel's plus 8), modifiers are X's eight bits.
 class KeyboardMap
 {
 public:
@@ -37,11 +41,18 @@ public:
 
     Place find(quint32 keysym) const { return m_places.value(keysym); }
 
+    /// What the bare key types; 0 for nothing.
+    quint32 symbolAt(quint8 keycode) const { return m_direct.value(keycode); }
+
     /// True when the bare key types the symbol.
-    bool types(quint8 keycode, quint32 keysym) const
-    {
-        return m_direct.value(keycode) == keysym && keysym != 0;
-    }
+    bool types(quint8 keycode, quint32 keysym) const { return keysym != 0 && symbolAt(keycode) == keysym; }
+
+    /// The symbols that stand for a virtual-key code on this layout.
+    KeysymTable::Symbols symbolsOf(quint16 virtualKey) const;
+
+    /// How to press the key of a virtual-key code: a bare key where there is one. Keycode 0 for a code that
+    /// no key of the layout types.
+    Place placeOf(quint16 virtualKey) const;
 
     const QVector<quint8> &spares() const { return m_spares; }
     quint32 keypadDecimal() const { return m_keypadDecimal; }

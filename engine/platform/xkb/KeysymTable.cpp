@@ -1,4 +1,4 @@
-#include "engine/platform/x11/KeysymTable.h"
+#include "engine/platform/xkb/KeysymTable.h"
 
 #include <QHash>
 
@@ -8,6 +8,7 @@
 #define XK_3270
 #include <X11/XF86keysym.h>
 #include <X11/keysym.h>
+#include <xkbcommon/xkbcommon.h>
 
 namespace
 {
@@ -121,35 +122,29 @@ struct Alias {
 };
 
 constexpr Alias aliases[] = {
-    {XK_ISO_Left_Tab, 0x09}, {XK_KP_Enter, 0x0d},     {XK_Shift_R, 0x10},   {XK_Control_R, 0x11},
-    {XK_Alt_R, 0x12},        {XK_Meta_L, 0x12},       {XK_Meta_R, 0x12},    {XK_Break, 0x13},
-    {XK_KP_Page_Up, 0x21},   {XK_KP_Page_Down, 0x22}, {XK_KP_End, 0x23},    {XK_KP_Home, 0x24},
-    {XK_KP_Left, 0x25},      {XK_KP_Up, 0x26},        {XK_KP_Right, 0x27},  {XK_KP_Down, 0x28},
-    {XK_Print, 0x2c},        {XK_Sys_Req, 0x2c},      {XK_KP_Insert, 0x2d}, {XK_KP_Delete, 0x2e},
+    {XK_ISO_Left_Tab, 0x09}, {XK_KP_Enter, 0x0d},     {XK_Shift_R, 0x10}, {XK_Control_R, 0x11},
+    {XK_Alt_R, 0x12},        {XK_Meta_L, 0x12},       {XK_Meta_R, 0x12},  {XK_Break, 0x13},
+    {XK_KP_Page_Up, 0x21},   {XK_KP_Page_Down, 0x22}, {XK_KP_End, 0x23},  {XK_KP_Home, 0x24},
+    {XK_dead_grave, 0xc0},   {XK_KP_Left, 0x25},      {XK_KP_Up, 0x26},   {XK_KP_Right, 0x27},
+    {XK_KP_Down, 0x28},      {XK_Print, 0x2c},        {XK_Sys_Req, 0x2c}, {XK_KP_Insert, 0x2d},
+    {XK_KP_Delete, 0x2e},
 };
 
-// An accent, and the dead key that types it.
+// An accent, and the dead key that types it. A dead key without an accent of its own has no code.
 struct Accent {
-    quint32 keysym;
+    char32_t character;
     quint32 dead;
 };
 
 constexpr Accent accents[] = {
-    {XK_asciicircum, XK_dead_circumflex}, {XK_acute, XK_dead_acute},     {XK_diaeresis, XK_dead_diaeresis},
-    {XK_asciitilde, XK_dead_tilde},       {XK_cedilla, XK_dead_cedilla}, {XK_grave, XK_dead_grave},
+    {U'^', XK_dead_circumflex},  {U'`', XK_dead_grave},     {U'~', XK_dead_tilde},
+    {U'¨', XK_dead_diaeresis},   {U'¯', XK_dead_macron},    {U'´', XK_dead_acute},
+    {U'¸', XK_dead_cedilla},     {U'ˇ', XK_dead_caron},     {U'˘', XK_dead_breve},
+    {U'˙', XK_dead_abovedot},    {U'˚', XK_dead_abovering}, {U'˛', XK_dead_ogonek},
+    {U'˝', XK_dead_doubleacute}, {U'ͺ', XK_dead_iota},
 };
 
-constexpr quint16 firstCharacter = 0x100;
-
-// Latin-1 as the bare key types it: no capital letter does that.
-bool isCharacter(quint32 keysym)
-{
-    const bool printable = (keysym > XK_space && keysym <= XK_asciitilde) ||
-                           (keysym >= XK_exclamdown && keysym <= XK_ydiaeresis);
-    return printable && (keysym < XK_A || keysym > XK_Z);
-}
-
-using Table = std::array<Symbols, KeysymTable::codes>;
+using Table = std::array<Symbols, KeysymTable::firstCharacter>;
 
 Table buildTable()
 {
@@ -166,20 +161,6 @@ Table buildTable()
     range(0x41, 0x5a, XK_a, XK_A);
     range(0x60, 0x69, XK_KP_0, 0);
     range(0x70, 0x87, XK_F1, 0);
-    const auto isWindowsKey = [&table](quint32 keysym) {
-        return std::any_of(table.begin(), table.begin() + firstCharacter, [keysym](const Symbols &symbols) {
-            return symbols.keysym == keysym || symbols.alternative == keysym;
-        });
-    };
-    for (quint32 keysym = XK_space; keysym <= XK_ydiaeresis; ++keysym) {
-        if (isCharacter(keysym) && !isWindowsKey(keysym)) {
-            table[firstCharacter + keysym] = {keysym, 0, 0};
-        }
-    }
-    for (const Accent &accent : accents) {
-        Symbols &symbols = table[firstCharacter + accent.keysym];
-        symbols.alternative = symbols.isEmpty() ? 0 : accent.dead;
-    }
     return table;
 }
 
@@ -187,6 +168,28 @@ const Table &table()
 {
     static const Table built = buildTable();
     return built;
+}
+
+bool isWindowsKey(quint32 keysym)
+{
+    return std::any_of(table().cbegin(), table().cend(),
+                       [keysym](const Symbols &symbols) { return symbols.keysym == keysym; });
+}
+
+// What a bare key may type: no control character and no capital of the letters that have a code.
+bool isPrintable(char32_t character)
+{
+    const bool control = character <= U' ' || (character >= 0x7f && character <= 0xa0);
+    const bool surrogate = character >= 0xd800 && character <= 0xdfff;
+    const bool capital = character >= U'A' && character <= U'Z';
+    return !control && !surrogate && !capital && character < 0xffff - KeysymTable::firstCharacter;
+}
+
+// The character that a symbol of the main keys stands for; 0 for keys of the keypad and those that type none.
+char32_t characterOf(quint32 keysym)
+{
+    const bool isFunction = keysym >= 0xfd00 && keysym <= 0xffff;
+    return isFunction ? 0 : xkb_keysym_to_utf32(keysym);
 }
 
 QHash<quint32, quint16> buildInverse()
@@ -200,10 +203,10 @@ QHash<quint32, quint16> buildInverse()
     for (const Alias &alias : aliases) {
         add(alias.keysym, alias.virtualKey);
     }
-    for (unsigned code = 0; code < firstCharacter; ++code) {
+    for (unsigned code = 0; code < KeysymTable::firstCharacter; ++code) {
         add(table()[code].keysym, code);
     }
-    for (unsigned code = 0; code < firstCharacter; ++code) {
+    for (unsigned code = 0; code < KeysymTable::firstCharacter; ++code) {
         add(table()[code].alternative, code);
     }
     return inverse;
@@ -213,7 +216,21 @@ QHash<quint32, quint16> buildInverse()
 
 KeysymTable::Symbols KeysymTable::symbolsOf(quint16 virtualKey)
 {
-    return virtualKey < codes ? table()[virtualKey] : Symbols();
+    if (virtualKey < firstCharacter) {
+        return table()[virtualKey];
+    }
+    const char32_t character = virtualKey - firstCharacter;
+    Symbols symbols;
+    if (isPrintable(character)) {
+        const quint32 keysym = xkb_utf32_to_keysym(character);
+        symbols.keysym = isWindowsKey(keysym) ? 0 : keysym;
+    }
+    for (const Accent &accent : accents) {
+        if (accent.character == character) {
+            (symbols.isEmpty() ? symbols.keysym : symbols.alternative) = accent.dead;
+        }
+    }
+    return symbols;
 }
 
 quint16 KeysymTable::virtualKeyOf(quint32 keysym)
@@ -224,11 +241,21 @@ quint16 KeysymTable::virtualKeyOf(quint32 keysym)
 
 quint16 KeysymTable::characterCode(quint32 keysym)
 {
+    char32_t character = characterOf(keysym);
     for (const Accent &accent : accents) {
         if (keysym == accent.dead) {
-            const quint16 code = virtualKeyOf(accent.keysym);
-            return code != 0 ? code : quint16(firstCharacter + accent.keysym);
+            character = accent.character;
         }
     }
-    return isCharacter(keysym) ? quint16(firstCharacter + keysym) : quint16(0);
+    const auto code = quint16(firstCharacter + character);
+    const Symbols symbols = isPrintable(character) ? symbolsOf(code) : Symbols();
+    return !symbols.isEmpty() && (symbols.keysym == canonical(keysym) || symbols.alternative == keysym)
+               ? code
+               : quint16(0);
+}
+
+quint32 KeysymTable::canonical(quint32 keysym)
+{
+    const char32_t character = characterOf(keysym);
+    return character != 0 && character != U' ' ? xkb_utf32_to_keysym(character) : keysym;
 }

@@ -1,19 +1,18 @@
 #pragma once
 
-#include "engine/platform/x11/KeyboardMap.h"
-#include "engine/platform/x11/KeysymTable.h"
+#include "engine/platform/xkb/KeyboardMap.h"
+#include "engine/platform/xkb/KeysymTable.h"
 
 #include <QVector>
 
-#include <array>
 #include <bitset>
 #include <functional>
 
-/// Which key has to be pressed on X11 for a virtual-key code.
+/// Which key has to be pressed for a virtual-key code.
 ///
 /// The key is looked up by what it types, since a key's position says nothing: Z is elsewhere on a German
 /// keyboard. A symbol that the layout types only with Shift or AltGr, or not at all, is put on a keycode that
-/// nothing uses; when none of those is left, the modifiers are pressed with the key. Knows no X server.
+/// nothing uses; when none of those is left, the modifiers are pressed with the key.
 class KeyTranslator
 {
     Q_DISABLE_COPY_MOVE(KeyTranslator)
@@ -56,13 +55,11 @@ private:
     quint8 takeSpare();
     void prepareWanted();
     bool isWanted(quint32 keysym) const;
-    KeysymTable::Symbols symbolsOf(quint16 virtualKey) const;
 
     Assign m_assign;
     const Held &m_held;
     KeyboardMap m_map;
     QVector<quint16> m_wanted;
-    QVector<Spare> m_spares; // in use, the oldest first
-    std::array<Stroke, KeysymTable::codes> m_strokes{};
-    std::bitset<KeysymTable::codes> m_known; // the codes whose stroke is in m_strokes
+    QVector<Spare> m_spares;        // in use, the oldest first
+    QHash<quint16, Stroke> m_known; // by virtual-key code
 };

@@ -14,8 +14,8 @@ struct Symbols {
     bool isEmpty() const { return keysym == 0; }
 };
 
-/// The number of codes: Windows' own, and one for each Latin-1 character (see characterCode()).
-constexpr unsigned codes = 0x200;
+/// The codes below this are Windows' own; those from here on are characters (see characterCode()).
+constexpr unsigned firstCharacter = 0x100;
 
 /// The symbols of a code as sent: letters are lower case, the keypad is the one with NumLock on.
 Symbols symbolsOf(quint16 virtualKey);
@@ -24,10 +24,14 @@ Symbols symbolsOf(quint16 virtualKey);
 /// Ctrl and Alt are one key, as in the key messages of Windows.
 quint16 virtualKeyOf(quint32 keysym);
 
-/// The code of a key that types a Latin-1 character and is none of Windows' own (on its layouts such a key
-/// has the code of another key): 0x100 plus the character. A dead key is its accent. 0 for other symbols.
-/// To be asked when virtualKeyOf() knows no code.
+/// The code of a key by the character that it types: firstCharacter plus the code point, for keys that are
+/// none of Windows' own (on its layouts such a key has the code of another key). A dead key is its accent. 0
+/// for what types no character, or one beyond 16 bits. To be asked when virtualKeyOf() knows no code that
+/// fits.
 quint16 characterCode(quint32 keysym);
+
+/// One symbol has one number: those of characters, which may have several, become the customary one.
+quint32 canonical(quint32 keysym);
 
 /// The code of the decimal key of the keypad, whose symbol is the layout's business.
 constexpr quint16 decimalKey = 0x6e;

@@ -1,4 +1,4 @@
-#include "engine/platform/x11/KeyTranslator.h"
+#include "engine/platform/xkb/KeyTranslator.h"
 
 #include <algorithm>
 
@@ -11,7 +11,7 @@ KeyTranslator::KeyTranslator(Assign assign, const Held &held)
 void KeyTranslator::setMap(const KeyboardMap &map)
 {
     m_map = map;
-    m_known.reset();
+    m_known.clear();
     // Whoever replaced the layout has thrown our symbols out, or put something of their own in their place.
     const auto isGone = [this](const Spare &spare) { return !m_map.types(spare.keycode, spare.keysym); };
     m_spares.erase(std::remove_if(m_spares.begin(), m_spares.end(), isGone), m_spares.end());
@@ -21,7 +21,7 @@ void KeyTranslator::setMap(const KeyboardMap &map)
 void KeyTranslator::want(const QVector<quint16> &virtualKeys)
 {
     m_wanted = virtualKeys;
-    m_known.reset();
+    m_known.clear();
     prepareWanted();
 }
 
@@ -31,7 +31,7 @@ void KeyTranslator::prepareWanted()
     // need.
     QVector<quint16> wanted = m_wanted;
     std::stable_partition(wanted.begin(), wanted.end(), [this](quint16 virtualKey) {
-        return m_map.find(symbolsOf(virtualKey).keysym).keycode == 0;
+        return m_map.find(m_map.symbolsOf(virtualKey).keysym).keycode == 0;
     });
     for (const quint16 virtualKey : qAsConst(wanted)) {
         strokeFor(virtualKey);
@@ -40,41 +40,27 @@ void KeyTranslator::prepareWanted()
 
 KeyTranslator::Stroke KeyTranslator::strokeFor(quint16 virtualKey)
 {
-    if (virtualKey >= m_strokes.size()) {
-        return {};
-    }
-    if (m_known.test(virtualKey)) {
-        return m_strokes[virtualKey];
+    const auto known = m_known.constFind(virtualKey);
+    if (known != m_known.constEnd()) {
+        return *known;
     }
     const Stroke stroke = translate(virtualKey);
     // A makeshift is not kept: there may be a better way next time.
     if (stroke.keycode != 0 && stroke.modifiers == 0) {
-        m_strokes[virtualKey] = stroke;
-        m_known.set(virtualKey);
+        m_known.insert(virtualKey, stroke);
     }
     return stroke;
 }
 
-KeysymTable::Symbols KeyTranslator::symbolsOf(quint16 virtualKey) const
-{
-    if (virtualKey == KeysymTable::decimalKey && m_map.keypadDecimal() != 0) {
-        return {m_map.keypadDecimal(), 0, 0};
-    }
-    return KeysymTable::symbolsOf(virtualKey);
-}
-
 KeyTranslator::Stroke KeyTranslator::translate(quint16 virtualKey)
 {
-    const KeysymTable::Symbols symbols = symbolsOf(virtualKey);
+    const KeysymTable::Symbols symbols = m_map.symbolsOf(virtualKey);
     if (symbols.isEmpty()) {
         return {};
     }
-    const KeyboardMap::Place first = m_map.find(symbols.keysym);
-    const KeyboardMap::Place second = m_map.find(symbols.alternative);
-    for (const KeyboardMap::Place &place : {first, second}) {
-        if (place.direct) {
-            return {place.keycode, 0};
-        }
+    const KeyboardMap::Place place = m_map.placeOf(virtualKey);
+    if (place.direct) {
+        return {place.keycode, 0};
     }
     if (const quint8 keycode = takeSpare()) {
         m_assign(keycode, symbols.keysym, symbols.shifted);
@@ -82,7 +68,6 @@ KeyTranslator::Stroke KeyTranslator::translate(quint16 virtualKey)
         m_spares.append({keycode, symbols.keysym});
         return {keycode, 0};
     }
-    const KeyboardMap::Place &place = first.keycode != 0 ? first : second;
     return {place.keycode, place.modifiers};
 }
 
@@ -97,7 +82,7 @@ quint8 KeyTranslator::takeSpare()
         const Spare spare = m_spares.at(i);
         if (!m_held.test(spare.keycode) && !isWanted(spare.keysym)) {
             m_spares.remove(i);
-            m_known.reset();
+            m_known.clear();
             return spare.keycode;
         }
     }
@@ -107,7 +92,7 @@ quint8 KeyTranslator::takeSpare()
 bool KeyTranslator::isWanted(quint32 keysym) const
 {
     return std::any_of(m_wanted.cbegin(), m_wanted.cend(), [this, keysym](quint16 virtualKey) {
-        const KeysymTable::Symbols symbols = symbolsOf(virtualKey);
+        const KeysymTable::Symbols symbols = m_map.symbolsOf(virtualKey);
         return symbols.keysym == keysym || symbols.alternative == keysym;
     });
 }
@@ -118,5 +103,5 @@ void KeyTranslator::restore()
         m_assign(spare.keycode, 0, 0);
     }
     m_spares.clear();
-    m_known.reset();
+    m_known.clear();
 }
