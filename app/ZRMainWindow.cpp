@@ -60,6 +60,7 @@ ZRMainWindow::ZRMainWindow(std::unique_ptr<SerialProtocol> serial, const DeviceP
 
     m_welcome = new WelcomeWindow(m_stack);
     m_gameView = new GameView(updater, m_stack);
+    connect(m_serial.get(), &SerialProtocol::portRefused, m_welcome, &WelcomeWindow::showRefusal);
     m_devicePage = devicePage(m_stack, m_serial.get(), updater);
     m_stack->addWidget(m_welcome);
     m_stack->addWidget(m_devicePage);

@@ -78,7 +78,7 @@ void SerialProtocol::scannSerial()
     if (port && !m_connected) {
         plug(*port);
     } else if (!port) {
-        m_lastFailure.clear();
+        forgetFailedOpen();
         if (m_connected) {
             unplug();
         }
@@ -99,7 +99,7 @@ void SerialProtocol::plug(const PortDescription &port)
         m_finder->lookAgain();
         return;
     }
-    m_lastFailure.clear();
+    forgetFailedOpen();
     m_port->setDataTerminalReady(true);
     s_requestQueue.clear();
     m_decoder.clear();
@@ -126,6 +126,7 @@ void SerialProtocol::unplug()
     m_port.release()->deleteLater();
 
     const QScopedValueRollback<bool> announcing(m_unplugging, true);
+    Q_EMIT aboutToUnplug();
     for (int button = 0; button < buttonCount; ++button) {
         Q_EMIT onButtonpress(button, false);
     }
@@ -140,8 +141,17 @@ void SerialProtocol::reportFailedOpen()
     if (reason != m_lastFailure) {
         m_lastFailure = reason;
         qCWarning(lcDevice).noquote() << "failed to plugg" << reason;
+        Q_EMIT portRefused(reason);
     } else {
         qCDebug(lcDevice).noquote() << "failed to plugg" << reason;
+    }
+}
+
+void SerialProtocol::forgetFailedOpen()
+{
+    if (!m_lastFailure.isEmpty()) {
+        m_lastFailure.clear();
+        Q_EMIT portRefused(QString());
     }
 }
 

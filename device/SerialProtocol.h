@@ -52,6 +52,11 @@ Q_SIGNALS:
     void onKnobevent(char type);
     /// The knob was turned by @p count steps.
     void onKnobevent(int count);
+    /// The device is gone: the releases of its buttons follow, then portChange().
+    void aboutToUnplug();
+    /// The device's port is there and cannot be opened, for the system's reason @p reason; emitted when the
+    /// reason changes. Empty when that is over.
+    void portRefused(QString reason);
 
 public Q_SLOTS:
     /// Looks once for the device and opens or gives up its port.
@@ -67,6 +72,7 @@ private:
     void plug(const PortDescription &port);
     void unplug();
     void reportFailedOpen();
+    void forgetFailedOpen();
     void noteError(SerialPort::Error error);
     void closeLostPort();
     void announce(const DeviceEvent &event);

@@ -57,12 +57,13 @@ void EventDispatcher::onButtonpress(int button, bool pressing)
         return;
     }
     const auto index = static_cast<std::size_t>(button);
+    const Press press{button, pressing, pressing || m_down.test(index)};
     m_down.set(index, pressing);
     Q_EMIT buttonHeld(button, pressing);
 
     // A copy: what runs may change the mapping. The layer is that of this moment, on the release too.
     const shortCut action = m_actions[index][static_cast<std::size_t>(m_layer)];
-    runAction(action, button, pressing);
+    runAction(action, press);
 
     if (!pressing && m_setsLayer.test(index)) {
         // In the layer that the button has set its record may say something else.
@@ -75,54 +76,56 @@ void EventDispatcher::onButtonpress(int button, bool pressing)
     releaseIfIdle();
 }
 
-void EventDispatcher::runAction(const shortCut &action, int button, bool pressing)
+void EventDispatcher::runAction(const shortCut &action, Press press)
 {
     switch (action.key1) {
     case SPECIAL_ACTION:
-        runSpecialAction(action.key2, button, pressing);
+        runSpecialAction(action.key2, press);
         break;
     case MIDI_BUTTON_ACTION:
         m_midi.sendMidi(action.channel, action.cc, action.v_on, action.v_off, action.note,
-                        action.v_off_enable, pressing);
+                        action.v_off_enable, press.pressing);
         break;
     case MIDI_KNOB_ACTION:
-        makeKnobMidi(button);
+        if (press.setsMode) {
+            makeKnobMidi(press.button);
+        }
         break;
     default:
-        m_keys.sendShortcut(action, pressing);
+        m_keys.sendShortcut(action, press.pressing);
         break;
     }
 }
 
-void EventDispatcher::runSpecialAction(int code, int button, bool pressing)
+void EventDispatcher::runSpecialAction(int code, Press press)
 {
     switch (static_cast<SpecialAction>(code)) {
     case SpecialAction::MonitorLeft:
     case SpecialAction::MonitorRight:
-        if (pressing) {
+        if (press.pressing) {
             m_knob.jumpToScreen(code == static_cast<int>(SpecialAction::MonitorRight));
         }
         break;
     case SpecialAction::Horizontal:
-        setModeFromChord(KnobMode::Horizontal, &Chord::horizontal, pressing);
+        setModeFromChord(KnobMode::Horizontal, &Chord::horizontal, press);
         break;
     case SpecialAction::Vertical:
-        setModeFromChord(KnobMode::Vertical, &Chord::vertical, pressing);
+        setModeFromChord(KnobMode::Vertical, &Chord::vertical, press);
         break;
     case SpecialAction::Circular:
-        setModeFromChord(KnobMode::Circular, &Chord::circular, pressing);
+        setModeFromChord(KnobMode::Circular, &Chord::circular, press);
         break;
     case SpecialAction::LeftRightKeys:
-        m_knob.setMode(KnobMode::LeftRightKeys);
+        setMode(KnobMode::LeftRightKeys, press);
         break;
     case SpecialAction::UpDownKeys:
-        m_knob.setMode(KnobMode::UpDownKeys);
+        setMode(KnobMode::UpDownKeys, press);
         break;
     case SpecialAction::Shift1:
-        setLayer(1, button, pressing);
+        setLayer(1, press.button, press.pressing);
         break;
     case SpecialAction::Shift2:
-        setLayer(2, button, pressing);
+        setLayer(2, press.button, press.pressing);
         break;
     case SpecialAction::Midi: // a button's MIDI action has its marker in key1
     case SpecialAction::Empty:
@@ -130,11 +133,18 @@ void EventDispatcher::runSpecialAction(int code, int button, bool pressing)
     }
 }
 
-void EventDispatcher::setModeFromChord(KnobMode mode, bool Chord::*held, bool pressing)
+void EventDispatcher::setMode(KnobMode mode, Press press)
 {
-    m_knob.setMode(mode);
-    m_chord.*held = pressing;
-    if (!pressing) {
+    if (press.setsMode) {
+        m_knob.setMode(mode);
+    }
+}
+
+void EventDispatcher::setModeFromChord(KnobMode mode, bool Chord::*held, Press press)
+{
+    setMode(mode, press);
+    m_chord.*held = press.pressing;
+    if (!press.pressing) {
         return;
     }
     const bool wasOn = m_gameOn;
@@ -166,26 +176,38 @@ void EventDispatcher::onKnobevent(char type)
     if (type == 'D' && m_touch == Touch::None) {
         m_touch = m_gameOn ? Touch::Game : Touch::Desktop;
     }
-    runKnobEvent(type);
+    if (type == 'D' && !m_gameOn) {
+        m_touchedMode = m_knob.mode();
+        m_touchedMidi = knobMidiAction();
+    }
+    if (m_gameOn) {
+        Q_EMIT gameControl(type == 'U' ? 'S' : type);
+    } else {
+        runKnobEvent(type, knobMidiAction());
+    }
     if (type == 'U') {
-        // Wherever the event went: the finger is off, and with it goes the drag that the touch began.
-        m_touch = Touch::None;
-        m_knob.endTouch();
-        m_ledger.endDrag();
+        endKnobTouch();
     }
     releaseIfIdle();
 }
 
-void EventDispatcher::runKnobEvent(char type)
+const shortCut &EventDispatcher::knobMidiAction() const
 {
-    if (m_gameOn) {
-        Q_EMIT gameControl(type == 'U' ? 'S' : type);
-        return;
-    }
+    return m_actions[static_cast<std::size_t>(m_knobMidiButton)][static_cast<std::size_t>(m_knobMidiLayer)];
+}
+
+// Wherever the event went: the finger is off, and with it goes the drag that the touch began.
+void EventDispatcher::endKnobTouch()
+{
+    m_touch = Touch::None;
+    m_knob.endTouch();
+    m_ledger.endDrag();
+}
+
+void EventDispatcher::runKnobEvent(char type, const shortCut &midi)
+{
     if (m_knob.mode() == KnobMode::Midi) {
-        m_midi.knobEvent(
-            m_actions[static_cast<std::size_t>(m_knobMidiButton)][static_cast<std::size_t>(m_knobMidiLayer)],
-            type);
+        m_midi.knobEvent(midi, type);
         return;
     }
     switch (type) {
@@ -227,15 +249,22 @@ int EventDispatcher::smoothed(int value)
     return static_cast<int>((qint64(sorted[1]) + sorted[2]) / 2);
 }
 
-void EventDispatcher::onDeviceLost()
+void EventDispatcher::letKnobGo()
 {
     m_gameOn = false; // without a signal: the page that follows is the one for a lost device
     if (m_touch == Touch::Desktop) {
-        onKnobevent('U');
+        const KnobMode mode = m_knob.mode();
+        m_knob.setMode(m_touchedMode);
+        runKnobEvent('U', m_touchedMidi);
+        m_knob.setMode(mode);
     }
-    m_touch = Touch::None;
-    m_knob.endTouch();
+    endKnobTouch();
     releaseIfIdle();
+}
+
+void EventDispatcher::onDeviceLost()
+{
+    letKnobGo();
     Q_EMIT turning(KnobPointer::Turn::None);
     Q_EMIT knobTouchShown(false);
 }

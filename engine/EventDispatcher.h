@@ -58,7 +58,12 @@ public Q_SLOTS:
     /// A count of the knob: made slower by the sensitivity, smoothed, and turned into a step.
     void onKnobevent(int count);
 
-    /// The device is gone, after its buttons have been reported as released.
+    /// The device is about to be reported as gone: the knob is let go in the mode it was touched in, before
+    /// the releases of the buttons can change that mode.
+    void letKnobGo();
+
+    /// The device is gone, after its buttons have been reported as released. Lets the knob go where
+    /// letKnobGo() has not been called.
     void onDeviceLost();
 
     void onUserMovingMouse();
@@ -83,12 +88,23 @@ private:
         bool circular = false;
     };
 
-    void runAction(const shortCut &action, int button, bool pressing);
-    void runSpecialAction(int code, int button, bool pressing);
-    void setModeFromChord(KnobMode mode, bool Chord::*held, bool pressing);
+    // What became of a button. A release of a button that is not down comes from no finger (the loss of the
+    // device releases all ten): it sets no mode.
+    struct Press {
+        int button;
+        bool pressing;
+        bool setsMode;
+    };
+
+    void runAction(const shortCut &action, Press press);
+    void runSpecialAction(int code, Press press);
+    void setModeFromChord(KnobMode mode, bool Chord::*held, Press press);
+    void setMode(KnobMode mode, Press press);
     void setLayer(int layer, int button, bool pressing);
     void makeKnobMidi(int button);
-    void runKnobEvent(char type);
+    const shortCut &knobMidiAction() const;
+    void runKnobEvent(char type, const shortCut &midi);
+    void endKnobTouch();
     int smoothed(int value);
     void releaseIfIdle();
     void prepareKeys();
@@ -104,6 +120,8 @@ private:
     std::bitset<ZRButtonMap::buttonCount> m_down;
     std::bitset<ZRButtonMap::buttonCount> m_setsLayer; // pressed as "shift 1" or "shift 2", not yet let go
     Touch m_touch = Touch::None;                       // whom the finger on the knob was meant for
+    KnobMode m_touchedMode = KnobMode::Circular;       // the knob's mode and MIDI record at its last touch
+    shortCut m_touchedMidi;
     Chord m_chord;
     bool m_gameOn = false;
     int m_knobMidiLayer = 0;

@@ -37,7 +37,7 @@ void KnobPointer::touch()
     m_touched = true;
     setPointerHidden(true);
     if (m_mode == KnobMode::Circular && m_returnPointMayChange) {
-        m_returnPoint = m_pointer.position();
+        noteReturnPoint();
     }
 }
 
@@ -48,6 +48,7 @@ void KnobPointer::letGo()
     setPointerHidden(false);
     if (m_mode == KnobMode::Circular) {
         m_pointer.moveTo(m_returnPoint);
+        m_jumped = false;
         // A quick second touch goes on from the first one's return point. Each letting-go ends its own pause
         // only, so that after several the return point may change again 1000 ms after the first.
         m_returnPointMayChange = false;
@@ -98,6 +99,7 @@ void KnobPointer::turn(char direction)
 void KnobPointer::jumpToScreen(bool right)
 {
     m_pointer.moveTo(screenJumpTarget(m_pointer.position(), m_pointer.screens(), right));
+    m_jumped = true;
 }
 
 void KnobPointer::userMovesMouse()
@@ -112,8 +114,8 @@ void KnobPointer::userMovesMouse()
     if (m_touched && m_hidden) {
         setPointerHidden(false);
     }
-    if (m_mode == KnobMode::Circular) {
-        m_pointer.moveTo(m_returnPoint); // touched or not
+    if (m_touched && m_mode == KnobMode::Circular && !m_jumped) {
+        m_pointer.moveTo(m_returnPoint);
     }
     m_userMovesMouse = true;
 }
@@ -123,7 +125,7 @@ void KnobPointer::reEnable()
     if (!m_userMovesMouse) {
         return;
     }
-    m_returnPoint = m_pointer.position();
+    noteReturnPoint();
     if (m_touched && !m_hidden) {
         setPointerHidden(true);
     }
@@ -150,6 +152,12 @@ void KnobPointer::movePointerBy(int dx, int dy)
 {
     const QPoint from = m_pointer.position();
     m_pointer.moveTo(QPoint(addWithinRange(from.x(), dx), addWithinRange(from.y(), dy)));
+}
+
+void KnobPointer::noteReturnPoint()
+{
+    m_returnPoint = m_pointer.position();
+    m_jumped = false;
 }
 
 // A mouse can report a thousand movements a second: they only shift the moment, and one wait runs at a time.

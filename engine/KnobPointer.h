@@ -48,6 +48,8 @@ public:
     void jumpToScreen(bool right);
 
     /// The user moved the real mouse: interrupts the drag, and reEnable() follows when the mouse has rested.
+    /// In circular mode the pointer goes back to the return point first, but only while the knob is touched:
+    /// a hand alone, or a jump to another screen, is never undone.
     void userMovesMouse();
 
     /// The mouse rests: the drag of a knob that is still touched goes on, from here.
@@ -63,6 +65,7 @@ Q_SIGNALS:
 private:
     void setPointerHidden(bool hide);
     void movePointerBy(int dx, int dy);
+    void noteReturnPoint();
     void waitForMouseRest(int milliseconds);
 
     KeySynthesis &m_keys;
@@ -76,6 +79,7 @@ private:
     bool m_userMovesMouse = false;
     bool m_returnPointMayChange = true;
     QPoint m_returnPoint;
+    bool m_jumped = false; // to another screen, since the return point was noted
     qint64 m_mouseRestsAt = 0;
     bool m_waitsForMouseRest = false;
 };

@@ -6,8 +6,8 @@
 #include <RtMidi.h>
 #include <memory>
 
-/// RtMidi on one of the MIDI systems that the library was compiled with: an output, as client "Veltrix", or an
-/// input, as client "RtMidi Input Client".
+/// RtMidi on one of the MIDI systems that the library was compiled with: an output, as client "Veltrix", or
+/// an input, as client "RtMidi Input Client".
 class RtMidiBackend final : public MidiBackend
 {
     Q_DISABLE_COPY_MOVE(RtMidiBackend)
@@ -31,7 +31,7 @@ private:
 
     static void onMessage(double time, std::vector<unsigned char> *message, void *self);
 
-    Callback m_callback; // outlives the input, which calls it
+    Callback m_callback;                    // outlives the input, which calls it
     const std::unique_ptr<RtMidiOut> m_out; // one of the two is null
     const std::unique_ptr<RtMidiIn> m_in;
     RtMidi &m_midi; // the other

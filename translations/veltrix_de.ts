@@ -666,6 +666,10 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
         <source>Not connected</source>
         <translation>Nicht angeschlossen</translation>
     </message>
+    <message>
+        <source>The device is there, but its port cannot be opened: %1</source>
+        <translation>Das Gerät ist da, aber sein Anschluss lässt sich nicht öffnen: %1</translation>
+    </message>
 </context>
 <context>
     <name>XmlMappingReader</name>

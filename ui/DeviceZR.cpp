@@ -145,6 +145,7 @@ void DeviceZR::connectDevice(SerialProtocol *serial)
             qOverload<char>(&DeviceZR::onKnobevent));
     connect(serial, qOverload<int>(&SerialProtocol::onKnobevent), this,
             qOverload<int>(&DeviceZR::onKnobevent));
+    connect(serial, &SerialProtocol::aboutToUnplug, m_parts.dispatcher, &EventDispatcher::letKnobGo);
     connect(qApp, &QCoreApplication::aboutToQuit, this, &DeviceZR::restoreMouse);
 }
 

@@ -28,7 +28,10 @@ public:
         return state;
     }
 
-    QStringList actionNames() const override { return QStringList{action()} + QAccessibleWidget::actionNames(); }
+    QStringList actionNames() const override
+    {
+        return QStringList{action()} + QAccessibleWidget::actionNames();
+    }
 
     void doAction(const QString &name) override
     {

@@ -1,5 +1,6 @@
 #include "app/frame/WelcomeWindow.h"
 
+#include "app/frame/FittingText.h"
 #include "app/frame/Look.h"
 
 namespace
@@ -20,8 +21,8 @@ WelcomeWindow::WelcomeWindow(QWidget *parent)
 
     const auto addText = [this](const QString &text, const QRect &place, int pointSize, int weight,
                                 const QString &style) {
-        Look::addText(this, text, place, style, Look::font(Look::Face::Page, pointSize, weight),
-                      Qt::AlignCenter);
+        return Look::addText(this, text, place, style, Look::font(Look::Face::Page, pointSize, weight),
+                             Qt::AlignCenter);
     };
     addText(tr("Welcome to VELTRIX setup panel."), {50, 128, 800, 52}, 29, QFont::Light, title);
     addText(tr("Please connect your device with a usb cable."), {50, 184, 800, 32}, 15, QFont::Normal, hint);
@@ -35,8 +36,18 @@ WelcomeWindow::WelcomeWindow(QWidget *parent)
     addText(tr("Connect"), {546, 398, 136, 28}, 14, QFont::DemiBold, caption);
     Look::addPicture(this, {566, 430, 96, 4}, QStringLiteral("background-image: url(:/icons/underline.png)"));
 
+    m_refusal = addText(QString(), {50, 520, 800, 28}, 12, QFont::Normal, title);
+    m_refusal->setObjectName(QStringLiteral("refusal"));
     addText(tr("The panel opens by itself as soon as the device is found."), {50, 600, 800, 24}, 10,
             QFont::Normal, smallText);
+}
+
+void WelcomeWindow::showRefusal(const QString &reason)
+{
+    FittingText::show(m_refusal,
+                      reason.isEmpty()
+                          ? QString()
+                          : tr("The device is there, but its port cannot be opened: %1").arg(reason));
 }
 
 void WelcomeWindow::setConnected(bool connected)

@@ -16,6 +16,10 @@ public:
     /// Sets the indicator.
     void setConnected(bool connected);
 
+    /// Says why the device's port cannot be opened, in the system's words. Empty takes the line away.
+    void showRefusal(const QString &reason);
+
 private:
     QLabel *m_indicator;
+    QLabel *m_refusal;
 };

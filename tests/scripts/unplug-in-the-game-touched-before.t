@@ -14,3 +14,4 @@ hide
 panel GAME
 left up
 show
+move 500 400

@@ -106,6 +106,7 @@ void EngineRig::unplug()
         return;
     }
     m_plugged = false;
+    dispatcher->letKnobGo();
     for (int button = 0; button < ZRButtonMap::buttonCount; ++button) {
         dispatcher->onButtonpress(button, false);
     }

@@ -106,6 +106,28 @@ private Q_SLOTS:
         QCOMPARE(m_log->takeLines(), expected);
     }
 
+    void aRefusalIsToldWhenItChangesAndWhenItEnds()
+    {
+        QStringList told;
+        connect(m_link.get(), &SerialProtocol::portRefused, this,
+                [&told](const QString &reason) { told.append(reason); });
+        m_bench.opens = false;
+        m_lister->show({devicePort()});
+        m_link->scannSerial();
+        m_link->scannSerial();
+        QCOMPARE(told, QStringList(QStringLiteral("busy")));
+        m_lister->show({});
+        m_link->scannSerial();
+        m_link->scannSerial();
+        QCOMPARE(told, QStringList({QStringLiteral("busy"), QString()}));
+        m_lister->show({devicePort()});
+        m_link->scannSerial();
+        m_bench.opens = true;
+        m_link->scannSerial();
+        QCOMPARE(told, QStringList({QStringLiteral("busy"), QString(), QStringLiteral("busy"), QString()}));
+        m_log->takeLines();
+    }
+
     void deviceThatGoesWhileOpeningFailsIsNotAnUnplug()
     {
         m_bench.opens = false;

@@ -32,6 +32,18 @@ private Q_SLOTS:
         QCOMPARE(m_bench.portsAlive, 0);
     }
 
+    void anUnplugIsAnnouncedBeforeItsReleases()
+    {
+        plug();
+        connect(m_link.get(), &SerialProtocol::aboutToUnplug, this,
+                [this] { m_happened.append(QStringLiteral("about to unplug")); });
+        m_lister->show({});
+        m_link->scannSerial();
+        QCOMPARE(m_happened,
+                 QStringList(QStringLiteral("about to unplug")) + allReleases() + QStringList(gone));
+        m_log->takeLines();
+    }
+
     void scansAfterAnUnplugDoNothing()
     {
         plug();

@@ -14,17 +14,20 @@ void PlainDispatcher::button(int button, bool pressing)
     if (button < 0 || button > 9) {
         return;
     }
+    const bool wasDown = m_down[button];
     m_down[button] = pressing;
     const shortCut a = actions[button][m_layer];
     if (a.key1 == 0x1001262) {
         sendMidi(a, pressing);
     } else if (a.key1 == 0x1001261) {
-        m_mode = 5;
-        m_midiLayer = m_layer;
-        m_midiButton = button;
-        m_midiValue = 0;
+        if (pressing || wasDown) {
+            m_mode = 5;
+            m_midiLayer = m_layer;
+            m_midiButton = button;
+            m_midiValue = 0;
+        }
     } else if (a.key1 == 0x1FFFFFF) {
-        special(a.key2, button, pressing);
+        special(a.key2, button, pressing, wasDown);
     } else {
         sendKey(a.key1, pressing);
         sendKey(a.key2, pressing);
@@ -37,28 +40,35 @@ void PlainDispatcher::button(int button, bool pressing)
     forgetChordWithoutButtons();
 }
 
-void PlainDispatcher::special(int code, int button, bool pressing)
+void PlainDispatcher::setMode(int mode, bool pressing, bool wasDown)
+{
+    if (pressing || wasDown) {
+        m_mode = mode;
+    }
+}
+
+void PlainDispatcher::special(int code, int button, bool pressing, bool wasDown)
 {
     if (code == 2 && pressing) {
         jump(false);
     } else if (code == 3 && pressing) {
         jump(true);
     } else if (code == 4) {
-        m_mode = 2;
+        setMode(2, pressing, wasDown);
         m_horizontal = pressing;
         checkChord(pressing);
     } else if (code == 5) {
-        m_mode = 1;
+        setMode(1, pressing, wasDown);
         m_vertical = pressing;
         checkChord(pressing);
     } else if (code == 6) {
-        m_mode = 0;
+        setMode(0, pressing, wasDown);
         m_circular = pressing;
         checkChord(pressing);
     } else if (code == 7) {
-        m_mode = 4;
+        setMode(4, pressing, wasDown);
     } else if (code == 8) {
-        m_mode = 3;
+        setMode(3, pressing, wasDown);
     } else if (code == 9 || code == 10) {
         if (pressing) {
             m_layer = code == 9 ? 1 : 2;
@@ -93,14 +103,19 @@ void PlainDispatcher::knob(char type)
         m_finger = true;
         m_fingerForGame = m_game;
     }
+    if (type == 'D' && !m_game) {
+        m_touchedMode = m_mode;
+        m_touchedMidi = actions[m_midiButton][m_midiLayer];
+    }
     if (m_game) {
         m_lines << QStringLiteral("game %1").arg(QLatin1Char(type == 'U' ? 'S' : type));
     } else if (m_mode == 5) {
-        midiKnob(type);
+        midiKnob(type, actions[m_midiButton][m_midiLayer]);
     } else if (type == 'U') {
         setPointerHidden(false);
         if (m_mode == 0) {
             moveTo(m_saved.x(), m_saved.y());
+            m_jumped = false;
             m_restorePointValid = false;
             m_restorePointAt.append(m_now + 1000);
         }
@@ -109,6 +124,7 @@ void PlainDispatcher::knob(char type)
         setPointerHidden(true);
         if (m_mode == 0 && m_restorePointValid) {
             m_saved = pointer;
+            m_jumped = false;
         }
     } else if (m_touched && !m_userMoves) {
         step(type);
@@ -139,11 +155,15 @@ void PlainDispatcher::count(int count)
     m_last = m;
 }
 
-void PlainDispatcher::deviceLost()
+void PlainDispatcher::letKnobGo()
 {
     m_game = false;
-    if (m_finger && !m_fingerForGame) {
+    if (m_finger && !m_fingerForGame && m_touchedMode == 5) {
+        midiKnob('U', m_touchedMidi);
+    } else if (m_finger && !m_fingerForGame) {
+        const int mode = std::exchange(m_mode, m_touchedMode);
         knob('U');
+        m_mode = mode;
     }
     m_finger = false;
     m_touched = false;
@@ -159,7 +179,7 @@ void PlainDispatcher::mouseMoved(QPoint to)
     if (m_touched && m_hidden) {
         setPointerHidden(false);
     }
-    if (m_mode == 0) {
+    if (m_touched && m_mode == 0 && !m_jumped) {
         moveTo(m_saved.x(), m_saved.y());
     }
     m_userMoves = true;
@@ -184,6 +204,7 @@ void PlainDispatcher::reEnable()
         return;
     }
     m_saved = pointer;
+    m_jumped = false;
     if (m_touched && !m_hidden) {
         setPointerHidden(true);
     }
@@ -254,13 +275,13 @@ void PlainDispatcher::jump(bool right)
     const QRect target = screens.at(t);
     const qint64 dx = qint64(pointer.x()) - screens.at(n).left();
     const qint64 dy = qint64(pointer.y()) - screens.at(n).top();
+    m_jumped = true;
     moveTo(target.left() + (dx > target.width() ? target.width() / 2 : dx),
            target.top() + (dy > target.height() ? target.height() / 2 : dy));
 }
 
-void PlainDispatcher::midiKnob(char type)
+void PlainDispatcher::midiKnob(char type, const shortCut &a)
 {
-    const shortCut a = actions[m_midiButton][m_midiLayer];
     if (type == 'D' || type == 'U') {
         sendMidi(a, type == 'D');
         return;

@@ -23,14 +23,14 @@ public:
     void button(int button, bool pressing);
     void knob(char type);
     void count(int count);
-    void deviceLost();
+    void letKnobGo();
     void mouseMoved(QPoint to);
     void advance(int milliseconds);
 
     QStringList takeLines();
 
 private:
-    void special(int code, int button, bool pressing);
+    void special(int code, int button, bool pressing, bool wasDown);
     void checkChord(bool pressing);
     void sendKey(qint32 code, bool down);
     void tap(int code);
@@ -38,7 +38,8 @@ private:
     void setPointerHidden(bool hide);
     void step(char direction);
     void jump(bool right);
-    void midiKnob(char type);
+    void setMode(int mode, bool pressing, bool wasDown);
+    void midiKnob(char type, const shortCut &a);
     void sendMidi(const shortCut &a, bool pressing);
     void reEnable();
     void forgetChordWithoutButtons();
@@ -55,7 +56,10 @@ private:
     bool m_vertical = false, m_horizontal = false, m_circular = false;
     bool m_game = false;
     bool m_finger = false, m_fingerForGame = false;
-    bool m_touched = false, m_hidden = false, m_userMoves = false, m_restorePointValid = true;
+    int m_touchedMode = 0;
+    shortCut m_touchedMidi;
+    bool m_touched = false, m_hidden = false, m_jumped = false, m_userMoves = false,
+         m_restorePointValid = true;
     QPoint m_saved;
     int m_midiButton = 0, m_midiLayer = 0, m_midiValue = 0;
     int m_last = 0;

@@ -207,11 +207,13 @@ private:
 
     void unplug()
     {
+        m_finger = false;
+        m_plain.letKnobGo();
+        m_rig.dispatcher->letKnobGo();
+        compare(QStringLiteral("knob let go"));
         for (int which = 0; which < 10; ++which) {
             button(which, false);
         }
-        m_finger = false;
-        m_plain.deviceLost();
         m_rig.dispatcher->onDeviceLost();
         compare(QStringLiteral("device lost"));
     }

@@ -46,13 +46,15 @@ void tst_FocusFrame::init()
 
 void tst_FocusFrame::showsForTheKeyboardOnly()
 {
-    for (const Qt::FocusReason reason : {Qt::TabFocusReason, Qt::BacktabFocusReason, Qt::ShortcutFocusReason}) {
+    for (const Qt::FocusReason reason :
+         {Qt::TabFocusReason, Qt::BacktabFocusReason, Qt::ShortcutFocusReason}) {
         m_button->setFocus(reason);
         QVERIFY(m_frame->isVisible());
         m_other->setFocus();
         QVERIFY(!m_frame->isVisible());
     }
-    for (const Qt::FocusReason reason : {Qt::MouseFocusReason, Qt::OtherFocusReason, Qt::ActiveWindowFocusReason}) {
+    for (const Qt::FocusReason reason :
+         {Qt::MouseFocusReason, Qt::OtherFocusReason, Qt::ActiveWindowFocusReason}) {
         m_button->setFocus(reason);
         QVERIFY(!m_frame->isVisible());
         m_other->setFocus();

@@ -10,6 +10,7 @@ class tst_WelcomeWindow : public QObject
 private Q_SLOTS:
     void showsItsTexts();
     void indicatorFollowsTheConnection();
+    void saysWhyThePortIsRefused();
 };
 
 void tst_WelcomeWindow::showsItsTexts()
@@ -39,6 +40,18 @@ void tst_WelcomeWindow::indicatorFollowsTheConnection()
     QCOMPARE(indicator->styleSheet(), QStringLiteral("background-image: url(:/icons/square-c.png)"));
     window.setConnected(false);
     QCOMPARE(indicator->styleSheet(), QStringLiteral("background-image: url(:/icons/square.png)"));
+}
+
+void tst_WelcomeWindow::saysWhyThePortIsRefused()
+{
+    WelcomeWindow window;
+    const auto *refusal = window.findChild<QLabel *>(QStringLiteral("refusal"));
+    QCOMPARE(refusal->text(), QString());
+    window.showRefusal(QStringLiteral("Permission denied"));
+    QCOMPARE(refusal->text(),
+             QStringLiteral("The device is there, but its port cannot be opened: Permission denied"));
+    window.showRefusal(QString());
+    QCOMPARE(refusal->text(), QString());
 }
 
 QTEST_MAIN(tst_WelcomeWindow)
