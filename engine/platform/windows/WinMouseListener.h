@@ -4,10 +4,12 @@
 
 #include <QObject>
 
+#include <atomic>
+
 /// Notices mouse movement on the whole desktop with a low-level hook.
 ///
-/// The thread that makes it must run an event loop. Without the hook, which the log says, nothing is ever
-/// emitted.
+/// The hook works on a thread of its own and only posts, however long the GUI thread is busy. Without the
+/// hook, which the log says, nothing is ever emitted.
 class WinMouseListener final : public QObject
 {
     Q_OBJECT
@@ -19,10 +21,13 @@ public:
     bool isInstalled() const { return m_hook.isInstalled(); }
 
 Q_SIGNALS:
-    /// Emitted for every movement from inside the hook, before the pointer moves and while the system waits.
-    /// Connect with Qt::QueuedConnection whatever is not done at once.
+    /// Emitted on the thread that made this object, from its event loop, and so after the movement; movements
+    /// that came meanwhile count as one.
     void userMovedMouse();
 
 private:
-    Win32MouseHook m_hook;
+    void post();
+
+    std::atomic<bool> m_posted{false};
+    Win32MouseHook m_hook; // the last: its thread uses the others
 };

@@ -1,8 +1,10 @@
 #include "engine/platform/Desktop.h"
 #include "engine/platform/KeyCodes.h"
 #include "engine/platform/NativePlatform.h"
+#include "engine/platform/PlatformLog.h"
 #include "engine/platform/windows/RunKeyEntry.h"
 #include "engine/platform/windows/WinMouseListener.h"
+#include "engine/platform/windows/WindowsCrashRelease.h"
 #include "engine/platform/windows/WindowsInputInjector.h"
 #include "engine/platform/windows/WindowsPointer.h"
 #include "engine/platform/windows/WindowsPointerAppearance.h"
@@ -14,8 +16,7 @@
 
 void startCrashRelease()
 {
-    // No process can tell here which input another one injected; what a crash leaves behind that lasts is the
-    // transparent pointer, and the next start puts it right.
+    WindowsCrashRelease::start();
 }
 
 void preparePlatform()
@@ -25,6 +26,12 @@ void preparePlatform()
 
 bool createNativePlatform(Platform &platform, QString &note)
 {
+    if (const QString problem = WindowsCrashRelease::problem(); !problem.isEmpty()) {
+        qCWarning(lcPlatform).noquote()
+            << "held keys would stay down after a crash: the process that releases them "
+               "did not start:"
+            << problem;
+    }
     platform.injector = std::make_unique<WindowsInputInjector>();
     platform.pointer = std::make_unique<WindowsPointer>();
     platform.appearance = std::make_unique<WindowsPointerAppearance>(QCoreApplication::applicationDirPath() +
@@ -41,10 +48,7 @@ std::unique_ptr<QObject> createMouseListener(std::function<void()> userMoved)
     if (!listener->isInstalled()) {
         return nullptr;
     }
-    // Queued: the answer to a movement may move the pointer, which would be undone by the movement still
-    // under way, and reload the pointer scheme, which takes longer than the system waits for a hook.
-    QObject::connect(listener.get(), &WinMouseListener::userMovedMouse, listener.get(), std::move(userMoved),
-                     Qt::QueuedConnection);
+    QObject::connect(listener.get(), &WinMouseListener::userMovedMouse, listener.get(), std::move(userMoved));
     return listener;
 }
 

@@ -1,6 +1,7 @@
 #include "engine/platform/windows/WindowsPointerAppearance.h"
 
 #include "engine/platform/PlatformLog.h"
+#include "engine/platform/windows/WindowsCrashRelease.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -19,7 +20,14 @@ WindowsPointerAppearance::WindowsPointerAppearance(const QString &transparentArr
 
 void WindowsPointerAppearance::setHidden(bool hidden)
 {
+    Win32HeldInput &held = WindowsCrashRelease::heldInput();
+    if (hidden) {
+        held.setArrowHidden(true);
+    }
     const LSTATUS status = m_scheme.setTransparent(hidden);
+    if (!hidden) {
+        held.setArrowHidden(false);
+    }
     if (status != ERROR_SUCCESS) {
         qCWarning(lcPlatform, "the pointer scheme was not changed: error %ld", status);
     }

@@ -5,9 +5,9 @@
 namespace
 {
 
-void send(INPUT &record)
+bool send(INPUT &record)
 {
-    SendInput(1, &record, sizeof(INPUT));
+    return SendInput(1, &record, sizeof(INPUT)) == 1;
 }
 
 } // namespace
@@ -15,21 +15,21 @@ void send(INPUT &record)
 namespace Win32Input
 {
 
-void sendKey(std::uint16_t virtualKey, bool down)
+bool sendKey(std::uint16_t virtualKey, bool down)
 {
     INPUT record{};
     record.type = INPUT_KEYBOARD;
     record.ki.wVk = virtualKey;
     record.ki.dwFlags = down ? 0 : KEYEVENTF_KEYUP;
-    send(record);
+    return send(record);
 }
 
-void sendLeftButton(bool down)
+bool sendLeftButton(bool down)
 {
     INPUT record{};
     record.type = INPUT_MOUSE;
     record.mi.dwFlags = down ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP;
-    send(record);
+    return send(record);
 }
 
 } // namespace Win32Input

@@ -57,4 +57,12 @@ std::string narrow(const std::wstring &text)
     return bytes;
 }
 
+std::wstring programFolder()
+{
+    std::wstring path(MAX_PATH, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
+    path.resize(path.find_last_of(L'\\') + 1);
+    return path;
+}
+
 } // namespace Check

@@ -23,6 +23,9 @@ int runAll();
 
 std::string narrow(const std::wstring &text);
 
+/// Where the running test program lies, with a "\" at the end.
+std::wstring programFolder();
+
 inline std::string shown(const std::wstring &value)
 {
     return narrow(value);

@@ -13,10 +13,7 @@ constexpr std::chrono::seconds patience(3);
 
 Child::Child(const wchar_t *program, const wchar_t *argument)
 {
-    std::wstring path(MAX_PATH, L'\0');
-    path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
-    path.resize(path.find_last_of(L'\\') + 1);
-    path += program;
+    const std::wstring path = Check::programFolder() + program;
     std::wstring command = std::wstring(program) + L' ' + argument;
 
     SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
@@ -64,6 +61,12 @@ void Child::forgetLines()
     m_lines.clear();
 }
 
+bool Child::waitForEndOfOutput()
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    return m_changed.wait_for(lock, patience, [this] { return m_ended; });
+}
+
 DWORD Child::exitCode() const
 {
     WaitForSingleObject(m_process.hProcess, static_cast<DWORD>(std::chrono::milliseconds(patience).count()));
@@ -92,6 +95,11 @@ void Child::readLines()
         line.clear();
         m_changed.notify_all();
     }
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_ended = true;
+    }
+    m_changed.notify_all();
 }
 
 std::vector<std::string> Child::matching(const std::string &prefix) const

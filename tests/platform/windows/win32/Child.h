@@ -28,6 +28,9 @@ public:
 
     void forgetLines();
 
+    /// Waits at most three seconds until nobody has the program's output open any more.
+    bool waitForEndOfOutput();
+
     /// Waits at most three seconds for the program's end; STILL_ACTIVE when it runs on.
     DWORD exitCode() const;
 
@@ -42,5 +45,6 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_changed;
     std::vector<std::string> m_lines;
+    bool m_ended = false;
     std::thread m_reader;
 };

@@ -81,7 +81,7 @@ TEST(pointerReachesTheSecondScreen)
 
 TEST(hookTellsOfEveryMovementInjectedOnesToo)
 {
-    int movements = 0;
+    std::atomic<int> movements{0};
     const Win32MouseHook hook([&movements] { ++movements; });
     CHECK(hook.isInstalled());
     Win32Pointer::moveTo({200, 200});
@@ -96,7 +96,7 @@ TEST(hookTellsOfEveryMovementInjectedOnesToo)
 
 TEST(hookIgnoresButtonsAndWheel)
 {
-    int movements = 0;
+    std::atomic<int> movements{0};
     const Win32MouseHook hook([&movements] { ++movements; });
     wheelByInput();
     handleMessages();
@@ -108,7 +108,7 @@ TEST(hookPassesMovementsOnToEarlierHooks)
     const HHOOK earlier = SetWindowsHookExW(WH_MOUSE_LL, earlierHook, nullptr, 0);
     CHECK(earlier != nullptr);
     earlierHookCalls = 0;
-    int movements = 0;
+    std::atomic<int> movements{0};
     {
         const Win32MouseHook hook([&movements] { ++movements; });
         moveByInput(-1);
@@ -121,7 +121,7 @@ TEST(hookPassesMovementsOnToEarlierHooks)
 
 TEST(secondHookStaysUninstalledWhileTheFirstLives)
 {
-    int movements = 0;
+    std::atomic<int> movements{0};
     {
         const Win32MouseHook first([] {});
         {
@@ -140,7 +140,7 @@ TEST(secondHookStaysUninstalledWhileTheFirstLives)
 
 TEST(hookThatIsGoneIsNotCalled)
 {
-    int movements = 0;
+    std::atomic<int> movements{0};
     {
         const Win32MouseHook hook([&movements] { ++movements; });
     }
