@@ -4,15 +4,14 @@
 
 #include <QCoreApplication>
 
-Core::Core()
-    : m_platform(createPlatform())
-    , m_settings(QLatin1String(AppInfo::organisationName), QLatin1String(AppInfo::applicationName))
+Core::Core(Platform &platform)
+    : m_settings(QLatin1String(AppInfo::organisationName), QLatin1String(AppInfo::applicationName))
     , m_knobSettings(m_settings)
-    , m_launchOnStartup(*m_platform.autostart, QCoreApplication::applicationFilePath())
-    , m_ledger(*m_platform.injector, *m_platform.appearance)
+    , m_launchOnStartup(*platform.autostart, QCoreApplication::applicationFilePath())
+    , m_ledger(*platform.injector, *platform.appearance)
     , m_midi(m_midiPort)
     , m_midiPortName(m_midi.chooseOutputPort())
-    , m_dispatcher(m_ledger, *m_platform.pointer, m_midi, m_knobSettings, m_clock)
+    , m_dispatcher(m_ledger, *platform.pointer, m_midi, m_knobSettings, m_clock)
 {
     connect(qApp, &QCoreApplication::aboutToQuit, this, &Core::end);
 }

@@ -7,13 +7,13 @@
 #include "engine/MidiActions.h"
 #include "engine/Settings.h"
 #include "engine/SystemClock.h"
-#include "engine/platform/PlatformFactory.h"
+#include "engine/platform/Platform.h"
 #include "midi/MidiOutPort.h"
 
 #include <QObject>
 #include <QString>
 
-/// The engine on the backend of this system: what carries out the device's events, without any window.
+/// The engine on a platform: what carries out the device's events, without any window.
 ///
 /// Owns its parts by value in the order in which they need each other. Lives on the GUI thread; needs the
 /// application object and its names.
@@ -23,7 +23,8 @@ class Core : public QObject
     Q_DISABLE_COPY_MOVE(Core)
 
 public:
-    Core();
+    /// @p platform must outlive this object.
+    explicit Core(Platform &platform);
     ~Core() override;
 
     Settings &settings() { return m_settings; }
@@ -37,7 +38,6 @@ public:
 private:
     void end();
 
-    Platform m_platform;
     Settings m_settings;
     KnobSettings m_knobSettings;
     LaunchOnStartup m_launchOnStartup;

@@ -10,6 +10,7 @@
 #include "app/frame/AppInfo.h"
 #include "device/DevicePorts.h"
 #include "device/SerialProtocol.h"
+#include "engine/platform/PlatformFactory.h"
 #include "mapping/LibraryKeeper.h"
 #include "net/MapUpdate.h"
 #include "net/ZRUpdater.h"
@@ -20,8 +21,7 @@ int main(int argc, char *argv[])
     if (const auto status = CommandLine::answerEarly(argc, argv)) {
         return *status;
     }
-    startCrashRelease();
-    preparePlatform();
+    const PlatformFactory platforms;
 
     // Made before the names are set, so it finds nothing, and the window shows at every start. Deliberate.
     const QSettings settingsWithoutNames;
@@ -49,12 +49,13 @@ int main(int argc, char *argv[])
     DataDirectory::prepare(data, QCoreApplication::applicationDirPath());
     Logging::addFile(data);
     LibraryKeeper::restore(library);
+    Platform platform = platforms.create();
     // From here on a request to quit finds the event loop, now or as soon as it runs.
-    const auto quitWatch = watchQuitRequests([] { QCoreApplication::quit(); });
+    const auto quitWatch = platform.watchQuitRequests([] { QCoreApplication::quit(); });
 
     const bool show = Settings::isOlder(settingsWithoutNames, QLatin1String(AppInfo::version));
 
-    Core core;
+    Core core(platform);
     MapUpdate mapUpdate(library, &core.settings());
     UpdateDialog updateDialog;
     ZRUpdater *updater = ZRUpdater::instance();
@@ -68,8 +69,8 @@ int main(int argc, char *argv[])
         [&](QWidget *parent, SerialProtocol *serial, ZRUpdater *pageUpdater) {
             return new DeviceZR(parent, serial,
                                 {&core.dispatcher(), &core.settings(), &core.knobSettings(),
-                                 &core.launchOnStartup(), &mapUpdate, pageUpdater, data,
-                                 core.midiPortName()});
+                                 &core.launchOnStartup(), &mapUpdate, pageUpdater, platform.desktop.get(),
+                                 data, core.midiPortName()});
         },
         updater);
     updateDialog.setWindow(&window);
@@ -79,7 +80,7 @@ int main(int argc, char *argv[])
     }
     QObject::connect(&application, &QCoreApplication::aboutToQuit, updater, &ZRUpdater::aboutToQuit);
     QObject::connect(updater, &ZRUpdater::onDownloadComplete, updater, &ZRUpdater::install);
-    const auto mouseListener = createMouseListener([&] { window.devicePage()->onUserMovingMouse(); });
+    const auto mouseListener = platform.watchMouse([&] { window.devicePage()->onUserMovingMouse(); });
 
     const int status = SingleApplication::exec();
     Logging::closeFile();

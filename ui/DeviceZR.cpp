@@ -159,13 +159,14 @@ void DeviceZR::connectIndicators()
     connect(dispatcher, &EventDispatcher::gameControl, this, &DeviceZR::gameControl);
 }
 
-// The dialogs dim the page when they come; undoing that is up to the page. Most are made only when they are
-// asked for, and each is polished once, before it is first seen.
+// The dialogs dim the page when they come; undoing that is up to the page, as is what they work with. Most
+// are made only when they are asked for, and each is polished once, before it is first seen.
 void DeviceZR::childEvent(QChildEvent *event)
 {
     ZRBaseWindow::childEvent(event);
-    const auto *dialog = event->polished() ? qobject_cast<OverlayDialog *>(event->child()) : nullptr;
+    auto *dialog = event->polished() ? qobject_cast<OverlayDialog *>(event->child()) : nullptr;
     if (dialog != nullptr) {
+        dialog->setDesktop(m_parts.desktop);
         connect(dialog, &OverlayDialog::hidden, this, [this] { setBlur(false); });
     }
 }

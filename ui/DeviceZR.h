@@ -13,6 +13,7 @@
 class ActionMenus;
 class ClickableLabel;
 class ComboMapping;
+class Desktop;
 class DeviceIndicators;
 class DevicePicture;
 class EventDispatcher;
@@ -44,7 +45,8 @@ public:
         KnobSettings *knobSettings;
         LaunchOnStartup *launchOnStartup;
         MapUpdate *mapUpdate;
-        ZRUpdater *updater; ///< may be null
+        ZRUpdater *updater;     ///< may be null
+        const Desktop *desktop; ///< may be null, for its dialogs
         QString dataDirectory;
         QString midiPortName;
     };

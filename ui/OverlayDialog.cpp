@@ -115,7 +115,7 @@ void OverlayDialog::coverWindow()
 // Without a compositor the window shows through as a picture of it, taken when it has been dimmed.
 void OverlayDialog::takeBackground()
 {
-    m_background = m_window && !isDesktopComposited() ? m_window->grab() : QPixmap();
+    m_background = m_window && m_desktop && !m_desktop->isComposited() ? m_window->grab() : QPixmap();
 }
 
 void OverlayDialog::watch(bool on)

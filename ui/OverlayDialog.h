@@ -7,6 +7,8 @@
 #include <QTimer>
 #include <QWidget>
 
+class Desktop;
+
 /// What the page's dialogs share: a translucent window that covers the page's window, and stays with it, with
 /// a white panel on it.
 ///
@@ -29,6 +31,10 @@ public:
     /// ZRBaseWindow gets setBlur() connected to its slot of that name.
     OverlayDialog(const QSize &panelSize, Grabs grabs, QWidget *parent);
     ~OverlayDialog() override;
+
+    /// Has to be told before the dialog is first shown. It must outlive the dialog. Without one windows count
+    /// as translucent.
+    void setDesktop(const Desktop *desktop) { m_desktop = desktop; }
 
     /// Where a panel of @p panelSize stands on a primary screen of @p screenSize, in the screen's pixels.
     static QPoint panelOnScreen(const QSize &screenSize, const QSize &panelSize);
@@ -62,6 +68,9 @@ protected:
     /// Adds rules to the dialog's own style sheet.
     void addStyle(const QString &rules) { setStyleSheet(styleSheet() + rules); }
 
+    /// May be null.
+    const Desktop *desktop() const { return m_desktop; }
+
     /// Whether a place of the dialog (a mouse event's, say) lies on something on the panel.
     bool isOn(const QWidget *onPanel, const QPoint &place) const;
 
@@ -84,6 +93,7 @@ private:
     const QSize m_firstPanelSize;
     const Grabs m_grabs;
     QWidget *m_panel;
+    const Desktop *m_desktop = nullptr;
     QPointer<QWidget> m_window; // what the dialog covers, while it is shown
     QPixmap m_background;       // what shows through the dialog where nothing does by itself
     QTimer m_retry;

@@ -1,6 +1,7 @@
 #include "ui/ShortcutKey.h"
 
 #include "app/frame/FittingText.h"
+#include "engine/platform/Desktop.h"
 #include "ui/KeyNames.h"
 #include "ui/UiLog.h"
 
@@ -28,9 +29,8 @@ QFont dialogFont(int pointSize, int weight)
 
 } // namespace
 
-ShortcutKey::ShortcutKey(QWidget *parent, Translate translate)
+ShortcutKey::ShortcutKey(QWidget *parent)
     : OverlayDialog(panelSize, GrabMouse | GrabKeyboard, parent)
-    , m_translate(std::move(translate))
 {
     const QString title = tr("Shorcut Key"); // the spelling is deliberate
     setWindowTitle(title);
@@ -103,7 +103,8 @@ void ShortcutKey::keyPressEvent(QKeyEvent *event)
 {
     const quint32 native = event->nativeVirtualKey();
     const quint32 scan = event->nativeScanCode();
-    const int code = native != 0 || scan != 0 ? m_translate(native, scan) : 0;
+    const bool known = desktop() && (native != 0 || scan != 0);
+    const int code = known ? desktop()->virtualKeyFromNative(native, scan) : 0;
     typeKey(code != 0 ? code : event->key());
 }
 

@@ -1,11 +1,8 @@
 #pragma once
 
-#include "engine/platform/KeyCodes.h"
 #include "ui/OverlayDialog.h"
 
 #include <QVector>
-
-#include <functional>
 
 /// The dialog in which the user types the keyboard shortcut of one control in one layer.
 ///
@@ -17,10 +14,8 @@ class ShortcutKey : public OverlayDialog
     Q_DISABLE_COPY_MOVE(ShortcutKey)
 
 public:
-    /// The virtual-key code of a key event's native key and scan code; 0 when it has none.
-    using Translate = std::function<int(quint32 nativeVirtualKey, quint32 nativeScanCode)>;
-
-    explicit ShortcutKey(QWidget *parent, Translate translate = virtualKeyFromNative);
+    /// Without a desktop, keys have the toolkit's codes.
+    explicit ShortcutKey(QWidget *parent);
 
 Q_SIGNALS:
     /// The user has confirmed the shortcut of layer @p type: up to three virtual-key codes, -1 for none, and
@@ -61,5 +56,4 @@ private:
     QVector<int> m_keys; // pressed, in order, no repeats
     int m_type = 0;
     QString m_text; // what the display says, in full and untranslated: it is stored
-    Translate m_translate;
 };

@@ -1,14 +1,30 @@
 #include "engine/platform/PlatformFactory.h"
 
-#include "engine/platform/NativePlatform.h"
 #include "engine/platform/PlatformLog.h"
 #include "engine/platform/recording/Recorder.h"
 #include "engine/platform/recording/RecordingAppearance.h"
 #include "engine/platform/recording/RecordingInjector.h"
 #include "engine/platform/recording/RecordingPointer.h"
 
+#include <vector>
+
+// VELTRIX_BACKENDS is the list in engine/platform/CMakeLists.txt: BACKEND(x11) for a folder x11/ with a
+// function x11Backend().
+#define BACKEND(name) Backend name##Backend();
+VELTRIX_BACKENDS
+#undef BACKEND
+
 namespace
 {
+
+/// Every way to the desktop that was built, in the order in which they are tried.
+const std::vector<Backend> &backends()
+{
+#define BACKEND(name) name##Backend(),
+    static const std::vector<Backend> all{VELTRIX_BACKENDS};
+#undef BACKEND
+    return all;
+}
 
 /// Takes down what would have happened, for whoever reads the verbose log.
 Recorder &nowhere()
@@ -20,17 +36,29 @@ Recorder &nowhere()
 
 } // namespace
 
-Platform createPlatform()
+PlatformFactory::PlatformFactory()
+{
+    for (const Backend &backend : backends()) {
+        backend.prepare();
+    }
+}
+
+Platform PlatformFactory::create() const
 {
     Platform platform;
-    QString note;
-    if (createNativePlatform(platform, note)) {
-        qCInfo(lcPlatform).noquote() << "input goes through" << note;
+    const Backend &backend = backends().front();
+    backend.addSystem(platform);
+    if (backend.addInput(platform)) {
+        qCInfo(lcPlatform).noquote() << "input goes through" << platform.input;
         return platform;
     }
-    qCWarning(lcPlatform).noquote() << "input goes nowhere:" << note;
+    qCWarning(lcPlatform).noquote() << "input goes nowhere:" << platform.input;
     platform.injector = std::make_unique<RecordingInjector>(nowhere());
     platform.pointer = std::make_unique<RecordingPointer>(nowhere());
     platform.appearance = std::make_unique<RecordingAppearance>(nowhere());
+    platform.watchMouse = [why = platform.input](const std::function<void()> &) {
+        qCWarning(lcPlatform).noquote() << "the user's own mouse is not watched:" << why;
+        return std::unique_ptr<QObject>();
+    };
     return platform;
 }

@@ -1,10 +1,9 @@
-#include "engine/platform/Desktop.h"
-#include "engine/platform/KeyCodes.h"
-#include "engine/platform/NativePlatform.h"
+#include "engine/platform/Platform.h"
 #include "engine/platform/PlatformLog.h"
 #include "engine/platform/windows/RunKeyEntry.h"
 #include "engine/platform/windows/WinMouseListener.h"
 #include "engine/platform/windows/WindowsCrashRelease.h"
+#include "engine/platform/windows/WindowsDesktop.h"
 #include "engine/platform/windows/WindowsInputInjector.h"
 #include "engine/platform/windows/WindowsPointer.h"
 #include "engine/platform/windows/WindowsPointerAppearance.h"
@@ -14,17 +13,20 @@
 
 #include <utility>
 
-void startCrashRelease()
+namespace
 {
-    WindowsCrashRelease::start();
+
+std::unique_ptr<QObject> watchMouse(std::function<void()> userMoved)
+{
+    auto listener = std::make_unique<WinMouseListener>();
+    if (!listener->isInstalled()) {
+        return nullptr;
+    }
+    QObject::connect(listener.get(), &WinMouseListener::userMovedMouse, listener.get(), std::move(userMoved));
+    return listener;
 }
 
-void preparePlatform()
-{
-    // The toolkit finds the desktop by itself and declares the program aware of each monitor's resolution.
-}
-
-bool createNativePlatform(Platform &platform, QString &note)
+bool addInput(Platform &platform)
 {
     if (const QString problem = WindowsCrashRelease::problem(); !problem.isEmpty()) {
         qCWarning(lcPlatform).noquote()
@@ -36,33 +38,30 @@ bool createNativePlatform(Platform &platform, QString &note)
     platform.pointer = std::make_unique<WindowsPointer>();
     platform.appearance = std::make_unique<WindowsPointerAppearance>(QCoreApplication::applicationDirPath() +
                                                                      QStringLiteral("/transp.cur"));
-    platform.autostart = std::make_unique<RunKeyEntry>();
+    platform.watchMouse = watchMouse;
     // A desktop that refuses input (locked, or an elevated window in front) does so event by event.
-    note = QStringLiteral("Windows: SendInput");
+    platform.input = QStringLiteral("Windows: SendInput");
     return true;
 }
 
-std::unique_ptr<QObject> createMouseListener(std::function<void()> userMoved)
+void addSystem(Platform &platform)
 {
-    auto listener = std::make_unique<WinMouseListener>();
-    if (!listener->isInstalled()) {
-        return nullptr;
-    }
-    QObject::connect(listener.get(), &WinMouseListener::userMovedMouse, listener.get(), std::move(userMoved));
-    return listener;
+    platform.desktop = std::make_unique<WindowsDesktop>();
+    platform.autostart = std::make_unique<RunKeyEntry>();
+    platform.watchQuitRequests = [](std::function<void()> quit) {
+        return std::make_unique<WindowsQuitGuard>(std::move(quit));
+    };
 }
 
-std::unique_ptr<QObject> watchQuitRequests(std::function<void()> quit)
+void prepare()
 {
-    return std::make_unique<WindowsQuitGuard>(std::move(quit));
+    // The toolkit finds the desktop by itself and declares the program aware of each monitor's resolution.
+    WindowsCrashRelease::start();
 }
 
-int virtualKeyFromNative(quint32 nativeVirtualKey, quint32)
-{
-    return static_cast<int>(nativeVirtualKey);
-}
+} // namespace
 
-bool isDesktopComposited()
+Backend windowsBackend()
 {
-    return true;
+    return {"windows", prepare, addSystem, addInput};
 }

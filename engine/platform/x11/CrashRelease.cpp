@@ -1,7 +1,5 @@
 #include "engine/platform/x11/CrashRelease.h"
 
-#include "engine/platform/PlatformFactory.h"
-
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
 #include <cerrno>
@@ -171,7 +169,7 @@ QString CrashRelease::problem()
     return watchdog().problem();
 }
 
-void startCrashRelease()
+void CrashRelease::start()
 {
     watchdog().start();
 }

@@ -10,7 +10,10 @@
 namespace CrashRelease
 {
 
-/// What the process will release. Shared with it when startCrashRelease() has started it, else with nobody.
+/// Starts it, first thing in main(), before any thread, file or connection exists.
+void start();
+
+/// What the process will release. Shared with it when start() has started it, else with nobody.
 HeldInput &heldInput();
 
 /// Why the process could not be started; empty when it runs or was not asked for.

@@ -1,13 +1,10 @@
-#include "engine/platform/Desktop.h"
-#include "engine/platform/KeyCodes.h"
+#include "engine/platform/x11/X11Desktop.h"
+
 #include "engine/platform/x11/X11Layout.h"
 
 #include <X11/Xlib.h>
 
-// Asked now and then, by a person's doing: a connection for each question costs less than keeping one that
-// has to be looked after.
-
-int virtualKeyFromNative(quint32 nativeVirtualKey, quint32 nativeScanCode)
+int X11Desktop::virtualKeyFromNative(quint32 nativeVirtualKey, quint32 nativeScanCode) const
 {
     CapturedKey key;
     KeyboardMap map;
@@ -24,7 +21,7 @@ int virtualKeyFromNative(quint32 nativeVirtualKey, quint32 nativeScanCode)
     return key.virtualKey(map);
 }
 
-bool isDesktopComposited()
+bool X11Desktop::isComposited() const
 {
     QString problem;
     const std::shared_ptr<X11Connection> connection = X11Connection::open(problem);

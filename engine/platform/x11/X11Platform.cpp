@@ -1,12 +1,13 @@
-#include "engine/platform/NativePlatform.h"
+#include "engine/platform/Platform.h"
 #include "engine/platform/PlatformLog.h"
+#include "engine/platform/linux/SignalWatcher.h"
+#include "engine/platform/linux/XdgAutostartEntry.h"
 #include "engine/platform/x11/CrashRelease.h"
 #include "engine/platform/x11/OSXMouseListener.h"
-#include "engine/platform/x11/QuitRequests.h"
+#include "engine/platform/x11/X11Desktop.h"
 #include "engine/platform/x11/X11InputInjector.h"
 #include "engine/platform/x11/X11Pointer.h"
 #include "engine/platform/x11/X11PointerAppearance.h"
-#include "engine/platform/x11/XdgAutostartEntry.h"
 
 #include <X11/XKBlib.h>
 #include <X11/Xlib.h>
@@ -45,12 +46,18 @@ QString missingExtension(Display *display, QString &found)
                                                                                  : QStringLiteral("XKB");
 }
 
-} // namespace
-
-bool createNativePlatform(Platform &platform, QString &note)
+std::unique_ptr<QObject> watchMouse(std::function<void()> userMoved)
 {
-    platform.autostart = std::make_unique<XdgAutostartEntry>();
-    const std::shared_ptr<X11Connection> connection = X11Connection::open(note);
+    auto listener = std::make_unique<OSXMouseListener>();
+    QObject::connect(listener.get(), &OSXMouseListener::userMovedMouse, listener.get(), std::move(userMoved));
+    listener->doWork();
+    return listener->isWatching() ? std::move(listener) : nullptr;
+}
+
+/// What reaches the X server, through one connection.
+bool addInput(Platform &platform)
+{
+    const std::shared_ptr<X11Connection> connection = X11Connection::open(platform.input);
     if (!connection) {
         return false;
     }
@@ -58,7 +65,7 @@ bool createNativePlatform(Platform &platform, QString &note)
     const QString missing = missingExtension(connection->display(), found);
     const QString name = QString::fromLocal8Bit(connection->name());
     if (!missing.isEmpty()) {
-        note = QStringLiteral("the X server of display %1 has no %2").arg(name, missing);
+        platform.input = QStringLiteral("the X server of display %1 has no %2").arg(name, missing);
         return false;
     }
     HeldInput &held = CrashRelease::heldInput();
@@ -66,10 +73,11 @@ bool createNativePlatform(Platform &platform, QString &note)
     platform.injector = std::make_unique<X11InputInjector>(connection, held);
     platform.pointer = std::make_unique<X11Pointer>(connection);
     platform.appearance = std::make_unique<X11PointerAppearance>(connection);
+    platform.watchMouse = watchMouse;
 
-    note = QStringLiteral("X11: display %1, %2").arg(name, found);
+    platform.input = QStringLiteral("X11: display %1, %2").arg(name, found);
     if (isWaylandSession()) {
-        note += QLatin1String("; this is a Wayland session, so only X11 programs are reached");
+        platform.input += QLatin1String("; this is a Wayland session, so only X11 programs are reached");
     }
     if (!CrashRelease::problem().isEmpty()) {
         qCWarning(lcPlatform).noquote()
@@ -78,20 +86,21 @@ bool createNativePlatform(Platform &platform, QString &note)
     return true;
 }
 
-std::unique_ptr<QObject> createMouseListener(std::function<void()> userMoved)
+void addSystem(Platform &platform)
 {
-    auto listener = std::make_unique<OSXMouseListener>();
-    QObject::connect(listener.get(), &OSXMouseListener::userMovedMouse, listener.get(), std::move(userMoved));
-    listener->doWork();
-    return listener->isWatching() ? std::move(listener) : nullptr;
+    platform.desktop = std::make_unique<X11Desktop>();
+    platform.autostart = std::make_unique<XdgAutostartEntry>();
+    // The end of the session needs nothing here: the toolkit quits when the session manager says so, and
+    // systemd and display managers send SIGTERM.
+    platform.watchQuitRequests = [](std::function<void()> quit) {
+        return std::make_unique<SignalWatcher>([quit = std::move(quit)](int number) {
+            qCInfo(lcPlatform, "asked to quit by signal %d", number);
+            quit();
+        });
+    };
 }
 
-std::unique_ptr<QObject> watchQuitRequests(std::function<void()> quit)
-{
-    return std::make_unique<QuitRequests>(std::move(quit));
-}
-
-void preparePlatform()
+void prepareToolkit()
 {
     const bool decided = !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
     // The toolkit ends the program when the display that is named does not answer.
@@ -102,4 +111,17 @@ void preparePlatform()
     if (qEnvironmentVariableIsEmpty("QT_XCB_GL_INTEGRATION")) {
         qputenv("QT_XCB_GL_INTEGRATION", "none");
     }
+}
+
+void prepare()
+{
+    CrashRelease::start();
+    prepareToolkit();
+}
+
+} // namespace
+
+Backend x11Backend()
+{
+    return {"x11", prepare, addSystem, addInput};
 }

@@ -1,5 +1,6 @@
 #include "app/frame/AppFonts.h"
 #include "app/frame/ZRBaseWindow.h"
+#include "engine/platform/x11/X11Desktop.h"
 #include "engine/platform/x11/X11InputInjector.h"
 #include "engine/platform/xkb/KeysymTable.h"
 #include "tests/platform/ui_dialogs/XClient.h"
@@ -95,6 +96,23 @@ int canonical(int code, const QString &layout)
 
 } // namespace
 
+/// The X server, and what its answers were.
+class WatchedDesktop : public Desktop
+{
+public:
+    int virtualKeyFromNative(quint32 native, quint32 scan) const override
+    {
+        codes << m_server.virtualKeyFromNative(native, scan);
+        return codes.last();
+    }
+    bool isComposited() const override { return m_server.isComposited(); }
+
+    mutable QVector<int> codes; // what the dialog's key presses were taken for
+
+private:
+    X11Desktop m_server;
+};
+
 class tst_Dialogs : public QObject
 {
     Q_OBJECT
@@ -146,7 +164,7 @@ private:
     std::unique_ptr<XClient> m_user;
     std::unique_ptr<PageWindow> m_window;
     std::unique_ptr<ShortcutKey> m_dialog;
-    QVector<int> m_codes; // what the dialog's key presses were taken for
+    WatchedDesktop m_desktop;
 };
 
 void tst_Dialogs::initTestCase()
@@ -158,13 +176,11 @@ void tst_Dialogs::initTestCase()
 void tst_Dialogs::init()
 {
     QVERIFY(m_server.setLayout(QStringLiteral("us")));
-    m_codes.clear();
+    m_desktop.codes.clear();
     m_window = std::make_unique<PageWindow>();
     QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
-    m_dialog = std::make_unique<ShortcutKey>(m_window->page, [this](quint32 native, quint32 scan) {
-        m_codes << virtualKeyFromNative(native, scan);
-        return m_codes.last();
-    });
+    m_dialog = std::make_unique<ShortcutKey>(m_window->page);
+    m_dialog->setDesktop(&m_desktop);
     QVERIFY(isFree());
 }
 
@@ -236,7 +252,7 @@ void tst_Dialogs::letsGoOnEveryWayOut()
     openShortcut();
     if (way == QLatin1String("ok")) {
         m_user->tap(HomeRow1);
-        QTRY_COMPARE(m_codes.size(), 1);
+        QTRY_COMPARE(m_desktop.codes.size(), 1);
         click(button("ok_0"));
         QTRY_VERIFY(m_dialog->isHidden());
     } else if (way == QLatin1String("cancel")) {
@@ -279,6 +295,7 @@ void tst_Dialogs::letsGoWhenItsWindowIsTakenAwayAndTakesHoldAgain()
 void tst_Dialogs::theMidiDialogTakesNothing()
 {
     MidiMenu dialog(m_window->page);
+    dialog.setDesktop(&m_desktop);
     dialog.show(0, 10, shortCut());
     QVERIFY(QTest::qWaitForWindowExposed(&dialog));
     QVERIFY(isFree());
@@ -294,15 +311,15 @@ void tst_Dialogs::everyKeyGoesToTheDialog()
          {int(TabKey), int(EscapeKey), int(ReturnKey), int(SuperL), int(LeftCtrl), int(HomeRow1)}) {
         m_user->tap(keycode);
     }
-    QTRY_COMPARE(m_codes, (QVector<int>{9, 27, 13, 91, 17, 65}));
+    QTRY_COMPARE(m_desktop.codes, (QVector<int>{9, 27, 13, 91, 17, 65}));
     QVERIFY(m_dialog->isVisible());
     QCOMPARE(KeyWindow::names(other.takeAll()), QStringList());
     m_dialog->hide();
     QTRY_VERIFY(isFree());
-    m_codes.clear();
+    m_desktop.codes.clear();
     m_user->tap(HomeRow1);
     QCoreApplication::processEvents();
-    QCOMPARE(m_codes, QVector<int>());
+    QCOMPARE(m_desktop.codes, QVector<int>());
 }
 
 void tst_Dialogs::everyClickGoesToTheDialog()
@@ -327,7 +344,7 @@ void tst_Dialogs::realClicksAndKeysMakeAShortcut()
     m_user->key(ShiftR, true);
     m_user->tap(DigitRow1);
     m_user->key(ShiftR, false);
-    QTRY_COMPARE(m_codes.size(), 2);
+    QTRY_COMPARE(m_desktop.codes.size(), 2);
     click(button("ok_0"));
     QTRY_COMPARE(shortcuts.size(), 1);
     QCOMPARE(shortcuts.at(0), (QVariantList{2, 91, 16, 49, QStringLiteral("Win + ⇧ + 1")}));
@@ -336,6 +353,7 @@ void tst_Dialogs::realClicksAndKeysMakeAShortcut()
 void tst_Dialogs::realKeysAndClicksMakeAMidiMessage()
 {
     MidiMenu dialog(m_window->page);
+    dialog.setDesktop(&m_desktop);
     QSignalSpy midi(&dialog, &MidiMenu::newMidi);
     dialog.show(1, 13, shortCut());
     QVERIFY(QTest::qWaitForWindowActive(&dialog));
@@ -356,6 +374,7 @@ void tst_Dialogs::realKeysAndClicksMakeAMidiMessage()
 void tst_Dialogs::escapeClosesTheMidiDialog()
 {
     MidiMenu dialog(m_window->page);
+    dialog.setDesktop(&m_desktop);
     QSignalSpy midi(&dialog, &MidiMenu::newMidi);
     dialog.show(1, 13, shortCut());
     QVERIFY(QTest::qWaitForWindowActive(&dialog));
@@ -386,6 +405,7 @@ void tst_Dialogs::thePageShowsAroundTheWhitePanel()
 {
     QFETCH(int, dialog);
     MidiMenu midi(m_window->page);
+    midi.setDesktop(&m_desktop);
     shortCut record;
     record.channel = 3;
     record.cc = 60;
@@ -408,7 +428,7 @@ void tst_Dialogs::thePageShowsAroundTheWhitePanel()
             m_user->tap(keycode);
         }
         m_user->key(LeftCtrl, false);
-        QTRY_COMPARE(m_codes.size(), 4);
+        QTRY_COMPARE(m_desktop.codes.size(), 4);
         m_user->moveMouse(pixelOf(button("ok_0")));
     } else if (dialog == 4) {
         QTest::keyClicks(midi.findChildren<QLineEdit *>().at(3), QStringLiteral("9"));
@@ -464,17 +484,17 @@ void tst_Dialogs::whatIsInjectedIsCapturedAgain()
             continue;
         }
         ++sent;
-        m_codes.clear();
+        m_desktop.codes.clear();
         for (int taps = isLock(code) ? 2 : 1; taps > 0; --taps) {
             injector.sendKey(quint16(code), true);
             injector.sendKey(quint16(code), false);
         }
-        QTRY_VERIFY2(!m_codes.isEmpty(), qPrintable(QString::number(code)));
-        if (m_codes.first() != canonical(code, layout)) {
-            wrong << QStringLiteral("%1 came back as %2").arg(code).arg(m_codes.first());
+        QTRY_VERIFY2(!m_desktop.codes.isEmpty(), qPrintable(QString::number(code)));
+        if (m_desktop.codes.first() != canonical(code, layout)) {
+            wrong << QStringLiteral("%1 came back as %2").arg(code).arg(m_desktop.codes.first());
         }
         if (isLock(code)) {
-            QTRY_COMPARE(m_codes.size(), 2);
+            QTRY_COMPARE(m_desktop.codes.size(), 2);
         }
     }
     QCOMPARE(wrong.join(QLatin1String("; ")), QString());
@@ -500,10 +520,10 @@ void tst_Dialogs::keysWithoutACodeComeBackToo()
     X11InputInjector injector(X11Connection::open(problem), held);
     for (const QChar &character : characters) {
         const int code = 0x100 + character.unicode();
-        m_codes.clear();
+        m_desktop.codes.clear();
         injector.sendKey(quint16(code), true);
         injector.sendKey(quint16(code), false);
-        QTRY_COMPARE(m_codes, QVector<int>{code});
+        QTRY_COMPARE(m_desktop.codes, QVector<int>{code});
     }
 }
 
@@ -559,11 +579,11 @@ void tst_Dialogs::theKeyCountsAndNotWhatItTypes()
         m_user->key(modifier, true);
     }
     m_user->tap(keycode);
-    QTRY_COMPARE(m_codes.size(), held.size() + 1);
+    QTRY_COMPARE(m_desktop.codes.size(), held.size() + 1);
     for (const int modifier : held) {
         m_user->key(modifier, false);
     }
-    QTEST(m_codes, "codes");
+    QTEST(m_desktop.codes, "codes");
 }
 
 void tst_Dialogs::aSecondGroupCounts()
@@ -575,10 +595,10 @@ void tst_Dialogs::aSecondGroupCounts()
         m_user->tap(29);
         m_user->tap(RowAbove11);
         m_user->tap(ReturnKey);
-        QTRY_COMPARE(m_codes.size(), 3 * (group + 1));
+        QTRY_COMPARE(m_desktop.codes.size(), 3 * (group + 1));
     }
     // Y, Z, and the н that stands where us has Y; [, ü, and the х that stands where us has [
-    QCOMPARE(m_codes, (QVector<int>{89, 219, 13, 90, 0x1fc, 13, 89, 219, 13}));
+    QCOMPARE(m_desktop.codes, (QVector<int>{89, 219, 13, 90, 0x1fc, 13, 89, 219, 13}));
 }
 
 int main(int argc, char *argv[])

@@ -14,14 +14,13 @@
 
 int main(int argc, char *argv[])
 {
-    startCrashRelease();
-    preparePlatform();
+    const PlatformFactory platforms;
     QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     const QString task = arguments.value(1);
 
-    Platform platform = createPlatform();
-    const std::unique_ptr<QObject> quitWatch = watchQuitRequests([] {
+    Platform platform = platforms.create();
+    const std::unique_ptr<QObject> quitWatch = platform.watchQuitRequests([] {
         std::puts("quit");
         QCoreApplication::quit();
     });

@@ -49,7 +49,7 @@ void tst_PlatformFactory::displayIsUsedAndNamed()
     const XServer server;
     server.exportDisplay();
     LogCapture log;
-    const Platform platform = createPlatform();
+    const Platform platform = PlatformFactory().create();
     QVERIFY(dynamic_cast<X11InputInjector *>(platform.injector.get()));
     QVERIFY(platform.pointer && platform.appearance && platform.autostart);
     QCOMPARE(log.takeLines(),
@@ -63,7 +63,7 @@ void tst_PlatformFactory::waylandSessionIsSaidToReachX11ProgramsOnly()
     server.exportDisplay();
     qputenv("WAYLAND_DISPLAY", "wayland-0");
     LogCapture log;
-    const Platform platform = createPlatform();
+    const Platform platform = PlatformFactory().create();
     const QStringList lines = log.takeLines();
     QCOMPARE(lines.size(), 1);
     QVERIFY(
@@ -73,7 +73,7 @@ void tst_PlatformFactory::waylandSessionIsSaidToReachX11ProgramsOnly()
 void tst_PlatformFactory::withoutADisplayInputGoesNowhereAndThatIsSaidOnce()
 {
     LogCapture log;
-    const Platform platform = createPlatform();
+    const Platform platform = PlatformFactory().create();
     QVERIFY(dynamic_cast<RecordingInjector *>(platform.injector.get()));
     platform.injector->sendKey('A', true);
     platform.injector->sendLeftButton(true);
@@ -89,7 +89,7 @@ void tst_PlatformFactory::displayThatDoesNotAnswerIsNamed()
 {
     qputenv("DISPLAY", "unix:/nowhere/to/be/found:0");
     LogCapture log;
-    const Platform platform = createPlatform();
+    const Platform platform = PlatformFactory().create();
     QCOMPARE(log.takeLines(),
              QStringList{QStringLiteral("warning: input goes nowhere: cannot connect to display "
                                         "unix:/nowhere/to/be/found:0")});
@@ -100,7 +100,7 @@ void tst_PlatformFactory::serverWithoutXTestIsNotUsed()
     const XServer server(without("XTEST"));
     server.exportDisplay();
     LogCapture log;
-    const Platform platform = createPlatform();
+    const Platform platform = PlatformFactory().create();
     QVERIFY(dynamic_cast<RecordingInjector *>(platform.injector.get()));
     QCOMPARE(
         log.takeLines(),
@@ -110,25 +110,28 @@ void tst_PlatformFactory::serverWithoutXTestIsNotUsed()
 
 void tst_PlatformFactory::withoutADisplayThereIsNoMouseListener()
 {
+    const Platform platform = PlatformFactory().create();
     LogCapture log;
-    QVERIFY(!createMouseListener([] {}));
+    QVERIFY(!platform.watchMouse([] {}));
     QCOMPARE(log.takeLines(),
              QStringList{QStringLiteral("warning: the user's own mouse is not watched: DISPLAY is not set")});
 }
 
 void tst_PlatformFactory::toolkitDrawsNowhereWithoutADisplay()
 {
-    preparePlatform();
-    QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("offscreen"));
+    {
+        const PlatformFactory platforms;
+        QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("offscreen"));
+    }
     qputenv("QT_QPA_PLATFORM", "minimal"); // the user knows better
-    preparePlatform();
+    const PlatformFactory platforms;
     QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("minimal"));
 }
 
 void tst_PlatformFactory::toolkitDrawsNowhereWhenTheDisplayDoesNotAnswer()
 {
     qputenv("DISPLAY", "unix:/nowhere/to/be/found:0");
-    preparePlatform();
+    const PlatformFactory platforms;
     QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("offscreen"));
 }
 
@@ -136,11 +139,13 @@ void tst_PlatformFactory::toolkitIsLeftAloneWithADisplay()
 {
     const XServer server;
     server.exportDisplay();
-    preparePlatform();
-    QVERIFY(!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"));
+    {
+        const PlatformFactory platforms;
+        QVERIFY(!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"));
+    }
     qunsetenv("DISPLAY");
     qputenv("WAYLAND_DISPLAY", "wayland-0");
-    preparePlatform();
+    const PlatformFactory platforms;
     QVERIFY(!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"));
 }
 
@@ -149,7 +154,8 @@ void tst_PlatformFactory::listenerReportsToTheFunction()
     const XServer server;
     server.exportDisplay();
     int moved = 0;
-    const std::unique_ptr<QObject> listener = createMouseListener([&moved] { ++moved; });
+    const Platform platform = PlatformFactory().create();
+    const std::unique_ptr<QObject> listener = platform.watchMouse([&moved] { ++moved; });
     QVERIFY(listener);
     QVERIFY(QMetaObject::invokeMethod(listener.get(), "userMovedMouse"));
     QCOMPARE(moved, 1);

@@ -41,7 +41,7 @@ DeviceZR *PageRig::makePage(QWidget *parent, SerialProtocol *serial, ZRUpdater *
 {
     return new DeviceZR(parent, serial,
                         {engine.dispatcher.get(), &store, &engine.settings, &launchOnStartup, &mapUpdate,
-                         updater, data.path(), QStringLiteral("Not Available")});
+                         updater, &desktop, data.path(), QStringLiteral("Not Available")});
 }
 
 std::unique_ptr<SerialProtocol> PageRig::makeSerial()

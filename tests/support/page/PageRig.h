@@ -4,6 +4,7 @@
 #include "engine/LaunchOnStartup.h"
 #include "engine/Settings.h"
 #include "engine/platform/AutostartEntry.h"
+#include "engine/platform/Desktop.h"
 #include "net/MapUpdate.h"
 #include "tests/support/script/EngineRig.h"
 #include "ui/DeviceZR.h"
@@ -21,6 +22,17 @@ public:
     void remove() override { program = QString(); }
 
     QString program;
+};
+
+/// A desktop whose key events carry the codes themselves.
+class PlainDesktop : public Desktop
+{
+public:
+    int virtualKeyFromNative(quint32 nativeVirtualKey, quint32) const override
+    {
+        return int(nativeVirtualKey);
+    }
+    bool isComposited() const override { return true; }
 };
 
 /// The device page on an engine without a desktop, a device that the test plays, a data folder of its own,
@@ -45,6 +57,7 @@ public:
     Settings store{data.filePath(QStringLiteral("settings.ini"))};
     EngineRig engine;
     MemoryAutostartEntry autostart;
+    PlainDesktop desktop;
     LaunchOnStartup launchOnStartup{autostart, QStringLiteral("/opt/veltrix/veltrix")};
     MapUpdate mapUpdate;
 };

@@ -47,6 +47,7 @@ private Q_SLOTS:
     void versionIsStoredWhenThePageIsBuilt();
     void startupBoxFollowsTheEntryWheneverThePageShows();
     void dimmingEndsWhenADialogHides();
+    void dialogsAskThePagesDesktopForKeys();
     void lostDeviceClosesTheDialogs();
     void updateNoticeFollowsTheDownload();
     void libraryWithoutMappingsTakesNoneAway();
@@ -434,6 +435,18 @@ void tst_DeviceZR::dimmingEndsWhenADialogHides()
         late.hide();
         QVERIFY(!m_page->graphicsEffect()->isEnabled());
     }
+}
+
+void tst_DeviceZR::dialogsAskThePagesDesktopForKeys()
+{
+    makePage();
+    ShortcutKey late(m_page);
+    late.show(0);
+    QKeyEvent event(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, 0, 0x70, 0); // as Windows numbers F1
+    QCoreApplication::sendEvent(&late, &event);
+    const QList<QLabel *> labels = late.findChildren<QLabel *>();
+    QVERIFY(std::any_of(labels.begin(), labels.end(),
+                        [](const QLabel *label) { return label->text() == QLatin1String("F1"); }));
 }
 
 void tst_DeviceZR::lostDeviceClosesTheDialogs()

@@ -1,4 +1,4 @@
-#include "engine/platform/x11/XdgAutostartEntry.h"
+#include "engine/platform/linux/XdgAutostartEntry.h"
 
 #include "engine/platform/PlatformLog.h"
 
