@@ -5,6 +5,7 @@
 #include <QRegularExpression>
 #include <QTextCodec>
 #include <QTextStream>
+#include <QXmlStreamReader>
 
 #include <algorithm>
 
@@ -62,85 +63,75 @@ bool decode(const QByteArray &bytes, QString *text, QString *reason)
     return true;
 }
 
-// The first position behind the next @p mark, or the end.
-int behind(const QString &text, QLatin1String mark, int from)
+QString problem(const QXmlStreamReader &reader)
 {
-    const int found = text.indexOf(mark, from);
-    return found < 0 ? text.size() : found + mark.size();
+    return reader.error() == QXmlStreamReader::PrematureEndOfDocumentError
+               ? QStringLiteral("unexpected end of file")
+               : reader.errorString();
 }
 
-struct Tag {
-    int end = 0;         // the position behind it
-    int quotedTexts = 0; // one an attribute
-    bool closed = false; // ends with "/>"
-    bool bracket = false;
-};
-
-Tag scanTag(const QString &text, int from)
+// About @p size characters of @p text from @p from on; no surrogate pair is cut in two.
+QString pieceOf(const QString &text, int from, int size)
 {
-    Tag tag;
-    int i = from;
-    for (; i < text.size(); ++i) {
-        const ushort c = text.at(i).unicode();
-        if (c == '>') {
-            tag.closed = text.at(i - 1) == QLatin1Char('/');
-            ++i;
-            break;
-        }
-        if (c == '"' || c == '\'') {
-            const int close = text.indexOf(QChar(c), i + 1);
-            i = close < 0 ? text.size() : close;
-            ++tag.quotedTexts;
-        }
-        tag.bracket = tag.bracket || c == '[';
+    size = std::min(size, text.size() - from);
+    if (from + size < text.size() && text.at(from + size - 1).isHighSurrogate()) {
+        --size;
     }
-    tag.end = i;
-    return tag;
+    return text.mid(from, size);
 }
 
-// Qt's parser knows no bounds, and a tree, half-built or whole, is taken down recursively. What it would
-// build is therefore counted before. Delimiters are all that has to be understood for that: the parser stops
-// at its first error, and up to there the two agree on where each tag, comment and section ends.
+// A DOM's parser knows no bounds, and a tree, half-built or whole, is taken down recursively. What it would
+// be built of is therefore counted before. The text is handed over in pieces, so that a tag is noticed before
+// the toolkit compares a million attributes with each other.
 Outcome examine(const QString &text, QString *reason)
 {
+    QXmlStreamReader reader;
+    reader.setNamespaceProcessing(false);
+    const auto refused = [reason](const QString &why) {
+        *reason = why;
+        return Outcome::Refused;
+    };
+    constexpr int smallestPiece = 64 * 1024;
+    int handedOver = 0;
+    qint64 lastEnd = 0; // of a tag or text
     int depth = 0;
     qint64 parts = 0;
-    int i = text.indexOf(QLatin1Char('<'));
-    while (i >= 0 && i + 1 < text.size()) {
-        const QStringView rest = QStringView(text).mid(i);
-        ++parts;
-        if (rest.startsWith(QLatin1String("</"))) {
-            --depth;
-            i += 2;
-        } else if (rest.startsWith(QLatin1String("<?"))) {
-            i = behind(text, QLatin1String("?>"), i + 2);
-        } else if (rest.startsWith(QLatin1String("<!--"))) {
-            i = behind(text, QLatin1String("-->"), i + 4);
-        } else if (rest.startsWith(QLatin1String("<![CDATA["))) {
-            i = behind(text, QLatin1String("]]>"), i + 9);
-        } else {
-            const Tag tag = scanTag(text, i + 1);
-            if (rest.startsWith(QLatin1String("<!"))) {
-                if (tag.bracket) {
-                    *reason = QStringLiteral("it carries document type declarations");
-                    return Outcome::Refused;
-                }
-            } else {
-                parts += tag.quotedTexts;
-                if (++depth > MappingDocument::maximumDepth) {
-                    *reason =
-                        QStringLiteral("nested deeper than %1 levels").arg(MappingDocument::maximumDepth);
-                    return Outcome::Refused;
-                }
-                depth -= tag.closed ? 1 : 0;
+    while (reader.readNext() != QXmlStreamReader::EndDocument) {
+        if (reader.error() == QXmlStreamReader::PrematureEndOfDocumentError && handedOver < text.size()) {
+            const int unfinished = handedOver - static_cast<int>(lastEnd);
+            const QStringView part = QStringView(text).mid(handedOver - unfinished, unfinished);
+            if (std::count(part.begin(), part.end(), QLatin1Char('=')) > MappingDocument::maximumAttributes) {
+                return refused(QStringLiteral("a tag of more than %1 attributes")
+                                   .arg(MappingDocument::maximumAttributes));
             }
-            i = tag.end;
+            // What is unfinished is read from its begin again: the pieces grow with it.
+            const QString piece = pieceOf(text, handedOver, std::max(smallestPiece, unfinished));
+            handedOver += piece.size();
+            reader.addData(piece);
+            continue;
+        }
+        if (reader.hasError()) {
+            *reason = QStringLiteral("line %1: %2").arg(reader.lineNumber()).arg(problem(reader));
+            return Outcome::Malformed;
+        }
+        lastEnd = reader.characterOffset();
+        ++parts;
+        if (reader.isDTD() && reader.text().contains(QLatin1Char('['))) {
+            return refused(QStringLiteral("it carries document type declarations"));
+        }
+        if (reader.isStartElement()) {
+            parts += reader.attributes().size();
+            if (++depth > MappingDocument::maximumDepth) {
+                return refused(
+                    QStringLiteral("nested deeper than %1 levels").arg(MappingDocument::maximumDepth));
+            }
+        } else if (reader.isEndElement()) {
+            --depth;
         }
         if (parts > MappingDocument::maximumParts) {
-            *reason = QStringLiteral("more than %1 tags and attributes").arg(MappingDocument::maximumParts);
-            return Outcome::Refused;
+            return refused(
+                QStringLiteral("more than %1 tags and attributes").arg(MappingDocument::maximumParts));
         }
-        i = text.indexOf(QLatin1Char('<'), i);
     }
     return Outcome::Parsed;
 }

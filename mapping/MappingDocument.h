@@ -18,6 +18,10 @@ constexpr int maximumDepth = 256;
 /// largest size that holds nothing but mappings stays below.
 constexpr qint64 maximumParts = 8'000'000;
 
+/// Most attributes of one element, more or less: a mapping needs twelve. The time that many take grows with
+/// their square.
+constexpr int maximumAttributes = 16 * 1024;
+
 enum class Outcome {
     Parsed,
     Malformed, ///< not well-formed XML, or not in the encoding that it claims
