@@ -1,6 +1,7 @@
 #include "app/DataDirectory.h"
 
 #include "app/AppLog.h"
+#include "mapping/MappingFiles.h"
 
 #include <QDir>
 #include <QFile>
@@ -24,7 +25,7 @@ void DataDirectory::prepare(const QString &directory, const QString &seedDirecto
         qCWarning(lcApp).noquote() << "cannot create the folder" << directory + QLatin1Char(':')
                                    << "mappings will not be kept";
     }
-    for (const QString &name : {QStringLiteral("/custom.xml"), QStringLiteral("/ZR.xml")}) {
+    for (const QLatin1String name : {MappingFiles::customName, MappingFiles::libraryName}) {
         if (QFile::exists(seedDirectory + name)) {
             QFile::copy(seedDirectory + name, directory + name);
         }

@@ -11,7 +11,7 @@
 #include "device/DevicePorts.h"
 #include "device/SerialProtocol.h"
 #include "engine/platform/PlatformFactory.h"
-#include "mapping/LibraryKeeper.h"
+#include "mapping/MappingSession.h"
 #include "net/MapUpdate.h"
 #include "net/ZRUpdater.h"
 #include "ui/DeviceZR.h"
@@ -45,10 +45,8 @@ int main(int argc, char *argv[])
     }
     DevicePorts ports = DevicePorts::at(commandLine.port);
     const QString data = DataDirectory::path();
-    const QString library = data + QStringLiteral("/ZR.xml");
     DataDirectory::prepare(data, QCoreApplication::applicationDirPath());
     Logging::addFile(data);
-    LibraryKeeper::restore(library);
     Platform platform = platforms.create();
     // From here on a request to quit finds the event loop, now or as soon as it runs.
     const auto quitWatch = platform.watchQuitRequests([] { QCoreApplication::quit(); });
@@ -56,7 +54,9 @@ int main(int argc, char *argv[])
     const bool show = Settings::isOlder(settingsWithoutNames, QLatin1String(AppInfo::version));
 
     Core core(platform);
-    MapUpdate mapUpdate(library, &core.settings());
+    MappingSession mappings(data);
+    core.dispatcher().follow(mappings);
+    MapUpdate mapUpdate(mappings.files().library(), &core.settings());
     UpdateDialog updateDialog;
     ZRUpdater *updater = ZRUpdater::instance();
     ZRUpdater::Setup updates;
@@ -68,9 +68,9 @@ int main(int argc, char *argv[])
         std::make_unique<SerialProtocol>(std::move(ports.finder), std::move(ports.create)),
         [&](QWidget *parent, SerialProtocol *serial, ZRUpdater *pageUpdater) {
             return new DeviceZR(parent, serial,
-                                {&core.dispatcher(), &core.settings(), &core.knobSettings(),
+                                {&mappings, &core.dispatcher(), &core.settings(), &core.knobSettings(),
                                  &core.launchOnStartup(), &mapUpdate, pageUpdater, platform.desktop.get(),
-                                 data, core.midiPortName()});
+                                 core.midiPortName()});
         },
         updater);
     updateDialog.setWindow(&window);

@@ -4,6 +4,7 @@
 #include "engine/InputLedger.h"
 #include "engine/KnobSettings.h"
 #include "engine/MidiActions.h"
+#include "mapping/MappingSession.h"
 #include "mapping/SpecialAction.h"
 
 #include <QVector>
@@ -28,21 +29,28 @@ EventDispatcher::~EventDispatcher()
     releaseEverything();
 }
 
-void EventDispatcher::setMap(const ZRButtonMap &map)
+void EventDispatcher::follow(const MappingSession &mappings)
 {
-    for (std::size_t button = 0; button < m_actions.size(); ++button) {
-        std::copy(std::begin(map.actions[button]), std::end(map.actions[button]), m_actions[button].begin());
-    }
+    connect(&mappings, &MappingSession::replaced, this,
+            [this, &mappings] { setActions(mappings.actions()); });
+    connect(&mappings, &MappingSession::assigned, this, [this, &mappings](int control, Layer layer) {
+        setAction(control, layer, mappings.action(control, layer));
+    });
+    setActions(mappings.actions());
+}
+
+void EventDispatcher::setActions(const ActionTable &actions)
+{
+    m_actions = actions;
     prepareKeys();
 }
 
-void EventDispatcher::setAction(int button, int layer, const shortCut &action)
+void EventDispatcher::setAction(int button, Layer layer, const shortCut &action)
 {
-    if (button < 0 || button >= ZRButtonMap::buttonCount || layer < 0 || layer >= ZRButtonMap::layerCount) {
-        return;
+    if (ActionTable::has(button)) {
+        m_actions[button][layer] = action;
+        prepareKeys();
     }
-    m_actions[static_cast<std::size_t>(button)][static_cast<std::size_t>(layer)] = action;
-    prepareKeys();
 }
 
 void EventDispatcher::releaseEverything()
@@ -53,7 +61,7 @@ void EventDispatcher::releaseEverything()
 
 void EventDispatcher::onButtonpress(int button, bool pressing)
 {
-    if (button < 0 || button >= ZRButtonMap::buttonCount) {
+    if (!ActionTable::has(button)) {
         return;
     }
     const auto index = static_cast<std::size_t>(button);
@@ -62,13 +70,13 @@ void EventDispatcher::onButtonpress(int button, bool pressing)
     Q_EMIT buttonHeld(button, pressing);
 
     // A copy: what runs may change the mapping. The layer is that of this moment, on the release too.
-    const shortCut action = m_actions[index][static_cast<std::size_t>(m_layer)];
+    const shortCut action = m_actions[button][m_layer];
     runAction(action, press);
 
     if (!pressing && m_setsLayer.test(index)) {
         // In the layer that the button has set its record may say something else.
         m_setsLayer.reset(index);
-        m_layer = 0;
+        m_layer = Layer::Normal;
     }
     if (m_down.none()) {
         m_chord = Chord(); // a button let go in another layer has left its flag standing
@@ -78,32 +86,32 @@ void EventDispatcher::onButtonpress(int button, bool pressing)
 
 void EventDispatcher::runAction(const shortCut &action, Press press)
 {
-    switch (action.key1) {
-    case SPECIAL_ACTION:
-        runSpecialAction(action.key2, press);
+    switch (actionKind(action)) {
+    case ActionKind::Special:
+        runSpecialAction(specialAction(action), press);
         break;
-    case MIDI_BUTTON_ACTION:
+    case ActionKind::MidiButton:
         m_midi.sendMidi(action.channel, action.cc, action.v_on, action.v_off, action.note,
                         action.v_off_enable, press.pressing);
         break;
-    case MIDI_KNOB_ACTION:
+    case ActionKind::MidiKnob:
         if (press.setsMode) {
             makeKnobMidi(press.button);
         }
         break;
-    default:
+    case ActionKind::Shortcut:
         m_keys.sendShortcut(action, press.pressing);
         break;
     }
 }
 
-void EventDispatcher::runSpecialAction(int code, Press press)
+void EventDispatcher::runSpecialAction(SpecialAction what, Press press)
 {
-    switch (static_cast<SpecialAction>(code)) {
+    switch (what) {
     case SpecialAction::MonitorLeft:
     case SpecialAction::MonitorRight:
         if (press.pressing) {
-            m_knob.jumpToScreen(code == static_cast<int>(SpecialAction::MonitorRight));
+            m_knob.jumpToScreen(what == SpecialAction::MonitorRight);
         }
         break;
     case SpecialAction::Horizontal:
@@ -122,10 +130,10 @@ void EventDispatcher::runSpecialAction(int code, Press press)
         setMode(KnobMode::UpDownKeys, press);
         break;
     case SpecialAction::Shift1:
-        setLayer(1, press.button, press.pressing);
+        setLayer(Layer::Shift1, press.button, press.pressing);
         break;
     case SpecialAction::Shift2:
-        setLayer(2, press.button, press.pressing);
+        setLayer(Layer::Shift2, press.button, press.pressing);
         break;
     case SpecialAction::Midi: // a button's MIDI action has its marker in key1
     case SpecialAction::Empty:
@@ -154,9 +162,9 @@ void EventDispatcher::setModeFromChord(KnobMode mode, bool Chord::*held, Press p
     }
 }
 
-void EventDispatcher::setLayer(int layer, int button, bool pressing)
+void EventDispatcher::setLayer(Layer layer, int button, bool pressing)
 {
-    m_layer = pressing ? layer : 0; // to Normal, deliberately not to the layer before
+    m_layer = pressing ? layer : Layer::Normal; // to Normal, deliberately not to the layer before
     if (pressing) {
         m_setsLayer.set(static_cast<std::size_t>(button));
     }
@@ -193,7 +201,7 @@ void EventDispatcher::onKnobevent(char type)
 
 const shortCut &EventDispatcher::knobMidiAction() const
 {
-    return m_actions[static_cast<std::size_t>(m_knobMidiButton)][static_cast<std::size_t>(m_knobMidiLayer)];
+    return m_actions[m_knobMidiButton][m_knobMidiLayer];
 }
 
 // Wherever the event went: the finger is off, and with it goes the drag that the touch began.
@@ -297,7 +305,7 @@ void EventDispatcher::prepareKeys()
                           static_cast<quint16>(ArrowKey::Right), static_cast<quint16>(ArrowKey::Down)};
     for (const auto &layers : m_actions) {
         for (const shortCut &action : layers) {
-            if (action.key1 == SPECIAL_ACTION || isMidiAction(action.key1)) {
+            if (actionKind(action) != ActionKind::Shortcut) {
                 continue;
             }
             for (const qint32 code : {action.key1, action.key2, action.key3}) {

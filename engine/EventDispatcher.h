@@ -2,8 +2,7 @@
 
 #include "engine/KeySynthesis.h"
 #include "engine/KnobPointer.h"
-#include "mapping/ShortCut.h"
-#include "mapping/ZRButtonMap.h"
+#include "mapping/ActionTable.h"
 
 #include <QObject>
 
@@ -12,7 +11,9 @@
 
 class InputLedger;
 class KnobSettings;
+class MappingSession;
 class MidiActions;
+enum class SpecialAction : qint32;
 
 /// Carries out what the mapping says for each event of the device.
 ///
@@ -35,16 +36,19 @@ public:
                     Clock &clock, QObject *parent = nullptr);
     ~EventDispatcher() override;
 
-    /// Copies all thirty entries, knob fields included; they act from the next event on. @p map is not kept.
-    void setMap(const ZRButtonMap &map);
+    /// Does from now on what @p mappings says, until that is destroyed.
+    void follow(const MappingSession &mappings);
 
-    /// Changes one entry, from the next event on. Does nothing for a button or layer that does not exist.
-    void setAction(int button, int layer, const shortCut &action);
+    /// All thirty entries; they act from the next event on.
+    void setActions(const ActionTable &actions);
+
+    /// Changes one entry, from the next event on. Does nothing for a button that does not exist.
+    void setAction(int button, Layer layer, const shortCut &action);
 
     /// Releases whatever the system holds on the engine's behalf: for quitting.
     void releaseEverything();
 
-    int currentLayer() const { return m_layer; }
+    Layer currentLayer() const { return m_layer; }
     KnobMode knobMode() const { return m_knob.mode(); }
     bool isGameOn() const { return m_gameOn; }
 
@@ -97,10 +101,10 @@ private:
     };
 
     void runAction(const shortCut &action, Press press);
-    void runSpecialAction(int code, Press press);
+    void runSpecialAction(SpecialAction what, Press press);
     void setModeFromChord(KnobMode mode, bool Chord::*held, Press press);
     void setMode(KnobMode mode, Press press);
-    void setLayer(int layer, int button, bool pressing);
+    void setLayer(Layer layer, int button, bool pressing);
     void makeKnobMidi(int button);
     const shortCut &knobMidiAction() const;
     void runKnobEvent(char type, const shortCut &midi);
@@ -115,16 +119,16 @@ private:
     KeySynthesis m_keys;
     KnobPointer m_knob;
 
-    std::array<std::array<shortCut, ZRButtonMap::layerCount>, ZRButtonMap::buttonCount> m_actions;
-    int m_layer = 0;
-    std::bitset<ZRButtonMap::buttonCount> m_down;
-    std::bitset<ZRButtonMap::buttonCount> m_setsLayer; // pressed as "shift 1" or "shift 2", not yet let go
-    Touch m_touch = Touch::None;                       // whom the finger on the knob was meant for
-    KnobMode m_touchedMode = KnobMode::Circular;       // the knob's mode and MIDI record at its last touch
+    ActionTable m_actions;
+    Layer m_layer = Layer::Normal;
+    std::bitset<ActionTable::controlCount> m_down;
+    std::bitset<ActionTable::controlCount> m_setsLayer; // pressed as "shift 1" or "shift 2", not yet let go
+    Touch m_touch = Touch::None;                        // whom the finger on the knob was meant for
+    KnobMode m_touchedMode = KnobMode::Circular;        // the knob's mode and MIDI record at its last touch
     shortCut m_touchedMidi;
     Chord m_chord;
     bool m_gameOn = false;
-    int m_knobMidiLayer = 0;
+    Layer m_knobMidiLayer = Layer::Normal;
     int m_knobMidiButton = 0;
     int m_lastKnobValue = 0;
     std::array<int, 4> m_recentCounts{};

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "mapping/Layer.h"
+
 #include <QtGlobal>
 
 class Settings;
@@ -22,7 +24,7 @@ public:
     int sensitivityShift1() const { return m_shift1; }
 
     /// The divisor for counts in this layer: Shift 1's in Shift 1, Normal's in the others.
-    int sensitivity(int layer) const { return layer == 1 ? m_shift1 : m_normal; }
+    int sensitivity(Layer layer) const { return layer == Layer::Shift1 ? m_shift1 : m_normal; }
 
     /// Stored as given and written to the disk at once. A failure shows in the settings' writtenChanged().
     void setKnobSensitivityNormal(int val);

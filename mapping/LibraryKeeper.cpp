@@ -56,29 +56,29 @@ LibraryKeeper::Outcome LibraryKeeper::restore(const QString &library)
         return Outcome::Usable;
     }
     qCWarning(lcMapping).noquote() << "The library" << library << "is not a mapping file:" << fault;
-    QString reason = whatIsWrong(kept);
-    if (reason.isEmpty() && MappingFile::replace(library, kept.bytes, &reason)) {
+    const QString keptFault = whatIsWrong(kept);
+    const FileResult putBack =
+        keptFault.isEmpty() ? MappingFile::replace(library, kept.bytes) : FileResult::failed(keptFault);
+    if (putBack) {
         qCWarning(lcMapping).noquote() << "The last library that was read has been put back";
         return Outcome::PutBack;
     }
-    qCWarning(lcMapping).noquote() << "The last library that was read could not be put back:" << reason;
+    qCWarning(lcMapping).noquote() << "The last library that was read could not be put back:"
+                                   << putBack.reason();
     return Outcome::Lost;
 }
 
-bool LibraryKeeper::keep(const QString &library, int mappings)
+FileResult LibraryKeeper::keep(const QString &library, int mappings)
 {
-    if (mappings <= 0) {
-        return true;
-    }
     const MappingFile::ReadResult current = MappingFile::read(library);
-    if (same(current, MappingFile::read(keptFile(library)))) {
-        return true;
+    if (mappings <= 0 || same(current, MappingFile::read(keptFile(library)))) {
+        return FileResult::done();
     }
-    QString reason = current.reason;
-    if (current.status == MappingFile::Status::Read &&
-        MappingFile::replace(keptFile(library), current.bytes, &reason)) {
-        return true;
+    const FileResult result = current.status == MappingFile::Status::Read
+                                  ? MappingFile::replace(keptFile(library), current.bytes)
+                                  : FileResult::failed(current.reason);
+    if (!result) {
+        qCWarning(lcMapping).noquote() << "The library" << library << "could not be kept:" << result.reason();
     }
-    qCWarning(lcMapping).noquote() << "The library" << library << "could not be kept:" << reason;
-    return false;
+    return result;
 }

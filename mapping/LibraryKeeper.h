@@ -1,5 +1,7 @@
 #pragma once
 
+#include "mapping/FileResult.h"
+
 #include <QString>
 
 /// Keeps the last library of mappings that could be read beside the library file.
@@ -24,7 +26,7 @@ QString keptFile(const QString &library);
 Outcome restore(const QString &library);
 
 /// Keeps @p library, which has just been read and held @p mappings mappings; one without any is not kept.
-/// False, with a line in the log, if it could not be.
-bool keep(const QString &library, int mappings);
+/// A failure leaves a line in the log.
+FileResult keep(const QString &library, int mappings);
 
 } // namespace LibraryKeeper

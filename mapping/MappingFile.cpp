@@ -66,23 +66,20 @@ MappingFile::ReadResult MappingFile::read(const QString &path)
     return result;
 }
 
-bool MappingFile::replace(const QString &path, const QByteArray &bytes, QString *reason)
+FileResult MappingFile::replace(const QString &path, const QByteArray &bytes)
 {
     if (bytes.size() > maximumSize) {
-        *reason = tooLarge();
-        return false;
+        return FileResult::failed(tooLarge());
     }
     const QString target = linkTarget(path);
     if (target.isEmpty()) {
-        *reason = QStringLiteral("too many symbolic links");
-        return false;
+        return FileResult::failed(QStringLiteral("too many symbolic links"));
     }
     QSaveFile file(target);
     // flush() by hand: commit() would rename in spite of what fails in its own flush.
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush() ||
         !file.commit()) {
-        *reason = file.errorString();
-        return false;
+        return FileResult::failed(file.errorString());
     }
-    return true;
+    return FileResult::done();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "mapping/FileResult.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QtGlobal>
@@ -31,7 +33,7 @@ ReadResult read(const QString &path);
 ///
 /// The file holds the old or the new content, whole, at every moment: the new one is written beside it,
 /// flushed to the disk and renamed. Permissions are kept; a symbolic link stays and the file it points to is
-/// replaced. On failure the old file is as it was and @p reason says why.
-bool replace(const QString &path, const QByteArray &bytes, QString *reason);
+/// replaced. On failure the old file is as it was.
+[[nodiscard]] FileResult replace(const QString &path, const QByteArray &bytes);
 
 } // namespace MappingFile

@@ -30,9 +30,36 @@ const std::array<Entry, 10> &specialActions()
 
 } // namespace
 
-bool isMidiAction(qint32 key1)
+ActionKind actionKind(const shortCut &action)
 {
-    return key1 == MIDI_KNOB_ACTION || key1 == MIDI_BUTTON_ACTION;
+    switch (action.key1) {
+    case SPECIAL_ACTION:
+        return ActionKind::Special;
+    case MIDI_KNOB_ACTION:
+        return ActionKind::MidiKnob;
+    case MIDI_BUTTON_ACTION:
+        return ActionKind::MidiButton;
+    default:
+        return ActionKind::Shortcut;
+    }
+}
+
+SpecialAction specialAction(const shortCut &action)
+{
+    if (actionKind(action) == ActionKind::Special) {
+        for (const Entry &entry : specialActions()) {
+            if (static_cast<int>(entry.action) == action.key2) {
+                return entry.action;
+            }
+        }
+    }
+    return SpecialAction::Empty;
+}
+
+bool isMidi(const shortCut &action)
+{
+    const ActionKind kind = actionKind(action);
+    return kind == ActionKind::MidiKnob || kind == ActionKind::MidiButton;
 }
 
 int specialActionCode(const QString &text)

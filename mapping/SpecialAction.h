@@ -1,9 +1,12 @@
 #pragma once
 
+#include "mapping/ShortCut.h"
+
 #include <QString>
 #include <QtGlobal>
 
-/// Markers of `shortCut::key1`. Any other value makes the entry a keyboard shortcut.
+/// Markers of `shortCut::key1`, for who makes an entry; who looks at one asks actionKind(). Any other value
+/// makes the entry a keyboard shortcut.
 enum ActionMarker : qint32 {
     SPECIAL_ACTION = 0x1FFFFFF,     ///< `key2` holds a SpecialAction code
     MIDI_KNOB_ACTION = 0x1001261,   ///< puts the knob into MIDI mode
@@ -25,8 +28,21 @@ enum class SpecialAction : qint32 {
     Midi = 11,
 };
 
-/// True for both MIDI markers.
-bool isMidiAction(qint32 key1);
+enum class ActionKind {
+    Shortcut,   ///< `key1` to `key3` are virtual-key codes
+    Special,    ///< `key2` holds a SpecialAction
+    MidiKnob,   ///< `channel` to `m0_127` apply
+    MidiButton, ///< `channel` to `v_off_enable` apply
+};
+
+/// What @p action is, as its `key1` tells.
+ActionKind actionKind(const shortCut &action);
+
+/// What a special action does; Empty for a code that has no name, and for every other kind.
+SpecialAction specialAction(const shortCut &action);
+
+/// True for both kinds of MIDI action.
+bool isMidi(const shortCut &action);
 
 /// The code that @p text names: a case-insensitive substring search in a fixed order, 0 when nothing hits.
 int specialActionCode(const QString &text);

@@ -139,25 +139,23 @@ ZRButtonMap *readMapping(const QDomElement &mapping)
     return map;
 }
 
-bool load(const QString &path, QDomDocument *document)
+FileResult load(const QString &path, QDomDocument *document)
 {
-    MappingFile::ReadResult file = MappingFile::read(path);
-    switch (file.status) {
-    case MappingFile::Status::Missing:
+    if (path.isEmpty()) {
+        return FileResult::failed(QStringLiteral("no file was named"));
+    }
+    const MappingFile::ReadResult file = MappingFile::read(path);
+    if (file.status == MappingFile::Status::Missing) {
         qCInfo(lcMapping).noquote() << "There is no mapping file" << path;
-        return false;
-    case MappingFile::Status::Refused:
-        qCWarning(lcMapping).noquote() << "The mapping file" << path << "was not read:" << file.reason;
-        return false;
-    case MappingFile::Status::Read:
-        break;
+        return FileResult::failed(QStringLiteral("there is none"));
     }
-    QString reason;
-    if (MappingDocument::parse(file.bytes, document, &reason) != MappingDocument::Outcome::Parsed) {
+    QString reason = file.reason;
+    if (file.status == MappingFile::Status::Refused ||
+        MappingDocument::parse(file.bytes, document, &reason) != MappingDocument::Outcome::Parsed) {
         qCWarning(lcMapping).noquote() << "The mapping file" << path << "was not read:" << reason;
-        return false;
+        return FileResult::failed(reason);
     }
-    return true;
+    return FileResult::done();
 }
 
 } // namespace
@@ -168,11 +166,12 @@ XmlMappingReader::XmlMappingReader(FileChooser chooser, QObject *parent)
 {
 }
 
-void XmlMappingReader::readMapList(const QString &path, bool custom)
+FileResult XmlMappingReader::readMapList(const QString &path, bool custom)
 {
     QDomDocument document;
-    if (path.isEmpty() || !load(path, &document)) {
-        return;
+    FileResult result = load(path, &document);
+    if (!result) {
+        return result;
     }
     m_buttonMapList.clear();
     int defaultMap = 0;
@@ -185,19 +184,23 @@ void XmlMappingReader::readMapList(const QString &path, bool custom)
         m_buttonMapList.append(readMapping(mapping));
     }
     Q_EMIT newMapListReady(m_buttonMapList, custom, defaultMap);
+    return result;
 }
 
-void XmlMappingReader::readCurrentMap(const QString &path)
+FileResult XmlMappingReader::readCurrentMap(const QString &path)
 {
     qCInfo(lcMapping).noquote() << "File Name:" << path;
     QDomDocument document;
-    if (path.isEmpty() || !load(path, &document)) {
-        return;
+    FileResult result = load(path, &document);
+    if (!result) {
+        return result;
     }
     const QDomElement mapping = firstMapping(document.documentElement());
-    if (!mapping.isNull()) {
-        Q_EMIT onCurrentMapLoaded(readMapping(mapping));
+    if (mapping.isNull()) {
+        return FileResult::failed(QStringLiteral("it holds no mapping"));
     }
+    Q_EMIT onCurrentMapLoaded(readMapping(mapping));
+    return result;
 }
 
 void XmlMappingReader::openXml()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mapping/FileResult.h"
 #include "mapping/ZRButtonMap.h"
 
 #include <QList>
@@ -12,8 +13,8 @@
 /// Reads mapping files and announces what they hold by signal.
 ///
 /// A file that is missing, unreadable, too large (MappingFile::maximumSize), too deep
-/// (MappingDocument::maximumDepth) or malformed leaves a log line and causes no signal. Values that do not
-/// convert become 0 (numbers), -1 (empty character keys) or false (flags).
+/// (MappingDocument::maximumDepth) or malformed leaves a log line and causes no signal: the result says so.
+/// Values that do not convert become 0 (numbers), -1 (empty character keys) or false (flags).
 class XmlMappingReader : public QObject
 {
     Q_OBJECT
@@ -29,10 +30,11 @@ public:
 
     /// Reads every mapping of the file at @p path, in document order, and emits newMapListReady(), also for a
     /// file without any. @p custom is passed through. An empty path reads nothing.
-    void readMapList(const QString &path, bool custom);
+    FileResult readMapList(const QString &path, bool custom);
 
-    /// Reads the first mapping of the file at @p path and emits onCurrentMapLoaded(), if there is one.
-    void readCurrentMap(const QString &path);
+    /// Reads the first mapping of the file at @p path and emits onCurrentMapLoaded(); a failure if there is
+    /// none.
+    FileResult readCurrentMap(const QString &path);
 
     /// Lets the user choose a file and reads it as a list that is not the user's own.
     void openXml();

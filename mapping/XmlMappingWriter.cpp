@@ -2,6 +2,7 @@
 
 #include "mapping/MappingDocument.h"
 #include "mapping/MappingFile.h"
+#include "mapping/MappingFiles.h"
 #include "mapping/MappingLog.h"
 #include "mapping/SpecialAction.h"
 
@@ -15,11 +16,6 @@ using MappingDocument::Outcome;
 
 const char emptyDocument[] = R"(<?xml version="1.0" encoding="UTF-8" standalone="yes"?><ZR/>)"
                              "\n";
-
-QString customFile()
-{
-    return QStringLiteral("/custom.xml");
-}
 
 void setText(QDomElement *element, const QString &attribute, const QString &text)
 {
@@ -42,7 +38,7 @@ void appendKey(QDomDocument *document, QDomElement *layer, const QString &tag, c
 
 void appendMidiKey(QDomDocument *document, QDomElement *layer, const shortCut &entry)
 {
-    const bool knob = entry.key1 == MIDI_KNOB_ACTION;
+    const bool knob = actionKind(entry) == ActionKind::MidiKnob;
     QDomElement key = document->createElement(QStringLiteral("KEY1"));
     key.setAttribute(QStringLiteral("type"), knob ? QStringLiteral("midi_knob") : QStringLiteral("midi"));
     key.setAttribute(QStringLiteral("channel"), entry.channel);
@@ -62,18 +58,23 @@ QDomElement layerElement(QDomDocument *document, const QString &name, const shor
 {
     QDomElement layer = document->createElement(name);
     setText(&layer, QStringLiteral("label"), entry.label);
-    if (isMidiAction(entry.key1)) {
+    switch (actionKind(entry)) {
+    case ActionKind::MidiKnob:
+    case ActionKind::MidiButton:
         appendMidiKey(document, &layer, entry);
-    } else if (entry.key1 == SPECIAL_ACTION) {
+        break;
+    case ActionKind::Special:
         appendKey(document, &layer, QStringLiteral("KEY1"), QStringLiteral("special"),
                   specialActionName(entry.key2));
-    } else {
+        break;
+    case ActionKind::Shortcut:
         appendKey(document, &layer, QStringLiteral("KEY1"), QStringLiteral("int"),
                   QString::number(entry.key1));
         appendKey(document, &layer, QStringLiteral("KEY2"), QStringLiteral("int"),
                   QString::number(entry.key2));
         appendKey(document, &layer, QStringLiteral("KEY3"), QStringLiteral("int"),
                   QString::number(entry.key3));
+        break;
     }
     return layer;
 }
@@ -82,42 +83,37 @@ QDomElement mappingElement(QDomDocument *document, const ZRButtonMap &map)
 {
     QDomElement mapping = document->createElement(QStringLiteral("MAPPING"));
     setText(&mapping, QStringLiteral("software"), map.name);
-    for (int button = 0; button < ZRButtonMap::buttonCount; ++button) {
+    for (int button = 0; button < ActionTable::controlCount; ++button) {
         QDomElement element = document->createElement(QStringLiteral("BUTTON"));
         element.setAttribute(QStringLiteral("id"), button);
-        for (int layer = 0; layer < ZRButtonMap::layerCount; ++layer) {
-            element.appendChild(
-                layerElement(document, ZRButtonMap::layerName(layer), map.actions[button][layer]));
+        for (const Layer layer : Layers::all) {
+            element.appendChild(layerElement(document, Layers::fileName(layer), map.actions[button][layer]));
         }
         mapping.appendChild(element);
     }
     return mapping;
 }
 
-void logUntouched(const QString &path, const QString &reason)
+FileResult leftUntouched(const QString &path, const QString &reason)
 {
     qCWarning(lcMapping).noquote() << "The mapping file" << path << "was left as it is:" << reason;
+    return FileResult::failed(reason);
 }
 
-void store(const QString &path, const QByteArray &bytes)
+FileResult store(const QString &path, const QByteArray &bytes)
 {
-    QString reason;
-    if (!MappingFile::replace(path, bytes, &reason)) {
-        logUntouched(path, reason);
-    }
+    FileResult result = MappingFile::replace(path, bytes);
+    return result ? result : leftUntouched(path, result.reason());
 }
 
 // What could not be read back is not let near the user's file.
-void rewrite(const QString &path, QDomDocument *document)
+FileResult rewrite(const QString &path, QDomDocument *document)
 {
     const QByteArray bytes = MappingDocument::serialize(document);
     QDomDocument check;
     QString reason;
-    if (MappingDocument::parse(bytes, &check, &reason) == Outcome::Parsed) {
-        store(path, bytes);
-    } else {
-        logUntouched(path, reason);
-    }
+    return MappingDocument::parse(bytes, &check, &reason) == Outcome::Parsed ? store(path, bytes)
+                                                                             : leftUntouched(path, reason);
 }
 
 } // namespace
@@ -128,13 +124,12 @@ XmlMappingWriter::XmlMappingWriter(const QString &dataDirectory, QObject *parent
 {
 }
 
-void XmlMappingWriter::saveMap(const ZRButtonMap *map, const QString &fileName, bool alone)
+FileResult XmlMappingWriter::saveMap(const ZRButtonMap *map, const QString &fileName, bool alone)
 {
     const QString path = fullPath(fileName);
     const MappingFile::ReadResult file = MappingFile::read(path);
     if (map == nullptr || file.status == MappingFile::Status::Refused) {
-        logUntouched(path, map == nullptr ? QStringLiteral("no mapping was given") : file.reason);
-        return;
+        return leftUntouched(path, map == nullptr ? QStringLiteral("no mapping was given") : file.reason);
     }
     QByteArray content = alone ? QByteArray() : file.bytes;
     QDomDocument document;
@@ -146,45 +141,45 @@ void XmlMappingWriter::saveMap(const ZRButtonMap *map, const QString &fileName, 
         if (outcome == Outcome::Malformed) {
             qCWarning(lcMapping).noquote() << "The mapping" << map->name << "was not saved, the file" << path
                                            << "does not parse:" << reason;
-            store(path, content);
-            return;
+            const FileResult stored = store(path, content);
+            return stored ? FileResult::failed(reason) : stored;
         }
         if (outcome == Outcome::Parsed) {
             qCInfo(lcMapping) << "custom XML created";
         }
     }
     if (outcome == Outcome::Refused) {
-        logUntouched(path, reason);
-        return;
+        return leftUntouched(path, reason);
     }
     qCInfo(lcMapping).noquote().nospace() << "Save to XML: " << map->name;
     QDomElement root = document.firstChildElement(QStringLiteral("ZR"));
-    if (!root.isNull()) {
-        root.appendChild(mappingElement(&document, *map));
+    if (root.isNull()) {
+        const FileResult rewritten = rewrite(path, &document);
+        return rewritten ? FileResult::failed(QStringLiteral("it has no place for a mapping")) : rewritten;
     }
-    rewrite(path, &document);
+    root.appendChild(mappingElement(&document, *map));
+    return rewrite(path, &document);
 }
 
-void XmlMappingWriter::saveToCustom(const ZRButtonMap *map)
+FileResult XmlMappingWriter::saveToCustom(const ZRButtonMap *map)
 {
-    saveMap(map, customFile(), false);
+    return saveMap(map, MappingFiles::customName, false);
 }
 
-void XmlMappingWriter::removeMap(const QString &name)
+FileResult XmlMappingWriter::removeMap(const QString &name)
 {
     qCInfo(lcMapping).noquote().nospace() << "remove form XML: " << name;
-    const QString path = fullPath(customFile());
+    const QString path = fullPath(MappingFiles::customName);
     const MappingFile::ReadResult file = MappingFile::read(path);
     if (file.status != MappingFile::Status::Read) {
-        logUntouched(path, file.status == MappingFile::Status::Missing ? QStringLiteral("there is none")
-                                                                       : file.reason);
-        return;
+        return leftUntouched(path, file.status == MappingFile::Status::Missing
+                                       ? QStringLiteral("there is none")
+                                       : file.reason);
     }
     QDomDocument document;
     QString reason;
     if (MappingDocument::parse(file.bytes, &document, &reason) != Outcome::Parsed) {
-        logUntouched(path, reason);
-        return;
+        return leftUntouched(path, reason);
     }
     QDomElement root = document.firstChildElement(QStringLiteral("ZR"));
     for (QDomElement child = root.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
@@ -193,7 +188,7 @@ void XmlMappingWriter::removeMap(const QString &name)
             break;
         }
     }
-    rewrite(path, &document);
+    return rewrite(path, &document);
 }
 
 QString XmlMappingWriter::fullPath(const QString &fileName) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mapping/FileResult.h"
 #include "mapping/ZRButtonMap.h"
 
 #include <QList>
@@ -9,7 +10,7 @@
 
 /// Adds mappings to the files of the data directory and removes them.
 ///
-/// Nothing is reported to the caller; a step that cannot be done leaves a log line. A file always holds the
+/// What cannot be done leaves a log line, and the result says why. A file always holds the
 /// old or the new whole document, its permissions survive, and a symbolic link stays one. Files that are no
 /// regular files, larger than MappingFile::maximumSize, nested too deep (MappingDocument) or not to be opened
 /// for reading and writing are left untouched.
@@ -31,14 +32,14 @@ public:
     /// document is appended to it as text, and the mapping is not saved. A document without a `ZR` element at
     /// the top is rewritten without the mapping. Characters that XML cannot carry are dropped from name and
     /// labels.
-    void saveMap(const ZRButtonMap *map, const QString &fileName, bool alone);
+    FileResult saveMap(const ZRButtonMap *map, const QString &fileName, bool alone);
 
     /// Appends @p map to "/custom.xml".
-    void saveToCustom(const ZRButtonMap *map);
+    FileResult saveToCustom(const ZRButtonMap *map);
 
     /// Removes the first mapping called exactly @p name from "/custom.xml". The file is rewritten in any
-    /// case, if it is well-formed.
-    void removeMap(const QString &name);
+    /// case, if it is well-formed: that there was none of the name is no failure.
+    FileResult removeMap(const QString &name);
 
 Q_SIGNALS:
     /// Part of the declared interface; deliberately never emitted.

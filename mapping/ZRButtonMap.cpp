@@ -8,11 +8,12 @@ ZRButtonMap::ZRButtonMap(const QString &mapName, QObject *parent)
 
 void ZRButtonMap::setAction(int button, int layer, const shortCut &action)
 {
-    if (button < 0 || button >= buttonCount || layer < 0 || layer >= layerCount) {
+    const std::optional<Layer> inLayer = Layers::fromNumber(layer);
+    if (!ActionTable::has(button) || !inLayer) {
         return;
     }
     // The knob fields are left out on purpose: only code that assigns a whole entry puts them into a map.
-    shortCut &stored = actions[button][layer];
+    shortCut &stored = actions[button][*inLayer];
     stored.key1 = action.key1;
     stored.key2 = action.key2;
     stored.key3 = action.key3;
@@ -28,22 +29,7 @@ void ZRButtonMap::setAction(int button, int layer, const shortCut &action)
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the signature is part of the interface
 void ZRButtonMap::setAction(const QString &button, const QString &layer, shortCut action)
 {
-    for (int index = 0; index < layerCount; ++index) {
-        if (layer == layerName(index)) {
-            setAction(button.toInt(), index, action);
-            return;
-        }
-    }
-}
-
-QString ZRButtonMap::layerName(int layer)
-{
-    switch (layer) {
-    case 0:
-        return QStringLiteral("NORMAL");
-    case 1:
-        return QStringLiteral("SHIFT1");
-    default:
-        return QStringLiteral("SHIFT2");
+    if (const std::optional<Layer> inLayer = Layers::fromFileName(layer)) {
+        setAction(button.toInt(), Layers::number(*inLayer), action);
     }
 }

@@ -2,25 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
-    <name>ActionMenus</name>
-    <message>
-        <source>Normal</source>
-        <translation>Normal</translation>
-    </message>
-    <message>
-        <source>Shift 1</source>
-        <translation>Shift 1</translation>
-    </message>
-    <message>
-        <source>Shift 2</source>
-        <translation>Shift 2</translation>
-    </message>
-    <message>
-        <source>%1: %2</source>
-        <translation>%1: %2</translation>
-    </message>
-</context>
-<context>
     <name>ComboMapping</name>
     <message>
         <source>Save</source>
@@ -72,10 +53,6 @@
     <message>
         <source>Button %1</source>
         <translation>Taste %1</translation>
-    </message>
-    <message>
-        <source>Normal</source>
-        <translation>Normal</translation>
     </message>
     <message>
         <source>Shift 1</source>
@@ -365,6 +342,21 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>NumL</source>
         <translation>Num</translation>
+    </message>
+</context>
+<context>
+    <name>Layer</name>
+    <message>
+        <source>Normal</source>
+        <translation>Normal</translation>
+    </message>
+    <message>
+        <source>Shift 1</source>
+        <translation>Shift 1</translation>
+    </message>
+    <message>
+        <source>Shift 2</source>
+        <translation>Shift 2</translation>
     </message>
 </context>
 <context>

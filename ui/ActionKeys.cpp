@@ -1,59 +1,39 @@
 #include "ui/ActionKeys.h"
 
-#include "mapping/ZRButtonMap.h"
+#include "mapping/ActionTable.h"
 
 #include <QLatin1Char>
 
 namespace
 {
 
-constexpr int shift2Layer = 2;
-
-bool hasOwnValueFields(int layer, ActionKeys::Purpose purpose)
+bool hasOwnValueFields(Layer layer, ActionKeys::Purpose purpose)
 {
-    return layer == shift2Layer && purpose == ActionKeys::Purpose::Reading;
+    return layer == Layer::Shift2 && purpose == ActionKeys::Purpose::Reading;
 }
 
 } // namespace
 
 QString ActionKeys::prefix(int control)
 {
-    if (control < 0 || control >= ZRButtonMap::buttonCount) {
-        return QString();
-    }
-    return QStringLiteral("ButtonAction").mid(control);
+    return ActionTable::has(control) ? QStringLiteral("ButtonAction").mid(control) : QString();
 }
 
-QString ActionKeys::layerPart(int layer)
-{
-    switch (layer) {
-    case 0:
-        return QStringLiteral(".Normal");
-    case 1:
-        return QStringLiteral(".Shift1");
-    case shift2Layer:
-        return QStringLiteral(".Shift2");
-    default:
-        return QString();
-    }
-}
-
-QString ActionKeys::key(int control, int layer, const QString &field)
+QString ActionKeys::key(int control, Layer layer, const QString &field)
 {
     const QString first = prefix(control);
-    const QString second = layerPart(layer);
-    if (first.isEmpty() || second.isEmpty()) {
+    if (first.isEmpty()) {
         return QString();
     }
-    return first + second + QLatin1Char('.') + field;
+    return first + QLatin1Char('.') + Layers::settingsName(layer) + QLatin1Char('.') + field;
 }
 
-QString ActionKeys::pressValueField(int layer, Purpose purpose)
+QString ActionKeys::pressValueField(Layer layer, Purpose purpose)
 {
     return hasOwnValueFields(layer, purpose) ? QStringLiteral("value_on") : QStringLiteral("on_touch");
 }
 
-QString ActionKeys::releaseValueField(int layer, Purpose purpose)
+QString ActionKeys::releaseValueField(Layer layer, Purpose purpose)
 {
     return hasOwnValueFields(layer, purpose) ? QStringLiteral("value_off") : QStringLiteral("after_touch");
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "mapping/Layer.h"
+
 #include <QString>
 
 /// The names under which the action menus keep one control's assignments in the user's settings, for example
@@ -27,16 +29,13 @@ enum class Purpose { Reading, Writing };
 /// ("ButtonAction" for 0, "ion" for 9), clipped like this on purpose. Empty for a number outside 0 to 9.
 QString prefix(int control);
 
-/// ".Normal", ".Shift1" or ".Shift2"; empty for another layer.
-QString layerPart(int layer);
-
-/// The whole key, or an empty text for a control or layer that does not exist.
-QString key(int control, int layer, const QString &field);
+/// The whole key, or an empty text for a control that does not exist.
+QString key(int control, Layer layer, const QString &field);
 
 /// The field that holds the MIDI value on press, in this layer and for this purpose.
-QString pressValueField(int layer, Purpose purpose);
+QString pressValueField(Layer layer, Purpose purpose);
 
 /// The field that holds the MIDI value on release.
-QString releaseValueField(int layer, Purpose purpose);
+QString releaseValueField(Layer layer, Purpose purpose);
 
 } // namespace ActionKeys

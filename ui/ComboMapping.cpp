@@ -6,6 +6,8 @@
 
 #include <QFontMetrics>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace
@@ -77,36 +79,39 @@ void ComboMapping::buildMenu()
     menu().setToolTipsVisible(true);
 }
 
-bool ComboMapping::selectDefault()
-{
-    ZRButtonMap *map = mapAt(Default, m_defaultMap);
-    if (map) {
-        Q_EMIT newMap(map);
-    }
-    return map != nullptr;
-}
-
 ZRButtonMap *ComboMapping::mapAt(Kind kind, int index) const
 {
     return m_maps.at(kind).value(index); // null outside the list
 }
 
-void ComboMapping::newMapListReady(QList<ZRButtonMap *> defaultButtonMapList, bool custom, int defaultMap)
+void ComboMapping::newMapListReady(QList<ZRButtonMap *> defaultButtonMapList, bool custom, int)
 {
     qCInfo(lcUi).noquote().nospace() << "newMapListReady " << (custom ? "Costom" : "Default"); // as it is
     const Kind kind = custom ? Custom : Default;
     for (ZRButtonMap *map : qAsConst(defaultButtonMapList)) {
-        map->setParent(this);
+        if (map->parent() == nullptr) {
+            map->setParent(this);
+        }
     }
-    MapList arrived{std::move(defaultButtonMapList), defaultMap};
     if (!isMenuOpen()) {
-        replace(kind, arrived);
+        replace(kind, defaultButtonMapList);
         return;
     }
-    if (m_arrived.at(kind)) {
-        qDeleteAll(m_arrived.at(kind)->maps); // nobody has seen them
+    for (ZRButtonMap *map : qAsConst(m_maps.at(kind))) {
+        map->setParent(this); // its owner may let go of it while the user has it before his eyes
     }
-    m_arrived.at(kind) = std::move(arrived);
+    if (m_arrived.at(kind)) {
+        qDeleteAll(owned(*m_arrived.at(kind))); // nobody has seen them
+    }
+    m_arrived.at(kind) = std::move(defaultButtonMapList);
+}
+
+ComboMapping::MapList ComboMapping::owned(const MapList &maps) const
+{
+    MapList found;
+    std::copy_if(maps.begin(), maps.end(), std::back_inserter(found),
+                 [this](const ZRButtonMap *map) { return map->parent() == this; });
+    return found;
 }
 
 void ComboMapping::menuClosed()
@@ -121,14 +126,10 @@ void ComboMapping::menuClosed()
 
 void ComboMapping::replace(Kind kind, const MapList &arrived)
 {
-    QList<ZRButtonMap *> &maps = m_maps.at(kind);
-    for (ZRButtonMap *map : qAsConst(maps)) {
+    for (ZRButtonMap *map : owned(m_maps.at(kind))) {
         map->deleteLater(); // a slot of newMap() may have it in hand
     }
-    maps = arrived.maps;
-    if (kind == Default) {
-        m_defaultMap = arrived.defaultMap;
-    }
+    m_maps.at(kind) = arrived;
     fill(kind);
     update();
 }

@@ -13,8 +13,9 @@ class SaveDialog;
 /// The mapping selector: a bar whose menu picks a mapping of the library, picks or deletes one of the user's
 /// own, or saves what the page shows under a name. Touches no file; the page does what the signals ask for.
 ///
-/// Owns the mappings of the lists that it was given. A list that arrives while the menu is open takes effect
-/// when the menu is closed and the choice carried out, so that a choice means what the user saw.
+/// A list that arrives while the menu is open takes effect when the menu is closed and the choice carried
+/// out, so that a choice means what the user saw. Mappings that have no owner become the selector's, and
+/// those that it shows in an open menu after their list was replaced.
 class ComboMapping : public ComboMenuBar
 {
     Q_OBJECT
@@ -25,14 +26,11 @@ public:
     explicit ComboMapping(QWidget *parent);
     ~ComboMapping() override;
 
-    /// Sends newMap() with the library's default mapping; false if the library does not have it.
-    bool selectDefault();
-
     SaveDialog *saveDialog() const { return m_saveDialog; }
 
 Q_SIGNALS:
-    /// The user has picked this mapping. It stays the selector's, until the next list of its kind has arrived
-    /// and control has returned to the event loop: copy it.
+    /// The user has picked this mapping. It may be gone when the next list of its kind has arrived and
+    /// control has returned to the event loop: copy it.
     void newMap(ZRButtonMap *buttonMap);
 
     void deleteMap(QString softwareName);
@@ -43,9 +41,9 @@ Q_SIGNALS:
 public Q_SLOTS:
     void dislayMenu() override;
 
-    /// Takes a list over, the user's own mappings when @p custom is true, and fills the menu with it. The
-    /// maps of the list before are deleted as soon as control has returned to the event loop. @p defaultMap
-    /// is the index of the library's default mapping.
+    /// Fills the menu with a list, of the user's own mappings when @p custom is true. The selector's own maps
+    /// of the list before are deleted as soon as control has returned to the event loop. @p defaultMap, the
+    /// index of the library's default mapping, makes no difference to the menu.
     void newMapListReady(QList<ZRButtonMap *> defaultButtonMapList, bool custom, int defaultMap);
 
 protected:
@@ -55,21 +53,18 @@ protected:
 private:
     enum Kind : std::size_t { Default, Custom };
 
-    struct MapList {
-        QList<ZRButtonMap *> maps; // children of the selector
-        int defaultMap = 0;
-    };
+    using MapList = QList<ZRButtonMap *>;
 
     void buildLabels();
     void buildMenu();
     void replace(Kind kind, const MapList &arrived);
+    MapList owned(const MapList &maps) const;
     void fill(Kind kind);
     void addAction(QMenu &mapping, const char *text, Kind kind, int index);
     ZRButtonMap *mapAt(Kind kind, int index) const;
 
-    SaveDialog *m_saveDialog; // the page's
-    int m_defaultMap = 0;
+    SaveDialog *m_saveDialog;            // the page's
     std::array<QMenu *, 2> m_submenus{}; // the menu's
-    std::array<QList<ZRButtonMap *>, 2> m_maps;
+    std::array<MapList, 2> m_maps;
     std::array<std::optional<MapList>, 2> m_arrived; // while the menu was open
 };

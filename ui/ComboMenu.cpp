@@ -45,10 +45,9 @@ ComboMenu::ComboMenu(int id, QObject *deviceLink, QWidget *parent, Settings &set
     buildLabels();
     buildMenu();
 
-    for (int layer = 0; layer < layerCount; ++layer) {
-        const auto index = static_cast<std::size_t>(layer);
-        m_assignments.at(index) = m_settings.read(layer);
-        showLabel(layer, m_assignments.at(index).label);
+    for (const Layer layer : Layers::all) {
+        m_assignments[layer] = m_settings.read(layer);
+        showLabel(layer, m_assignments[layer].label);
     }
 }
 
@@ -73,14 +72,14 @@ void ComboMenu::buildLabels()
 
 void ComboMenu::buildMenu()
 {
-    const std::array<QString, layerCount> titles{tr("Normal"), tr("Shift 1"), tr("Shift 2")};
-    for (std::size_t layer = 0; layer < layerCount; ++layer) {
-        if (layer > 0) {
+    for (const Layer layer : Layers::all) {
+        if (layer != Layer::Normal) {
             menu().addSeparator();
         }
-        m_layerMenus.at(layer) = menu().addMenu(titles.at(layer));
-        applyStyle(*m_layerMenus.at(layer));
-        ComboMenuEntries::fill(*m_layerMenus.at(layer), layer == 0);
+        QMenu *layerMenu = menu().addMenu(Layers::shownName(layer));
+        applyStyle(*layerMenu);
+        ComboMenuEntries::fill(*layerMenu, layer == Layer::Normal);
+        m_layerMenus[layer] = layerMenu;
     }
 }
 
@@ -105,12 +104,7 @@ MidiMenu &ComboMenu::midiMenu()
     return *m_midiMenu;
 }
 
-shortCut ComboMenu::assignment(int layer) const
-{
-    return layer >= 0 && layer < layerCount ? m_assignments.at(static_cast<std::size_t>(layer)) : shortCut();
-}
-
-QString ComboMenu::inWords(int layer) const
+QString ComboMenu::inWords(Layer layer) const
 {
     return ComboMenuEntries::inWords(assignment(layer));
 }
@@ -123,8 +117,8 @@ void ComboMenu::dislayMenu()
 void ComboMenu::carryOut(const QAction &chosen)
 {
     refresh(); // the click itself has toggled the entry's check mark
-    for (int layer = 0; layer < layerCount; ++layer) {
-        const QList<QAction *> actions = m_layerMenus.at(static_cast<std::size_t>(layer))->actions();
+    for (const Layer layer : Layers::all) {
+        const QList<QAction *> actions = m_layerMenus[layer]->actions();
         if (std::find(actions.begin(), actions.end(), &chosen) != actions.end()) {
             choose(layer, chosen.data().toString());
             return;
@@ -133,45 +127,51 @@ void ComboMenu::carryOut(const QAction &chosen)
 }
 
 // What the user has chosen for a layer. The tests' order matters: a text may pass more than one.
-void ComboMenu::choose(int layer, const QString &text)
+void ComboMenu::choose(Layer layer, const QString &text)
 {
     if (says(text, "shortcut key")) {
-        shortcutKey().show(layer);
+        shortcutKey().show(Layers::number(layer));
     } else if (says(text, "midi for knob")) {
-        midiMenu().showKnob(layer, m_id, assignment(layer));
+        midiMenu().showKnob(Layers::number(layer), m_id, assignment(layer));
     } else if (says(text, "midi")) {
-        midiMenu().show(layer, m_id + buttonMidiOffset, assignment(layer));
+        midiMenu().show(Layers::number(layer), m_id + buttonMidiOffset, assignment(layer));
     } else {
-        setSpecialAction(layer, text);
+        chooseSpecialAction(layer, text);
     }
 }
 
-void ComboMenu::setSpecialAction(int layer, const QString &text)
+void ComboMenu::chooseSpecialAction(Layer chosen, const QString &text)
 {
-    const QString label = ComboMenuEntries::labelFor(text);
-    showLabel(layer, label);
-    // Not reported as a changed action, on purpose: only a captured shortcut writes the working copy.
-    if (m_deviceLink) {
-        shortCut &assignment = m_assignments.at(static_cast<std::size_t>(layer));
-        assignment.key1 = SPECIAL_ACTION;
-        assignment.key2 = specialActionCode(text);
-        assignment.key3 = 0;
-        assignment.label = label;
-        m_settings.writeKeys(layer, assignment);
-        refresh();
-        Q_EMIT assignmentChanged(layer, assignment);
-    }
     // A button that shifts does so in every layer: it must still be one while it is held.
-    if (layer == 0 && says(text, "shift")) {
-        setSpecialAction(1, text);
-        setSpecialAction(2, text);
+    const bool everywhere = chosen == Layer::Normal && says(text, "shift");
+    const QString label = ComboMenuEntries::labelFor(text);
+    QMap<Layer, shortCut> changed;
+    for (const Layer layer : Layers::all) {
+        if (layer != chosen && !everywhere) {
+            continue;
+        }
+        showLabel(layer, label);
+        if (m_deviceLink) {
+            shortCut &assignment = m_assignments[layer];
+            assignment.key1 = SPECIAL_ACTION;
+            assignment.key2 = specialActionCode(text);
+            assignment.key3 = 0;
+            assignment.label = label;
+            m_settings.writeKeys(layer, assignment);
+            changed.insert(layer, assignment);
+        }
+    }
+    if (!changed.isEmpty()) {
+        refresh();
+        // Not reported as a changed action, on purpose: only a captured shortcut writes the working copy.
+        Q_EMIT assignmentChanged(changed);
     }
 }
 
-void ComboMenu::showLabel(int layer, const QString &label)
+void ComboMenu::showLabel(Layer layer, const QString &label)
 {
-    m_shownLabels.at(static_cast<std::size_t>(layer)) = label;
-    if (layer == 0) {
+    m_shownLabels[layer] = label;
+    if (layer == Layer::Normal) {
         followShift(label);
     }
     refresh();
@@ -180,51 +180,62 @@ void ComboMenu::showLabel(int layer, const QString &label)
 void ComboMenu::followShift(const QString &text)
 {
     const bool shifts = says(text, "shift");
-    for (std::size_t layer = 1; layer < layerCount; ++layer) {
-        m_layerMenus.at(layer)->setEnabled(!shifts);
+    for (const Layer layer : {Layer::Shift1, Layer::Shift2}) {
+        m_layerMenus[layer]->setEnabled(!shifts);
         if (shifts) {
-            m_shownLabels.at(layer) = text;
+            m_shownLabels[layer] = text;
         }
     }
 }
 
 void ComboMenu::refresh()
 {
-    std::array<QString, layerCount> shown;
-    QString words = QStringLiteral("<b>%1</b>").arg(accessibleName().toHtmlEscaped());
-    QStringList plain;
-    for (std::size_t layer = 0; layer < layerCount; ++layer) {
-        QMenu *layerMenu = m_layerMenus.at(layer);
-        shown.at(layer) = ComboMenuEntries::displayed(m_shownLabels.at(layer)).toUpper();
-        ComboMenuEntries::check(*layerMenu, m_assignments.at(layer));
-        plain.append(tr("%1: %2").arg(layerMenu->title(), inWords(static_cast<int>(layer))));
-        words += QLatin1String("<br>") + plain.last().toHtmlEscaped();
+    PerLayer<QString> shown;
+    for (const Layer layer : Layers::all) {
+        shown[layer] = ComboMenuEntries::displayed(m_shownLabels[layer]).toUpper();
+        ComboMenuEntries::check(*m_layerMenus[layer], m_assignments[layer]);
     }
-    m_title->setParts({shown.at(0)});
-    m_layers->setParts({shown.at(1), shown.at(2)});
+    m_title->setParts({shown[Layer::Normal]});
+    m_layers->setParts({shown[Layer::Shift1], shown[Layer::Shift2]});
+
+    const QStringList plain = ComboMenuEntries::inWords(m_assignments);
+    QString words = QStringLiteral("<b>%1</b>").arg(accessibleName().toHtmlEscaped());
+    for (const QString &line : plain) {
+        words += QLatin1String("<br>") + line.toHtmlEscaped();
+    }
     setAccessibleDescription(plain.join(QLatin1String(". ")));
     setToolTip(words + QLatin1String("<br><i>") + tr("Click to change what it does").toHtmlEscaped() +
                QLatin1String("</i>"));
 }
 
+void ComboMenu::setAssignment(Layer layer, const shortCut &action)
+{
+    qCDebug(lcUi).noquote().nospace()
+        << "B_ID: " << m_id << " type: " << Layers::number(layer) << " received shortcut: " << action.label;
+    m_assignments[layer] = action;
+    m_settings.write(layer, action);
+    showLabel(layer, action.label);
+}
+
 void ComboMenu::getShorcut(int type, const shortCut &shortcut)
 {
-    if (type < 0 || type >= layerCount) {
-        return;
+    if (const std::optional<Layer> layer = Layers::fromNumber(type)) {
+        setAssignment(*layer, shortcut);
+        Q_EMIT assignmentChanged({{*layer, shortcut}});
     }
-    qCDebug(lcUi).noquote().nospace()
-        << "B_ID: " << m_id << " type: " << type << " received shortcut: " << shortcut.label;
-    m_assignments.at(static_cast<std::size_t>(type)) = shortcut;
-    m_settings.write(type, shortcut);
-    showLabel(type, shortcut.label);
-    Q_EMIT assignmentChanged(type, assignment(type));
+}
+
+shortCut ComboMenu::recordOf(int type) const
+{
+    const std::optional<Layer> layer = Layers::fromNumber(type);
+    return layer ? assignment(*layer) : shortCut();
 }
 
 // The three below change what they are about and leave the rest of the layer's record as it is, so that the
 // dialogs open with it again.
 void ComboMenu::loadShorcut(int type, int key1, int key2, int key3, const QString &shortcut)
 {
-    shortCut record = assignment(type);
+    shortCut record = recordOf(type);
     record.key1 = key1;
     record.key2 = key2;
     record.key3 = key3;
@@ -236,7 +247,7 @@ void ComboMenu::loadShorcut(int type, int key1, int key2, int key3, const QStrin
 void ComboMenu::loadMidi(int type, int ch, int cc, int v_on, int v_off, bool note, bool v_off_enable)
 {
     qCDebug(lcUi) << "New MIDI:" << type << ch << cc << v_on << v_off << note << v_off_enable;
-    shortCut record = assignment(type);
+    shortCut record = recordOf(type);
     record.key1 = MIDI_BUTTON_ACTION;
     record.key2 = static_cast<int>(SpecialAction::Midi);
     record.key3 = 0;
@@ -255,7 +266,7 @@ void ComboMenu::loadMidiKnob(int type, int ch, int cc, int v_on, int v_off, bool
 {
     qCDebug(lcUi) << "New MIDI for Knob:" << type << ch << cc << v_on << v_off << note << v_off_enable
                   << knobcc << m01h << m3fh << m0_127;
-    shortCut record = assignment(type);
+    shortCut record = recordOf(type);
     record.key1 = MIDI_KNOB_ACTION;
     record.key2 = static_cast<int>(SpecialAction::Midi);
     record.key3 = 0;

@@ -1,27 +1,26 @@
 #pragma once
 
+#include "mapping/Layer.h"
 #include "mapping/ShortCut.h"
 #include "ui/ComboMenuBar.h"
 #include "ui/ComboMenuSettings.h"
 
-#include <array>
+#include <QMap>
 
 class ComboMenuLabel;
 class MidiMenu;
 class ShortcutKey;
 
-/// What one of the ten controls does in the three layers, and the menu that changes it.
+/// Shows what one of the ten controls does in the three layers, and says what the user chooses for it.
 ///
-/// Layers are 0 Normal, 1 Shift 1, 2 Shift 2. Every assignment is stored in the user's settings as it is
-/// made; writing the mapping itself is the page's business.
+/// Stores in the user's settings what it is given to show and what is chosen. Keeping and carrying out the
+/// mapping is the business of others.
 class ComboMenu : public ComboMenuBar
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(ComboMenu)
 
 public:
-    static constexpr int layerCount = 3;
-
     /// Reads the control's assignments back from @p settings, which must outlive the menu. @p id is the
     /// control, 0 to 9. Without a
     /// @p deviceLink, choices are shown but neither kept nor stored. @p parent is the page: the dialogs lie
@@ -31,24 +30,27 @@ public:
 
     int id() const { return m_id; }
 
-    /// What the control does in @p layer, all fourteen fields. The entry of a layer that does not exist is
-    /// an unset one.
-    shortCut assignment(int layer) const;
+    /// What is shown for @p layer, all fourteen fields.
+    const shortCut &assignment(Layer layer) const { return m_assignments[layer]; }
 
     /// The same in plain words, for tool tips; one line.
-    QString inWords(int layer) const;
+    QString inWords(Layer layer) const;
+
+    /// Shows and stores @p action. Sends nothing: it is not the user who chose it.
+    void setAssignment(Layer layer, const shortCut &action);
 
 Q_SIGNALS:
     /// A shortcut that the user captured has been stored. No other change sends this, on purpose.
     void onActionChanged();
 
-    /// The assignment of a layer was set, in whatever way: by the user or from a mapping.
-    void assignmentChanged(int layer, const shortCut &assignment);
+    /// The control is to do something else, in one layer or in more at once.
+    void assignmentChanged(const QMap<Layer, shortCut> &layers);
 
 public Q_SLOTS:
     void dislayMenu() override;
 
-    /// Sets layer @p type from a whole record, stores and shows it.
+    /// Sets layer @p type (its Layers::number()) from a whole record, stores and shows it. Does nothing for a
+    /// layer that does not exist, as do the next three.
     void getShorcut(int type, const shortCut &shortcut);
 
     void loadShorcut(int type, int key1, int key2, int key3, const QString &shortcut);
@@ -64,20 +66,21 @@ private:
     void buildMenu();
     ShortcutKey &shortcutKey();
     MidiMenu &midiMenu();
-    void choose(int layer, const QString &text);
-    void setSpecialAction(int layer, const QString &text);
-    void showLabel(int layer, const QString &label);
+    void choose(Layer layer, const QString &text);
+    void chooseSpecialAction(Layer layer, const QString &text);
+    void showLabel(Layer layer, const QString &label);
+    shortCut recordOf(int type) const;
     void followShift(const QString &text);
     void refresh();
 
-    std::array<QMenu *, layerCount> m_layerMenus{}; // the menu's
+    PerLayer<QMenu *> m_layerMenus; // the menu's
     ComboMenuLabel *m_title;
     ComboMenuLabel *m_layers;
     ShortcutKey *m_shortcutKey = nullptr; // the page's, as is the next
     MidiMenu *m_midiMenu = nullptr;
     QObject *const m_deviceLink; // only whether there is one
     const int m_id;
-    std::array<shortCut, layerCount> m_assignments;
-    std::array<QString, layerCount> m_shownLabels;
+    PerLayer<shortCut> m_assignments; // what is shown, for the marks and the dialogs
+    PerLayer<QString> m_shownLabels;
     ComboMenuSettings m_settings;
 };

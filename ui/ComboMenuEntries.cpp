@@ -60,23 +60,24 @@ constexpr const char *otherLabels[] = {
 
 bool isShortcut(const shortCut &action)
 {
-    return action.key1 != SPECIAL_ACTION && !isMidiAction(action.key1) &&
+    return actionKind(action) == ActionKind::Shortcut &&
            (action.key1 > 0 || action.key2 > 0 || action.key3 > 0);
 }
 
 // The text of the entry that makes such an assignment; empty for an assignment that nothing makes.
 QString entryText(const shortCut &action)
 {
-    if (action.key1 == MIDI_BUTTON_ACTION) {
+    switch (actionKind(action)) {
+    case ActionKind::MidiButton:
         return QStringLiteral("Midi");
-    }
-    if (action.key1 == MIDI_KNOB_ACTION) {
+    case ActionKind::MidiKnob:
         return QStringLiteral("Midi for Knob");
+    case ActionKind::Shortcut:
+        return isShortcut(action) ? QStringLiteral("Shortcut Key") : QString();
+    case ActionKind::Special:
+        break;
     }
-    if (isShortcut(action)) {
-        return QStringLiteral("Shortcut Key");
-    }
-    if (action.key1 != SPECIAL_ACTION || action.key2 == static_cast<int>(SpecialAction::Empty)) {
+    if (specialAction(action) == SpecialAction::Empty) {
         return QString();
     }
     for (const Entry &entry : entries) {
@@ -110,7 +111,7 @@ QString translated(const QString &label)
 
 QString midiInWords(const shortCut &action)
 {
-    if (action.key1 == MIDI_KNOB_ACTION) {
+    if (actionKind(action) == ActionKind::MidiKnob) {
         return ComboMenu::tr("The knob sends MIDI channel %1, controller %2")
             .arg(action.channel)
             .arg(action.knobcc);
@@ -183,7 +184,7 @@ QString ComboMenuEntries::displayed(const QString &label)
 
 QString ComboMenuEntries::inWords(const shortCut &action)
 {
-    if (isMidiAction(action.key1)) {
+    if (isMidi(action)) {
         return midiInWords(action);
     }
     if (isShortcut(action)) {
@@ -196,4 +197,13 @@ QString ComboMenuEntries::inWords(const shortCut &action)
         }
     }
     return ComboMenu::tr("Nothing yet");
+}
+
+QStringList ComboMenuEntries::inWords(const PerLayer<shortCut> &actions)
+{
+    QStringList lines;
+    for (const Layer layer : Layers::all) {
+        lines << ComboMenu::tr("%1: %2").arg(Layers::shownName(layer), inWords(actions[layer]));
+    }
+    return lines;
 }

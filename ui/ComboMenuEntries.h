@@ -1,8 +1,10 @@
 #pragma once
 
+#include "mapping/Layer.h"
 #include "mapping/ShortCut.h"
 
 #include <QString>
+#include <QStringList>
 
 class QMenu;
 
@@ -28,5 +30,8 @@ QString displayed(const QString &label);
 
 /// What @p action does, in plain words.
 QString inWords(const shortCut &action);
+
+/// What a control does, in plain words: a line for each layer, which begins with its name.
+QStringList inWords(const PerLayer<shortCut> &actions);
 
 } // namespace ComboMenuEntries

@@ -2,7 +2,6 @@
 
 #include "engine/Settings.h"
 #include "mapping/SpecialAction.h"
-#include "mapping/ZRButtonMap.h"
 #include "ui/ActionKeys.h"
 
 #include <QLatin1String>
@@ -16,25 +15,36 @@ constexpr int oldMidiAction = 20;
 
 } // namespace
 
+ActionTable ComboMenuSettings::readAll(Settings &settings)
+{
+    ActionTable stored;
+    for (int control = 0; control < ActionTable::controlCount; ++control) {
+        for (const Layer layer : Layers::all) {
+            stored[control][layer] = ComboMenuSettings(settings, control).read(layer);
+        }
+    }
+    return stored;
+}
+
 ComboMenuSettings::ComboMenuSettings(Settings &settings, int control)
     : m_settings(settings)
     , m_control(control)
 {
 }
 
-QString ComboMenuSettings::key(int layer, const char *field) const
+QString ComboMenuSettings::key(Layer layer, const char *field) const
 {
     return key(layer, QString(QLatin1String(field)));
 }
 
-QString ComboMenuSettings::key(int layer, const QString &field) const
+QString ComboMenuSettings::key(Layer layer, const QString &field) const
 {
     return ActionKeys::key(m_control, layer, field);
 }
 
 void ComboMenuSettings::upgrade()
 {
-    for (int layer = 0; layer < ZRButtonMap::layerCount; ++layer) {
+    for (const Layer layer : Layers::all) {
         const QString first = key(layer, "key1");
         const int key1 = m_settings.value(first).toInt();
         if (key1 == oldSpecialAction) {
@@ -51,7 +61,7 @@ void ComboMenuSettings::upgrade()
     }
 }
 
-shortCut ComboMenuSettings::read(int layer) const
+shortCut ComboMenuSettings::read(Layer layer) const
 {
     const shortCut unset;
     const auto number = [&](const QString &field, qint32 otherwise) {
@@ -79,7 +89,7 @@ shortCut ComboMenuSettings::read(int layer) const
     return action;
 }
 
-void ComboMenuSettings::write(int layer, const shortCut &action)
+void ComboMenuSettings::write(Layer layer, const shortCut &action)
 {
     writeKeys(layer, action);
     m_settings.setValue(key(layer, "channel"), action.channel);
@@ -96,7 +106,7 @@ void ComboMenuSettings::write(int layer, const shortCut &action)
     m_settings.setValue(key(layer, "m0_127"), action.m0_127);
 }
 
-void ComboMenuSettings::writeKeys(int layer, const shortCut &action)
+void ComboMenuSettings::writeKeys(Layer layer, const shortCut &action)
 {
     m_settings.setValue(key(layer, "key1"), action.key1);
     m_settings.setValue(key(layer, "key2"), action.key2);

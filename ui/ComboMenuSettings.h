@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mapping/ShortCut.h"
+#include "mapping/ActionTable.h"
 
 #include <QString>
 
@@ -14,6 +14,9 @@ class ComboMenuSettings
     Q_DISABLE_COPY_MOVE(ComboMenuSettings)
 
 public:
+    /// What @p settings hold of all ten controls.
+    static ActionTable readAll(Settings &settings);
+
     /// @p control is 0 to 9. @p settings must outlive this object.
     ComboMenuSettings(Settings &settings, int control);
 
@@ -21,17 +24,17 @@ public:
     void upgrade();
 
     /// The stored assignment. What is not stored has the value that a new entry has.
-    shortCut read(int layer) const;
+    shortCut read(Layer layer) const;
 
     /// Stores all fourteen fields.
-    void write(int layer, const shortCut &action);
+    void write(Layer layer, const shortCut &action);
 
     /// Stores the three keys and the label, and leaves the rest of the layer's fields as they are.
-    void writeKeys(int layer, const shortCut &action);
+    void writeKeys(Layer layer, const shortCut &action);
 
 private:
-    QString key(int layer, const char *field) const;
-    QString key(int layer, const QString &field) const;
+    QString key(Layer layer, const char *field) const;
+    QString key(Layer layer, const QString &field) const;
 
     Settings &m_settings;
     const int m_control;

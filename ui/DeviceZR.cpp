@@ -9,11 +9,13 @@
 #include "engine/KnobSettings.h"
 #include "engine/LaunchOnStartup.h"
 #include "engine/Settings.h"
-#include "mapping/LibraryKeeper.h"
+#include "mapping/MappingSession.h"
 #include "net/MapUpdate.h"
 #include "ui/ActionMenus.h"
 #include "ui/ComboMapping.h"
 #include "ui/ComboMenu.h"
+#include "ui/ComboMenuEntries.h"
+#include "ui/ComboMenuSettings.h"
 #include "ui/DeviceIndicators.h"
 #include "ui/DevicePicture.h"
 #include "ui/MapNotices.h"
@@ -21,23 +23,18 @@
 #include "ui/OverlayDialog.h"
 #include "ui/PageTexts.h"
 #include "ui/SensitivitySlider.h"
-#include "ui/UiLog.h"
 
 #include <QCheckBox>
 #include <QChildEvent>
 #include <QCoreApplication>
-#include <QFile>
-#include <QFileDialog>
 #include <QGraphicsOpacityEffect>
 #include <QSignalBlocker>
+
+#include <memory>
 
 DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
     : ZRBaseWindow(parts.updater, parent)
     , m_parts(parts)
-    , m_reader([this](const QString &title, const QString &directory, const QString &filter) {
-        return QFileDialog::getOpenFileName(this, title, directory, filter);
-    })
-    , m_writer(parts.dataDirectory)
 {
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(Look::pageSheet());
@@ -51,18 +48,16 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
     if (Settings::isOlder(*m_parts.settings, version)) {
         ActionMenus::upgrade(*m_parts.settings);
     }
-    m_menus = new ActionMenus(serial, this, *m_parts.settings);
+    m_menus = new ActionMenus(*m_parts.mappings, serial, this, *m_parts.settings);
     PageTexts::addAll(*this, m_parts.midiPortName);
     buildStartupBox();
     buildSliders();
     m_indicators = new DeviceIndicators(this);
     connectIndicators();
     connectDevice(serial);
-    connect(m_menus, &ActionMenus::onActionChanged, this, &DeviceZR::saveCurrentMapAsDefault);
-    connect(m_menus, &ActionMenus::assignmentChanged, this, &DeviceZR::useAssignment);
-    connect(m_notices, &MapNotices::keep, this, &DeviceZR::saveCurrentMapAsDefault);
+    followMappings();
     orderFocus();
-    loadMappings();
+    m_parts.mappings->load([this] { return ComboMenuSettings::readAll(*m_parts.settings); });
 
     m_parts.settings->setUsedBy(version);
 }
@@ -92,17 +87,23 @@ void DeviceZR::buildSelector()
 {
     m_selector = new ComboMapping(this);
     m_selector->setGeometry(680, 12, 160, 51);
-    connect(&m_reader, &XmlMappingReader::newMapListReady, this, &DeviceZR::takeMaps);
-    connect(&m_reader, &XmlMappingReader::onCurrentMapLoaded, this, &DeviceZR::loadDefaultMap);
-
-    m_reader.readMapList(libraryFile(), false);
-    m_reader.readMapList(m_parts.dataDirectory + QStringLiteral("/custom.xml"), true);
-
     connect(m_selector, &ComboMapping::saveCurrentMap, this, &DeviceZR::saveCurrentMap);
     connect(m_selector, &ComboMapping::deleteMap, this, &DeviceZR::deleteMap);
     connect(m_selector, &ComboMapping::newMap, this, &DeviceZR::newMap);
     connect(m_parts.mapUpdate, &MapUpdate::dowloadFinished, this, &DeviceZR::dowloadFinished);
     connect(m_parts.mapUpdate, &MapUpdate::updateStarted, m_notices, &MapNotices::showUpdating);
+}
+
+void DeviceZR::followMappings()
+{
+    const MappingSession *mappings = m_parts.mappings;
+    connect(mappings, &MappingSession::listChanged, m_selector, &ComboMapping::newMapListReady);
+    connect(mappings, &MappingSession::keptChanged, m_notices, &MapNotices::setKept);
+    connect(mappings, &MappingSession::assigned, this, &DeviceZR::updateToolTips);
+    connect(mappings, &MappingSession::replaced, this, &DeviceZR::updateToolTips);
+    connect(m_menus, &ActionMenus::onActionChanged, this, &DeviceZR::saveCurrentMapAsDefault);
+    connect(m_notices, &MapNotices::keep, this, &DeviceZR::saveCurrentMapAsDefault);
+    updateToolTips();
 }
 
 void DeviceZR::buildStartupBox()
@@ -188,76 +189,13 @@ void DeviceZR::orderFocus()
     next(m_startup);
 }
 
-QString DeviceZR::libraryFile() const
-{
-    return m_parts.dataDirectory + QStringLiteral("/ZR.xml");
-}
-
-void DeviceZR::loadMappings()
-{
-    const QString workingCopy = m_parts.dataDirectory + QStringLiteral("/current.xml");
-    bool loaded = false;
-    if (QFile::exists(workingCopy)) {
-        m_reader.readCurrentMap(workingCopy);
-        loaded = m_kept != nullptr;
-    } else {
-        loaded = m_selector->selectDefault();
-    }
-    if (!loaded) {
-        useMenus(); // they stand as the settings left them
-    }
-    markKept();
-}
-
-void DeviceZR::takeMaps(const QList<ZRButtonMap *> &maps, bool custom, int defaultMap)
-{
-    if (!custom && maps.isEmpty()) {
-        // A page that somebody else sent in the library's place, most likely: it takes no mapping away.
-        qCWarning(lcUi) << "The library holds no mapping: the selector keeps those that it has";
-        return;
-    }
-    m_selector->newMapListReady(maps, custom, defaultMap);
-    if (!custom) {
-        LibraryKeeper::keep(libraryFile(), maps.size());
-    }
-}
-
-void DeviceZR::load(const ZRButtonMap &map)
-{
-    m_menus->load(map);
-    useMenus();
-}
-
-// What the menus hold is what the device does.
-void DeviceZR::useMenus()
-{
-    m_parts.dispatcher->setMap(*m_menus->mapNamed(QString()));
-    updateToolTips();
-}
-
-void DeviceZR::useAssignment(int control, int layer, const shortCut &assignment)
-{
-    m_parts.dispatcher->setAction(control, layer, assignment);
-    updateToolTips();
-    showWhatIsNotKept();
-}
-
-void DeviceZR::markKept()
-{
-    m_kept = m_menus->mapNamed(QString());
-    showWhatIsNotKept();
-}
-
-void DeviceZR::showWhatIsNotKept()
-{
-    if (m_kept) {
-        m_notices->setKept(m_menus->hold(*m_kept));
-    }
-}
-
 void DeviceZR::updateToolTips()
 {
-    m_picture->setControlToolTips(m_menus->inWords());
+    QStringList texts;
+    for (const PerLayer<shortCut> &control : m_parts.mappings->actions()) {
+        texts << ComboMenuEntries::inWords(control).join(QLatin1Char('\n'));
+    }
+    m_picture->setControlToolTips(texts);
     m_picture->setKnobToolTip(tr(
         "The knob: touch it to take hold, turn it to act.\nButtons with a knob mode choose what it does."));
 }
@@ -280,15 +218,13 @@ void DeviceZR::restoreMouse()
 
 void DeviceZR::newMap(ZRButtonMap *buttonMap)
 {
-    load(*buttonMap);
-    showWhatIsNotKept();
+    m_parts.mappings->use(*buttonMap);
 }
 
 void DeviceZR::loadDefaultMap(ZRButtonMap *buttonMap)
 {
     const std::unique_ptr<ZRButtonMap> owned(buttonMap);
-    load(*owned);
-    markKept();
+    m_parts.mappings->begin(*owned);
 }
 
 void DeviceZR::replyFinished(QNetworkReply *reply)
@@ -299,7 +235,7 @@ void DeviceZR::replyFinished(QNetworkReply *reply)
 void DeviceZR::dowloadFinished(bool success)
 {
     if (success) {
-        m_reader.readMapList(libraryFile(), false);
+        m_parts.mappings->reloadLibrary();
     }
     m_notices->endUpdating(success);
 }
@@ -313,21 +249,17 @@ void DeviceZR::printCurrentView()
 
 void DeviceZR::saveCurrentMap(const QString &name)
 {
-    m_writer.saveToCustom(m_menus->mapNamed(name).get());
-    m_reader.readMapList(m_parts.dataDirectory + QStringLiteral("/custom.xml"), true);
+    m_parts.mappings->saveAs(name);
 }
 
 void DeviceZR::deleteMap(const QString &name)
 {
-    m_writer.removeMap(name);
-    m_reader.readMapList(m_parts.dataDirectory + QStringLiteral("/custom.xml"), true);
+    m_parts.mappings->remove(name);
 }
 
 void DeviceZR::saveCurrentMapAsDefault()
 {
-    m_writer.saveMap(m_menus->mapNamed(QStringLiteral("current_map")).get(), QStringLiteral("/current.xml"),
-                     true);
-    markKept();
+    m_parts.mappings->keep();
 }
 
 void DeviceZR::setKnobSensitivityNormal(int val)

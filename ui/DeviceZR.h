@@ -2,13 +2,8 @@
 
 #include "app/frame/ZRBaseWindow.h"
 #include "engine/KnobPointer.h"
-#include "mapping/XmlMappingReader.h"
-#include "mapping/XmlMappingWriter.h"
-#include "mapping/ZRButtonMap.h"
 
 #include <QString>
-
-#include <memory>
 
 class ActionMenus;
 class ClickableLabel;
@@ -21,17 +16,19 @@ class KnobSettings;
 class LaunchOnStartup;
 class MapNotices;
 class MapUpdate;
+class MappingSession;
 class QCheckBox;
 class QNetworkReply;
 class QSlider;
 class SerialProtocol;
 class Settings;
+class ZRButtonMap;
 
 /// The device's page: what each control does in each layer, and the mapping in use.
 ///
-/// Shows what the engine says and hands on what the user chooses; decides nothing itself. An action that is
-/// chosen in any way acts from the next event on; only a captured shortcut writes the working copy,
-/// deliberately.
+/// Shows what the session and the engine say, and hands on what the user chooses; holds and decides nothing
+/// itself. An action that is chosen in any way acts from the next event on; only a captured shortcut writes
+/// the working copy, deliberately.
 class DeviceZR : public ZRBaseWindow
 {
     Q_OBJECT
@@ -40,6 +37,7 @@ class DeviceZR : public ZRBaseWindow
 public:
     /// What the page works with. Everything must outlive it.
     struct Parts {
+        MappingSession *mappings;
         EventDispatcher *dispatcher;
         Settings *settings;
         KnobSettings *knobSettings;
@@ -47,11 +45,10 @@ public:
         MapUpdate *mapUpdate;
         ZRUpdater *updater;     ///< may be null
         const Desktop *desktop; ///< may be null, for its dialogs
-        QString dataDirectory;
         QString midiPortName;
     };
 
-    /// @p serial must outlive the page. Reads the mapping files.
+    /// @p serial must outlive the page. Loads the session.
     DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts);
     ~DeviceZR() override;
 
@@ -63,7 +60,7 @@ Q_SIGNALS:
 public Q_SLOTS:
     void onDeviceConnected(const QString &deviceName);
     void restoreMouse();
-    void newMap(ZRButtonMap *buttonMap); ///< @p buttonMap stays the sender's
+    void newMap(ZRButtonMap *buttonMap); ///< puts it to use; @p buttonMap stays the sender's
     void replyFinished(QNetworkReply *reply);
     void dowloadFinished(bool success);
     void printCurrentView();
@@ -78,7 +75,7 @@ public Q_SLOTS:
     void onUserMovingMouse();
     void reEnableZR();
     void saveCurrentMapAsDefault();
-    void loadDefaultMap(ZRButtonMap *buttonMap); ///< takes @p buttonMap over
+    void loadDefaultMap(ZRButtonMap *buttonMap); ///< begins with it; takes @p buttonMap over
 
 protected:
     void childEvent(QChildEvent *event) override;
@@ -87,26 +84,16 @@ protected:
 private:
     void buildPicture();
     void buildSelector();
+    void followMappings();
     void buildStartupBox();
     void buildSliders();
     void connectDevice(SerialProtocol *serial);
     void connectIndicators();
-    void loadMappings();
     void orderFocus();
 
-    void takeMaps(const QList<ZRButtonMap *> &maps, bool custom, int defaultMap);
-    void load(const ZRButtonMap &map);
-    void useMenus();
-    void useAssignment(int control, int layer, const shortCut &assignment);
-    void markKept();
-    void showWhatIsNotKept();
     void updateToolTips();
-    QString libraryFile() const;
 
     Parts m_parts;
-
-    XmlMappingReader m_reader;
-    XmlMappingWriter m_writer;
 
     DevicePicture *m_picture = nullptr;
     ClickableLabel *m_printer = nullptr;
@@ -117,5 +104,4 @@ private:
     QCheckBox *m_startup = nullptr;
     QSlider *m_normal = nullptr;
     QSlider *m_shift1 = nullptr;
-    std::unique_ptr<ZRButtonMap> m_kept; // what the working copy holds, or what the page started with
 };

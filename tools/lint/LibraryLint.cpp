@@ -18,25 +18,19 @@ namespace
 
 using Maps = std::vector<std::unique_ptr<ZRButtonMap>>;
 
-bool isSpecial(const shortCut &action)
-{
-    return action.key1 == SPECIAL_ACTION;
-}
-
 bool isShift(const shortCut &action)
 {
-    return isSpecial(action) &&
-           (action.key2 == int(SpecialAction::Shift1) || action.key2 == int(SpecialAction::Shift2));
+    const SpecialAction what = specialAction(action);
+    return what == SpecialAction::Shift1 || what == SpecialAction::Shift2;
 }
 
 QString whatIsWrongWithTheKeys(const shortCut &action)
 {
-    if (isSpecial(action)) {
-        return specialActionName(action.key2) == QLatin1String("empty")
-                   ? QStringLiteral("names no special action")
-                   : QString();
+    if (actionKind(action) == ActionKind::Special) {
+        return specialAction(action) == SpecialAction::Empty ? QStringLiteral("names no special action")
+                                                             : QString();
     }
-    if (isMidiAction(action.key1)) {
+    if (isMidi(action)) {
         const bool valid = action.channel >= 1 && action.channel <= 16;
         const auto isByte = [](int value) { return value >= 0 && value <= 127; };
         return valid && isByte(action.cc) && isByte(action.v_on) && isByte(action.v_off)
@@ -50,9 +44,9 @@ QString whatIsWrongWithTheKeys(const shortCut &action)
                : QStringLiteral("has a key that is none");
 }
 
-QString place(int button, int layer)
+QString place(int button, Layer layer)
 {
-    return QStringLiteral("button %1, %2 ").arg(button).arg(ZRButtonMap::layerName(layer));
+    return QStringLiteral("button %1, %2 ").arg(button).arg(Layers::fileName(layer));
 }
 
 // What the reader would fill in or drop without a word.
@@ -69,16 +63,16 @@ void checkElement(const QDomElement &mapping, const std::function<void(const QSt
             report(QStringLiteral("has button %1 twice").arg(id));
         }
         seen.insert(id);
-        for (int layer = 0; layer < ZRButtonMap::layerCount; ++layer) {
-            const QDomElement entry = button.firstChildElement(ZRButtonMap::layerName(layer));
+        for (const Layer layer : Layers::all) {
+            const QDomElement entry = button.firstChildElement(Layers::fileName(layer));
             if (entry.isNull()) {
-                report(QStringLiteral("button %1 lacks %2").arg(id, ZRButtonMap::layerName(layer)));
+                report(QStringLiteral("button %1 lacks %2").arg(id, Layers::fileName(layer)));
             } else if (entry.attribute(QStringLiteral("label")).trimmed().isEmpty()) {
-                report(QStringLiteral("button %1, %2 has no label").arg(id, ZRButtonMap::layerName(layer)));
+                report(QStringLiteral("button %1, %2 has no label").arg(id, Layers::fileName(layer)));
             }
         }
     }
-    for (int button = 0; button < ZRButtonMap::buttonCount; ++button) {
+    for (int button = 0; button < ActionTable::controlCount; ++button) {
         const QString id = QString::number(button);
         if (!seen.remove(id)) {
             report(QStringLiteral("lacks button ") + id);
@@ -91,9 +85,9 @@ void checkElement(const QDomElement &mapping, const std::function<void(const QSt
 
 void checkMap(const ZRButtonMap &map, const std::function<void(const QString &)> &report)
 {
-    for (int button = 0; button < ZRButtonMap::buttonCount; ++button) {
+    for (int button = 0; button < ActionTable::controlCount; ++button) {
         const auto &layers = map.actions[button];
-        for (int layer = 0; layer < ZRButtonMap::layerCount; ++layer) {
+        for (const Layer layer : Layers::all) {
             const QString fault = whatIsWrongWithTheKeys(layers[layer]);
             if (!fault.isEmpty()) {
                 report(place(button, layer) + fault);
@@ -101,12 +95,14 @@ void checkMap(const ZRButtonMap &map, const std::function<void(const QString &)>
             if (layers[layer].label.contains(QLatin1Char('|'))) { // it separates the layers in the menu
                 report(place(button, layer) + QStringLiteral("has a bar in its label"));
             }
-            if (isShift(layers[0]) ? layers[layer].key2 != layers[0].key2 : isShift(layers[layer])) {
+            const bool shifts = isShift(layers[Layer::Normal]);
+            if (shifts ? layers[layer].key2 != layers[Layer::Normal].key2 : isShift(layers[layer])) {
                 report(place(button, layer) +
                        QStringLiteral("is not the shift button that its other layers are"));
             }
         }
-        if (!ActionLabels::fit(layers[0].label, layers[1].label, layers[2].label)) {
+        if (!ActionLabels::fit(layers[Layer::Normal].label, layers[Layer::Shift1].label,
+                               layers[Layer::Shift2].label)) {
             report(QStringLiteral("button %1 has labels that do not fit its menu").arg(button));
         }
     }

@@ -35,10 +35,10 @@ QByteArray library(int mappings)
     QByteArray xml = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n<ZR>\n";
     for (int mapping = 0; mapping < mappings; ++mapping) {
         xml += " <MAPPING software=\"Program " + QByteArray::number(mapping) + "\">\n";
-        for (int button = 0; button < ZRButtonMap::buttonCount; ++button) {
+        for (int button = 0; button < ActionTable::controlCount; ++button) {
             xml += "  <BUTTON id=\"" + QByteArray::number(button) + "\">\n";
-            for (int layer = 0; layer < ZRButtonMap::layerCount; ++layer) {
-                const QByteArray name = ZRButtonMap::layerName(layer).toLatin1();
+            for (const Layer layer : Layers::all) {
+                const QByteArray name = Layers::fileName(layer).toLatin1();
                 xml += "   <" + name + " label=\"Action " + QByteArray::number(layer) + "\">\n";
                 if (button == 0) {
                     xml += "    <KEY1 type=\"special\">vertical</KEY1>\n";

@@ -159,7 +159,7 @@ void measureMemory(qint64 program, qint64 empty, const QString &state, Report &r
 void writeMap(const ProgramHome &home)
 {
     ZRButtonMap map(QStringLiteral("current_map"));
-    for (int button = 0; button < ZRButtonMap::buttonCount; ++button) {
+    for (int button = 0; button < ActionTable::controlCount; ++button) {
         shortCut action;
         action.key1 = 'A' + button; // as the relay has it
         action.key2 = action.key3 = -1;

@@ -41,7 +41,7 @@ QVector<QRect> screensOf(const Script &script)
 bool usesMidi(const Script &script)
 {
     return std::any_of(script.setUp.begin(), script.setUp.end(), [](const ScriptStep &step) {
-        return step.kind == ScriptStep::Kind::Assign && isMidiAction(step.action.key1);
+        return step.kind == ScriptStep::Kind::Assign && isMidi(step.action);
     });
 }
 

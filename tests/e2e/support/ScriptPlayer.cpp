@@ -82,7 +82,7 @@ private:
         QPoint pointer;
         for (const ScriptStep &step : m_script.setUp) {
             if (step.kind == Kind::Assign) {
-                map.setAction(step.button, step.layer, step.action);
+                map.setAction(step.button, Layers::number(step.layer), step.action);
             } else if (step.kind == Kind::At) {
                 pointer = step.point;
             } else if (step.kind == Kind::Sensitivity) {

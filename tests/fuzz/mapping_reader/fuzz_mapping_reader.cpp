@@ -89,12 +89,12 @@ std::unique_ptr<ZRButtonMap> readCurrent(const QString &path)
 shortCut asReadBack(shortCut entry)
 {
     entry.label = MappingDocument::carriable(entry.label);
-    if (isMidiAction(entry.key1)) {
+    if (isMidi(entry)) {
         entry.key2 = -1;
         entry.key3 = -1;
         return entry;
     }
-    if (entry.key1 == SPECIAL_ACTION) {
+    if (actionKind(entry) == ActionKind::Special) {
         // A file names a special action, and a code without a name is "empty".
         entry.key2 = specialActionCode(specialActionName(entry.key2));
         entry.key3 = -1;
@@ -114,8 +114,8 @@ void requireEqual(const ZRButtonMap &read, const ZRButtonMap &written)
 {
     const QString name = MappingDocument::carriable(written.name);
     require(read.name == (name.isEmpty() ? QStringLiteral("Unknown") : name), "the name is read back");
-    for (int button = 0; button < ZRButtonMap::buttonCount; ++button) {
-        for (int layer = 0; layer < ZRButtonMap::layerCount; ++layer) {
+    for (int button = 0; button < ActionTable::controlCount; ++button) {
+        for (const Layer layer : Layers::all) {
             require(read.actions[button][layer] == asReadBack(written.actions[button][layer]),
                     "an entry is read back");
         }

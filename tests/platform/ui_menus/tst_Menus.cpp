@@ -124,7 +124,7 @@ void tst_Menus::init()
     drawing->setGeometry(248, 258, 402, 192);
     drawing->setStyleSheet(QStringLiteral("background-image: url(:/icons/zr.png)"));
     m_menus.clear();
-    for (int control = 0; control < ZRButtonMap::buttonCount; ++control) {
+    for (int control = 0; control < ActionTable::controlCount; ++control) {
         auto *menu = new ComboMenu(control, &m_link, m_page.get(), m_settings);
         menu->setGeometry(control < 5 ? 88 : 650, 239 + 47 * (control % 5), 160, 41);
         m_menus.append(menu);
@@ -199,7 +199,7 @@ void tst_Menus::theMouseChoosesAnAction()
     click(m_menus.at(6)->mapToGlobal(QPoint(60, 30)));
     QTRY_VERIFY(opened && !PopUp::active());
     QTRY_COMPARE(changed, 1);
-    QCOMPARE(m_menus.at(6)->assignment(1).label, QStringLiteral("Vertical"));
+    QCOMPARE(m_menus.at(6)->assignment(Layer::Shift1).label, QStringLiteral("Vertical"));
 }
 
 void tst_Menus::theKeyboardChoosesAnAction()
@@ -223,7 +223,7 @@ void tst_Menus::theKeyboardChoosesAnAction()
     QVERIFY(frame->isVisible());
     m_user->tap(BlankKey);
     QTRY_VERIFY(opened && !PopUp::active());
-    QTRY_COMPARE(m_menus.at(1)->assignment(0).label, QStringLiteral("M.Left"));
+    QTRY_COMPARE(m_menus.at(1)->assignment(Layer::Normal).label, QStringLiteral("M.Left"));
 }
 
 void tst_Menus::aClickOnTheOpenMenusBarClosesIt()
@@ -327,8 +327,8 @@ void tst_Menus::noTextLeavesItsBar()
     record.key1 = 65;
     record.label = endless;
     for (ComboMenu *menu : qAsConst(m_menus)) {
-        for (int layer = 0; layer < 3; ++layer) {
-            menu->getShorcut(layer, record);
+        for (const Layer layer : Layers::all) {
+            menu->getShorcut(Layers::number(layer), record);
         }
         const QList<ComboMenuLabel *> labels = menu->findChildren<ComboMenuLabel *>();
         for (const ComboMenuLabel *label : labels) {

@@ -19,9 +19,11 @@ public:
 } // namespace
 
 PageRig::PageRig()
+    : mappings(data.path())
     // No network: there is no such file.
-    : mapUpdate(data.filePath(QStringLiteral("ZR.xml")), &store, QStringLiteral("file:///nonexistent/"))
+    , mapUpdate(mappings.files().library(), &store, QStringLiteral("file:///nonexistent/"))
 {
+    engine.dispatcher->follow(mappings);
 }
 
 void PageRig::writeFile(const QString &name, const QByteArray &content)
@@ -40,8 +42,8 @@ QByteArray PageRig::readFile(const QString &name) const
 DeviceZR *PageRig::makePage(QWidget *parent, SerialProtocol *serial, ZRUpdater *updater)
 {
     return new DeviceZR(parent, serial,
-                        {engine.dispatcher.get(), &store, &engine.settings, &launchOnStartup, &mapUpdate,
-                         updater, &desktop, data.path(), QStringLiteral("Not Available")});
+                        {&mappings, engine.dispatcher.get(), &store, &engine.settings, &launchOnStartup,
+                         &mapUpdate, updater, &desktop, QStringLiteral("Not Available")});
 }
 
 std::unique_ptr<SerialProtocol> PageRig::makeSerial()

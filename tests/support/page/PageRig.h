@@ -5,6 +5,7 @@
 #include "engine/Settings.h"
 #include "engine/platform/AutostartEntry.h"
 #include "engine/platform/Desktop.h"
+#include "mapping/MappingSession.h"
 #include "net/MapUpdate.h"
 #include "tests/support/script/EngineRig.h"
 #include "ui/DeviceZR.h"
@@ -56,6 +57,7 @@ public:
     QTemporaryDir data;
     Settings store{data.filePath(QStringLiteral("settings.ini"))};
     EngineRig engine;
+    MappingSession mappings;
     MemoryAutostartEntry autostart;
     PlainDesktop desktop;
     LaunchOnStartup launchOnStartup{autostart, QStringLiteral("/opt/veltrix/veltrix")};

@@ -107,7 +107,7 @@ void EngineRig::unplug()
     }
     m_plugged = false;
     dispatcher->letKnobGo();
-    for (int button = 0; button < ZRButtonMap::buttonCount; ++button) {
+    for (int button = 0; button < ActionTable::controlCount; ++button) {
         dispatcher->onButtonpress(button, false);
     }
     dispatcher->onDeviceLost();

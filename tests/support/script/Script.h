@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mapping/Layer.h"
 #include "mapping/ShortCut.h"
 
 #include <QByteArray>
@@ -32,7 +33,7 @@ struct ScriptStep {
     Kind kind = Kind::Wait;
     int line = 0; ///< where it stands in the file, from 1
     int button = 0;
-    int layer = 0;
+    Layer layer = Layer::Normal;
     bool pressing = false;
     char type = 0;
     int number = 0;

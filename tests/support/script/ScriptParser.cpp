@@ -224,15 +224,11 @@ private:
             return QStringLiteral("assign BUTTON LAYER keys|special|midi|midi_knob ...");
         }
         m_step.button = match.captured(1).toInt();
-        m_step.layer = -1;
-        for (int layer = 0; layer < ZRButtonMap::layerCount; ++layer) {
-            if (match.captured(2) == ZRButtonMap::layerName(layer)) {
-                m_step.layer = layer;
-            }
-        }
-        if (m_step.layer < 0) {
+        const std::optional<Layer> layer = Layers::fromFileName(match.captured(2));
+        if (!layer) {
             return QStringLiteral("\"%1\" is no layer").arg(match.captured(2));
         }
+        m_step.layer = *layer;
         return takeAction(match.captured(3), match.captured(4));
     }
 

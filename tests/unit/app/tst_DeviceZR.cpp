@@ -38,6 +38,7 @@ private Q_SLOTS:
     void withoutAWorkingCopyTheLibrarysDefaultIsUsed();
     void workingCopyWinsOverTheLibrary();
     void brokenWorkingCopyLeavesTheMenusAsStored();
+    void withoutAnyMappingTheSettingsActAndStayAsTheyAre();
     void chosenActionActsFromTheNextEvent();
     void onlyACapturedShortcutWritesTheWorkingCopy();
     void whatIsNotKeptIsSaidAndKeptOnRequest();
@@ -305,7 +306,7 @@ void tst_DeviceZR::workingCopyWinsOverTheLibrary()
     makePage();
     press(3);
     QCOMPARE(m_rig->engine.recorder.lines().constFirst(), QStringLiteral("key 67 down"));
-    QCOMPARE(menu(3)->assignment(0).key1, 67);
+    QCOMPARE(menu(3)->assignment(Layer::Normal).key1, 67);
 }
 
 void tst_DeviceZR::brokenWorkingCopyLeavesTheMenusAsStored()
@@ -316,6 +317,25 @@ void tst_DeviceZR::brokenWorkingCopyLeavesTheMenusAsStored()
     press(3);
     QCOMPARE(m_rig->engine.recorder.lines(), QStringList());
     QCOMPARE(m_rig->readFile(QStringLiteral("current.xml")), QByteArray("<ZR><MAPPING"));
+}
+
+void tst_DeviceZR::withoutAnyMappingTheSettingsActAndStayAsTheyAre()
+{
+    const QMap<QString, QVariant> stored{{QStringLiteral("tonAction.Normal.key1"), 71},
+                                         {QStringLiteral("tonAction.Normal.key2"), -1},
+                                         {QStringLiteral("tonAction.Normal.key3"), -1},
+                                         {QStringLiteral("tonAction.Shift2.value_on"), 21}};
+    for (auto it = stored.begin(); it != stored.end(); ++it) {
+        m_rig->store.setValue(it.key(), it.value());
+    }
+    makePage();
+    press(3);
+    QCOMPARE(m_rig->engine.recorder.lines(),
+             QStringList({QStringLiteral("key 71 down"), QStringLiteral("key 71 up")}));
+    QVERIFY(m_page->findChild<QLabel *>(QStringLiteral("notKept"))->isHidden());
+    QStringList keys = m_rig->store.allKeys();
+    keys.removeOne(QStringLiteral("ZR.ver"));
+    QCOMPARE(keys, QStringList(stored.keys()));
 }
 
 void tst_DeviceZR::chosenActionActsFromTheNextEvent()
@@ -370,16 +390,16 @@ void tst_DeviceZR::savingTwiceUnderANameListsBothAndDeletingTakesTheFirst()
     m_page->deleteMap(QStringLiteral("Mine"));
     const auto left = customMaps();
     QCOMPARE(left.size(), 1);
-    QCOMPARE(left.constFirst()->actions[3][0].key1, 66);
+    QCOMPARE(left.constFirst()->actions[3][Layer::Normal].key1, 66);
 }
 
 void tst_DeviceZR::setMappingActsButWritesNothing()
 {
     makePage();
     ZRButtonMap map(QStringLiteral("Other"));
-    map.actions[3][0].key1 = 70;
-    map.actions[3][0].key2 = -1;
-    map.actions[3][0].key3 = -1;
+    map.actions[3][Layer::Normal].key1 = 70;
+    map.actions[3][Layer::Normal].key2 = -1;
+    map.actions[3][Layer::Normal].key3 = -1;
     m_page->newMap(&map);
     press(3);
     QCOMPARE(m_rig->engine.recorder.lines().constFirst(), QStringLiteral("key 70 down"));
@@ -394,7 +414,7 @@ void tst_DeviceZR::anOlderVersionsActionsAreUpgradedOnce()
     m_rig->store.setValue(key, 17);
     makePage();
     QCOMPARE(m_rig->store.value(key).toInt(), SPECIAL_ACTION);
-    QCOMPARE(menu(3)->assignment(0).key1, SPECIAL_ACTION);
+    QCOMPARE(menu(3)->assignment(Layer::Normal).key1, SPECIAL_ACTION);
     m_rig->store.setValue(key, 17); // by this version, so it is meant
     makePage();
     QCOMPARE(m_rig->store.value(key).toInt(), 17);
@@ -485,13 +505,11 @@ void tst_DeviceZR::libraryWithoutMappingsTakesNoneAway()
 {
     m_rig->writeFile(QStringLiteral("ZR.xml"), document(mapping("First", 65) + mapping("Second", 66)));
     makePage();
-    auto *selector = m_page->findChild<ComboMapping *>();
-    QSignalSpy chosen(selector, &ComboMapping::newMap);
     m_rig->writeFile(QStringLiteral("ZR.xml"), "<html><body><p>Sign in</p></body></html>");
     QTest::ignoreMessage(QtWarningMsg, "The library holds no mapping: the selector keeps those that it has");
     Q_EMIT m_rig->mapUpdate.dowloadFinished(true);
-    QVERIFY(selector->selectDefault());
-    QCOMPARE(chosen.at(0).at(0).value<ZRButtonMap *>()->name, QStringLiteral("First"));
+    QCOMPARE(m_rig->mappings.library().size(), 2);
+    QCOMPARE(m_rig->mappings.defaultMapping()->name, QStringLiteral("First"));
 }
 
 void tst_DeviceZR::drawingTellsWhatItsControlsDoAlsoWithoutAMapping()
@@ -508,7 +526,7 @@ void tst_DeviceZR::drawingTellsWhatItsControlsDoAlsoWithoutAMapping()
 void tst_DeviceZR::controlsTellWhatTheyDoInEachLayer()
 {
     makePage();
-    for (int layer = 0; layer < 3; ++layer) {
+    for (const Layer layer : Layers::all) {
         QVERIFY(!menu(3)->inWords(layer).isEmpty());
     }
     for (const QWidget *widget : m_page->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {

@@ -210,7 +210,7 @@ void tst_ZRMainWindow::chordCallsTheGameAndBack()
     action.key1 = SPECIAL_ACTION;
     for (const int code : {4, 5, 6}) {
         action.key2 = code;
-        m_rig->engine.dispatcher->setAction(code, 0, action);
+        m_rig->engine.dispatcher->setAction(code, Layer::Normal, action);
     }
     for (const int button : {4, 5, 6}) {
         Q_EMIT m_serial->onButtonpress(button, true);

@@ -73,7 +73,7 @@ private Q_SLOTS:
 void tst_EventDispatcher::startsInNormalAndCircularAndWithoutGame()
 {
     EngineRig rig;
-    QCOMPARE(rig.dispatcher->currentLayer(), 0);
+    QCOMPARE(rig.dispatcher->currentLayer(), Layer::Normal);
     QCOMPARE(rig.dispatcher->knobMode(), KnobMode::Circular);
     QVERIFY(!rig.dispatcher->isGameOn());
     QVERIFY(rig.recorder.lines().isEmpty());
@@ -84,29 +84,29 @@ void tst_EventDispatcher::setMapCopiesEveryEntry()
     EngineRig rig;
     ZRButtonMap map(QStringLiteral("all different"));
     for (int button = 0; button < 10; ++button) {
-        map.actions[button][0] = keys(100 + button);
-        map.actions[button][1] = keys(120 + button);
-        map.actions[button][2] = keys(140 + button);
+        map.actions[button][Layer::Normal] = keys(100 + button);
+        map.actions[button][Layer::Shift1] = keys(120 + button);
+        map.actions[button][Layer::Shift2] = keys(140 + button);
     }
-    rig.dispatcher->setMap(map);
+    rig.dispatcher->setActions(map.actions);
     for (int button = 0; button < 10; ++button) {
         rig.dispatcher->onButtonpress(button, true);
         rig.dispatcher->onButtonpress(button, false);
         QCOMPARE(rig.recorder.takeLines(), (QStringList{QStringLiteral("key %1 down").arg(100 + button),
                                                         QStringLiteral("key %1 up").arg(100 + button)}));
     }
-    for (int layer : {1, 2}) {
-        const auto shift = special(layer == 1 ? SpecialAction::Shift1 : SpecialAction::Shift2);
+    for (const Layer layer : {Layer::Shift1, Layer::Shift2}) {
+        const auto shift = special(layer == Layer::Shift1 ? SpecialAction::Shift1 : SpecialAction::Shift2);
         for (int button = 0; button < 10; ++button) {
             const int shiftButton = (button + 1) % 10;
-            rig.dispatcher->setMap(map);
-            rig.dispatcher->setAction(shiftButton, 0, shift);
+            rig.dispatcher->setActions(map.actions);
+            rig.dispatcher->setAction(shiftButton, Layer::Normal, shift);
             rig.dispatcher->setAction(shiftButton, layer, shift);
             rig.dispatcher->onButtonpress(shiftButton, true);
             rig.dispatcher->onButtonpress(button, true);
             rig.dispatcher->onButtonpress(button, false);
             rig.dispatcher->onButtonpress(shiftButton, false);
-            const int code = (layer == 1 ? 120 : 140) + button;
+            const int code = (layer == Layer::Shift1 ? 120 : 140) + button;
             QCOMPARE(rig.recorder.takeLines(), (QStringList{QStringLiteral("key %1 down").arg(code),
                                                             QStringLiteral("key %1 up").arg(code)}));
         }
@@ -117,9 +117,9 @@ void tst_EventDispatcher::aMapMayBeDeletedOnceSet()
 {
     EngineRig rig;
     auto map = std::make_unique<ZRButtonMap>(QStringLiteral("short-lived"));
-    map->actions[0][0] = keys(65);
-    rig.dispatcher->setMap(*map);
-    map->actions[0][0] = keys(66);
+    map->actions[0][Layer::Normal] = keys(65);
+    rig.dispatcher->setActions(map->actions);
+    map->actions[0][Layer::Normal] = keys(66);
     map.reset();
     rig.dispatcher->onButtonpress(0, true);
     QCOMPARE(rig.recorder.takeLines(), lines({"key 65 down"}));
@@ -129,27 +129,25 @@ void tst_EventDispatcher::setMapTellsWhichKeysWillBeWanted()
 {
     EngineRig rig;
     ZRButtonMap map(QStringLiteral("keys"));
-    map.actions[0][0] = keys(17, 0x10041, 124);
-    map.actions[9][2] = keys(65, -1, 0);
-    map.actions[1][0] = special(SpecialAction::Shift1); // code 9 is no key
-    map.actions[2][0].key1 = MIDI_BUTTON_ACTION;
-    map.actions[2][0].key2 = 70;
-    rig.dispatcher->setMap(map);
+    map.actions[0][Layer::Normal] = keys(17, 0x10041, 124);
+    map.actions[9][Layer::Shift2] = keys(65, -1, 0);
+    map.actions[1][Layer::Normal] = special(SpecialAction::Shift1); // code 9 is no key
+    map.actions[2][Layer::Normal].key1 = MIDI_BUTTON_ACTION;
+    map.actions[2][Layer::Normal].key2 = 70;
+    rig.dispatcher->setActions(map.actions);
     QVector<quint16> prepared = rig.injector.preparedKeys();
     std::sort(prepared.begin(), prepared.end());
     QCOMPARE(prepared, (QVector<quint16>{17, 0x25, 0x26, 0x27, 0x28, 65, 124}));
 
-    rig.dispatcher->setAction(3, 1, keys(200));
+    rig.dispatcher->setAction(3, Layer::Shift1, keys(200));
     QVERIFY(rig.injector.preparedKeys().contains(200));
 }
 
 void tst_EventDispatcher::setActionIgnoresWhatDoesNotExist()
 {
     EngineRig rig;
-    rig.dispatcher->setAction(10, 0, keys(65));
-    rig.dispatcher->setAction(-1, 0, keys(65));
-    rig.dispatcher->setAction(0, 3, keys(65));
-    rig.dispatcher->setAction(0, -1, keys(65));
+    rig.dispatcher->setAction(10, Layer::Normal, keys(65));
+    rig.dispatcher->setAction(-1, Layer::Normal, keys(65));
     QVERIFY(!rig.injector.preparedKeys().contains(65));
 }
 
@@ -193,9 +191,9 @@ void tst_EventDispatcher::clearsTheIndicatorsWhenLetGoInTheGame()
 {
     EngineRig rig;
     rig.dispatcher->onKnobevent('D');
-    rig.dispatcher->setAction(0, 0, special(SpecialAction::Horizontal));
-    rig.dispatcher->setAction(1, 0, special(SpecialAction::Vertical));
-    rig.dispatcher->setAction(2, 0, special(SpecialAction::Circular));
+    rig.dispatcher->setAction(0, Layer::Normal, special(SpecialAction::Horizontal));
+    rig.dispatcher->setAction(1, Layer::Normal, special(SpecialAction::Vertical));
+    rig.dispatcher->setAction(2, Layer::Normal, special(SpecialAction::Circular));
     for (int button : {0, 1, 2}) {
         rig.dispatcher->onButtonpress(button, true);
     }
@@ -218,9 +216,9 @@ void tst_EventDispatcher::unknownSpecialCodesDoNothing()
 {
     QFETCH(int, code);
     EngineRig rig;
-    rig.dispatcher->setAction(0, 0, special(code));
+    rig.dispatcher->setAction(0, Layer::Normal, special(code));
     rig.dispatcher->onButtonpress(0, true);
-    QCOMPARE(rig.dispatcher->currentLayer(), 0);
+    QCOMPARE(rig.dispatcher->currentLayer(), Layer::Normal);
     QCOMPARE(rig.dispatcher->knobMode(), KnobMode::Circular);
     rig.dispatcher->onButtonpress(0, false);
     QVERIFY(rig.recorder.lines().isEmpty());
@@ -229,9 +227,9 @@ void tst_EventDispatcher::unknownSpecialCodesDoNothing()
 void tst_EventDispatcher::deviceLossClearsTheGameWithoutASignal()
 {
     EngineRig rig;
-    rig.dispatcher->setAction(0, 0, special(SpecialAction::Horizontal));
-    rig.dispatcher->setAction(1, 0, special(SpecialAction::Vertical));
-    rig.dispatcher->setAction(2, 0, special(SpecialAction::Circular));
+    rig.dispatcher->setAction(0, Layer::Normal, special(SpecialAction::Horizontal));
+    rig.dispatcher->setAction(1, Layer::Normal, special(SpecialAction::Vertical));
+    rig.dispatcher->setAction(2, Layer::Normal, special(SpecialAction::Circular));
     for (int button : {0, 1, 2}) {
         rig.dispatcher->onButtonpress(button, true);
     }
@@ -259,8 +257,8 @@ void tst_EventDispatcher::deviceLossClearsTheIndicators()
 void tst_EventDispatcher::reEnableZRBeginsNoDragForAKnobThatNobodyTouches()
 {
     EngineRig rig;
-    rig.dispatcher->setAction(0, 0, special(SpecialAction::Vertical));
-    rig.dispatcher->setAction(1, 0, shortCut{MIDI_KNOB_ACTION, 0, 0, QString()});
+    rig.dispatcher->setAction(0, Layer::Normal, special(SpecialAction::Vertical));
+    rig.dispatcher->setAction(1, Layer::Normal, shortCut{MIDI_KNOB_ACTION, 0, 0, QString()});
     rig.dispatcher->onButtonpress(0, true);
     rig.dispatcher->onButtonpress(0, false);
     rig.dispatcher->onKnobevent('D');
@@ -301,7 +299,7 @@ void tst_EventDispatcher::restoreMousePutsThePointerBack()
 void tst_EventDispatcher::releaseEverythingReleasesKeysAndDrag()
 {
     EngineRig rig;
-    rig.dispatcher->setAction(0, 0, keys(17, 16, 83));
+    rig.dispatcher->setAction(0, Layer::Normal, keys(17, 16, 83));
     rig.dispatcher->onButtonpress(0, true);
     rig.dispatcher->onKnobevent('D');
     rig.recorder.takeLines();
@@ -314,7 +312,7 @@ void tst_EventDispatcher::releaseEverythingReleasesKeysAndDrag()
 void tst_EventDispatcher::releasesEverythingWhenDestroyed()
 {
     EngineRig rig;
-    rig.dispatcher->setAction(0, 0, keys(17));
+    rig.dispatcher->setAction(0, Layer::Normal, keys(17));
     rig.dispatcher->onButtonpress(0, true);
     rig.recorder.takeLines();
     rig.dispatcher.reset();
@@ -325,11 +323,11 @@ void tst_EventDispatcher::releasesEverythingWhenDestroyed()
 void tst_EventDispatcher::aSlotMayChangeTheMapping()
 {
     EngineRig rig;
-    rig.dispatcher->setAction(0, 0, keys(65));
+    rig.dispatcher->setAction(0, Layer::Normal, keys(65));
     connect(rig.dispatcher.get(), &EventDispatcher::buttonHeld, this, [&rig](int button, bool held) {
         if (held) {
-            rig.dispatcher->setMap(ZRButtonMap(QStringLiteral("empty")));
-            rig.dispatcher->setAction(button, 0, keys(66));
+            rig.dispatcher->setActions(ActionTable());
+            rig.dispatcher->setAction(button, Layer::Normal, keys(66));
         }
     });
     rig.dispatcher->onButtonpress(0, true);

@@ -98,12 +98,12 @@ void tst_KnobSettings::aNewValueOutOfRangeDividesByTheNearest()
     KnobSettings settings(stored);
     settings.setKnobSensitivityNormal(0);
     settings.setKnobSensitivityShift1(-3);
-    QCOMPARE(settings.sensitivity(0), 1);
-    QCOMPARE(settings.sensitivity(1), 1);
+    QCOMPARE(settings.sensitivity(Layer::Normal), 1);
+    QCOMPARE(settings.sensitivity(Layer::Shift1), 1);
     settings.setKnobSensitivityNormal(101);
     settings.setKnobSensitivityShift1(1000);
-    QCOMPARE(settings.sensitivity(0), 100);
-    QCOMPARE(settings.sensitivity(1), 100);
+    QCOMPARE(settings.sensitivity(Layer::Normal), 100);
+    QCOMPARE(settings.sensitivity(Layer::Shift1), 100);
 }
 
 void tst_KnobSettings::eachLayerHasItsDivisor()
@@ -112,9 +112,9 @@ void tst_KnobSettings::eachLayerHasItsDivisor()
     KnobSettings settings(stored);
     settings.setKnobSensitivityNormal(10);
     settings.setKnobSensitivityShift1(20);
-    QCOMPARE(settings.sensitivity(0), 10);
-    QCOMPARE(settings.sensitivity(1), 20);
-    QCOMPARE(settings.sensitivity(2), 10);
+    QCOMPARE(settings.sensitivity(Layer::Normal), 10);
+    QCOMPARE(settings.sensitivity(Layer::Shift1), 20);
+    QCOMPARE(settings.sensitivity(Layer::Shift2), 10);
 }
 
 QTEST_GUILESS_MAIN(tst_KnobSettings)

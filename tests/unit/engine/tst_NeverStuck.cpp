@@ -99,7 +99,7 @@ private:
     {
         const shortCut action = randomAction();
         m_plain.actions[button][layer] = action;
-        m_rig.dispatcher->setAction(button, layer, action);
+        m_rig.dispatcher->setAction(button, *Layers::fromNumber(layer), action);
     }
 
     void setSensitivity()
@@ -270,8 +270,8 @@ private:
             ++m_idleMoments;
             if (!m_system.held().isEmpty()) {
                 fail(QStringLiteral("still held: ") + m_system.held());
-            } else if (m_rig.dispatcher->currentLayer() != 0) {
-                fail(QStringLiteral("the layer is %1").arg(m_rig.dispatcher->currentLayer()));
+            } else if (m_rig.dispatcher->currentLayer() != Layer::Normal) {
+                fail(QStringLiteral("the layer is %1").arg(Layers::number(m_rig.dispatcher->currentLayer())));
             }
         }
     }

@@ -55,7 +55,7 @@ void tst_ScriptParser::readsEveryKindOfLine()
     QCOMPARE(script.setUp.size(), 6);
     QCOMPARE(script.setUp.at(0).line, 3);
     QCOMPARE(script.setUp.at(0).button, 3);
-    QCOMPARE(script.setUp.at(0).layer, 2);
+    QCOMPARE(script.setUp.at(0).layer, Layer::Shift2);
     QCOMPARE(script.setUp.at(0).action.key1, 17);
     QCOMPARE(script.setUp.at(0).action.key2, -1);
     QCOMPARE(script.setUp.at(0).action.key3, 90);

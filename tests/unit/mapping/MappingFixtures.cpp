@@ -21,12 +21,13 @@ std::unique_ptr<ZRButtonMap> sampleMap(const QString &name)
         entry.label = label;
         return entry;
     };
-    map->actions[0][0] = keys(17, 90, -1, QStringLiteral("Undo"));
-    map->actions[0][1] = keys(-1, -1, -1, QString());
-    map->actions[0][2] = keys(std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max(), 0,
-                              QStringLiteral("most"));
+    map->actions[0][Layer::Normal] = keys(17, 90, -1, QStringLiteral("Undo"));
+    map->actions[0][Layer::Shift1] = keys(-1, -1, -1, QString());
+    map->actions[0][Layer::Shift2] = keys(std::numeric_limits<qint32>::min(),
+                                          std::numeric_limits<qint32>::max(), 0, QStringLiteral("most"));
     for (int code = 0; code <= 14; ++code) { // "empty" ones among them
-        map->actions[1 + code / 3][code % 3] = keys(SPECIAL_ACTION, code, 7, specialActionName(code));
+        map->actions[1 + code / 3][Layers::all.at(static_cast<std::size_t>(code % 3))] =
+            keys(SPECIAL_ACTION, code, 7, specialActionName(code));
     }
     shortCut midi = keys(MIDI_BUTTON_ACTION, -1, -1, QStringLiteral("Note"));
     midi.channel = 16;
@@ -35,7 +36,7 @@ std::unique_ptr<ZRButtonMap> sampleMap(const QString &name)
     midi.v_off = 1;
     midi.note = true;
     midi.v_off_enable = false;
-    map->actions[6][0] = midi;
+    map->actions[6][Layer::Normal] = midi;
     midi.key1 = MIDI_KNOB_ACTION;
     midi.label = QStringLiteral("Fader");
     midi.note = false;
@@ -44,12 +45,13 @@ std::unique_ptr<ZRButtonMap> sampleMap(const QString &name)
     midi.m01h = true;
     midi.m3fh = true;
     midi.m0_127 = true;
-    map->actions[6][1] = midi;
-    map->actions[6][2] = keys(0x1FFFFFE, 0x1001263, 0x1001260, QStringLiteral("no markers"));
-    map->actions[7][0] = keys(65, 0, 0, QStringLiteral("  leading, double  and trailing  "));
-    map->actions[7][1] = keys(66, 0, 0, QStringLiteral("<a href=\"x\">&amp; 'q' ]]></a>"));
-    map->actions[7][2] = keys(67, 0, 0, QStringLiteral("one\ntwo\tthree\rfour\r\n"));
-    map->actions[8][0] = keys(68, 0, 0, QString::fromUtf8("\xE2\x86\x90 \xF0\x9F\x98\x80 \xC3\xA4"));
+    map->actions[6][Layer::Shift1] = midi;
+    map->actions[6][Layer::Shift2] = keys(0x1FFFFFE, 0x1001263, 0x1001260, QStringLiteral("no markers"));
+    map->actions[7][Layer::Normal] = keys(65, 0, 0, QStringLiteral("  leading, double  and trailing  "));
+    map->actions[7][Layer::Shift1] = keys(66, 0, 0, QStringLiteral("<a href=\"x\">&amp; 'q' ]]></a>"));
+    map->actions[7][Layer::Shift2] = keys(67, 0, 0, QStringLiteral("one\ntwo\tthree\rfour\r\n"));
+    map->actions[8][Layer::Normal] =
+        keys(68, 0, 0, QString::fromUtf8("\xE2\x86\x90 \xF0\x9F\x98\x80 \xC3\xA4"));
     return map;
 }
 

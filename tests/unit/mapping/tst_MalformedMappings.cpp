@@ -251,7 +251,7 @@ void tst_MalformedMappings::oddFilesThatAreFineAreRead()
     QCOMPARE(again.size(), maps.size());
     for (std::size_t i = 0; i < maps.size(); ++i) {
         QCOMPARE(again[i]->name, maps[i]->name);
-        QVERIFY(again[i]->actions[0][0] == maps[i]->actions[0][0]);
+        QVERIFY(again[i]->actions[0][Layer::Normal] == maps[i]->actions[0][Layer::Normal]);
     }
 }
 

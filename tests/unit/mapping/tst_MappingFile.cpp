@@ -139,6 +139,13 @@ private:
     }
 
     std::unique_ptr<QTemporaryDir> m_directory;
+    bool replace(const QString &path, const QByteArray &bytes)
+    {
+        const FileResult result = MappingFile::replace(path, bytes);
+        m_reason = result.reason();
+        return bool(result);
+    }
+
     QString m_reason;
 };
 
@@ -229,7 +236,7 @@ void tst_MappingFile::aFileAtTheLimitIsRead()
 
 void tst_MappingFile::aMissingFileIsCreated()
 {
-    QVERIFY(MappingFile::replace(path(), "new", &m_reason));
+    QVERIFY(replace(path(), "new"));
     QCOMPARE(contentOf(path()), QByteArray("new"));
     QCOMPARE(names(), QStringList(QStringLiteral("file.xml")));
 }
@@ -239,7 +246,7 @@ void tst_MappingFile::anExistingFileIsReplacedNotOverwritten()
     writeFile(path(), "old and longer");
     QFile old(path());
     QVERIFY(old.open(QIODevice::ReadOnly));
-    QVERIFY(MappingFile::replace(path(), "new", &m_reason));
+    QVERIFY(replace(path(), "new"));
     QCOMPARE(contentOf(path()), QByteArray("new"));
     // Whoever has the old file open, or a machine that crashes now, still has all of it.
     QCOMPARE(old.readAll(), QByteArray("old and longer"));
@@ -259,7 +266,7 @@ void tst_MappingFile::permissionsAreKept()
     QFETCH(unsigned, mode);
     writeFile(path(), "old");
     setMode(path(), mode);
-    QVERIFY(MappingFile::replace(path(), "new", &m_reason));
+    QVERIFY(replace(path(), "new"));
     QCOMPARE(modeOf(path()), mode);
 }
 
@@ -278,7 +285,7 @@ void tst_MappingFile::aSymbolicLinkStaysAndItsTargetIsReplaced()
     setMode(path("elsewhere/real.xml"), 0640);
     const QString target = relative ? QStringLiteral("elsewhere/real.xml") : path("elsewhere/real.xml");
     makeLink(target, path());
-    QVERIFY(MappingFile::replace(path(), "new", &m_reason));
+    QVERIFY(replace(path(), "new"));
     QCOMPARE(targetOf(path()), target);
     QCOMPARE(contentOf(path("elsewhere/real.xml")), QByteArray("new"));
     QCOMPARE(modeOf(path("elsewhere/real.xml")), 0640U);
@@ -291,7 +298,7 @@ void tst_MappingFile::linksToLinksAllStay()
     writeFile(path("elsewhere/real.xml"), "old");
     makeLink(QStringLiteral("real.xml"), path("elsewhere/inner.xml"));
     makeLink(QStringLiteral("elsewhere/inner.xml"), path());
-    QVERIFY(MappingFile::replace(path(), "new", &m_reason));
+    QVERIFY(replace(path(), "new"));
     QCOMPARE(targetOf(path()), QStringLiteral("elsewhere/inner.xml"));
     QCOMPARE(targetOf(path("elsewhere/inner.xml")), QStringLiteral("real.xml"));
     QCOMPARE(contentOf(path("elsewhere/real.xml")), QByteArray("new"));
@@ -300,7 +307,7 @@ void tst_MappingFile::linksToLinksAllStay()
 void tst_MappingFile::aDanglingLinkGetsItsTarget()
 {
     makeLink(QStringLiteral("real.xml"), path());
-    QVERIFY(MappingFile::replace(path(), "new", &m_reason));
+    QVERIFY(replace(path(), "new"));
     QCOMPARE(targetOf(path()), QStringLiteral("real.xml"));
     QCOMPARE(contentOf(path("real.xml")), QByteArray("new"));
 }
@@ -310,7 +317,7 @@ void tst_MappingFile::linksInACircleFail()
     makeLink(QStringLiteral("b"), path("a"));
     makeLink(QStringLiteral("a"), path("b"));
     QVERIFY(MappingFile::read(path("a")).status == MappingFile::Status::Missing);
-    QVERIFY(!MappingFile::replace(path("a"), "new", &m_reason));
+    QVERIFY(!replace(path("a"), "new"));
     QVERIFY(!m_reason.isEmpty());
     QCOMPARE(targetOf(path("a")), QStringLiteral("b"));
 }
@@ -333,7 +340,7 @@ void tst_MappingFile::aFullDiskLeavesTheOldFile()
     bool replaced = true;
     {
         const SmallFilesOnly full(static_cast<rlim_t>(limit));
-        replaced = MappingFile::replace(path(), QByteArray(size, 'n'), &m_reason);
+        replaced = replace(path(), QByteArray(size, 'n'));
     }
     QVERIFY(!replaced);
     QVERIFY(!m_reason.isEmpty());
@@ -349,7 +356,7 @@ void tst_MappingFile::aDirectoryThatCannotBeWrittenLeavesTheOldFile()
     bool replaced = true;
     {
         const Unprivileged user;
-        replaced = MappingFile::replace(path(), "new", &m_reason);
+        replaced = replace(path(), "new");
     }
     setMode(m_directory->path(), 0777);
     QVERIFY(!replaced);
@@ -362,7 +369,7 @@ void tst_MappingFile::aFileThatMustNotBeWrittenIsNotReplaced()
     writeFile(path(), "old");
     setMode(path(), 0444);
     const Unprivileged user;
-    QVERIFY(!MappingFile::replace(path(), "new", &m_reason));
+    QVERIFY(!replace(path(), "new"));
     QVERIFY(!m_reason.isEmpty());
     QCOMPARE(contentOf(path()), QByteArray("old"));
 }
@@ -370,7 +377,7 @@ void tst_MappingFile::aFileThatMustNotBeWrittenIsNotReplaced()
 void tst_MappingFile::aDirectoryIsNotReplaced()
 {
     QVERIFY(QDir().mkdir(path()));
-    QVERIFY(!MappingFile::replace(path(), "new", &m_reason));
+    QVERIFY(!replace(path(), "new"));
     QVERIFY(!m_reason.isEmpty());
     QVERIFY(QFileInfo(path()).isDir());
 }
@@ -379,7 +386,7 @@ void tst_MappingFile::moreThanTheLimitIsNotWritten()
 {
     writeFile(path(), "old");
     const QByteArray large(static_cast<int>(MappingFile::maximumSize) + 1, 'n');
-    QVERIFY(!MappingFile::replace(path(), large, &m_reason));
+    QVERIFY(!replace(path(), large));
     QCOMPARE(m_reason, QStringLiteral("larger than 64 MiB"));
     QCOMPARE(contentOf(path()), QByteArray("old"));
 }

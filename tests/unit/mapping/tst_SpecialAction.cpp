@@ -2,6 +2,19 @@
 
 #include <QtTest>
 
+namespace
+{
+
+shortCut beginningWith(qint32 key1, qint32 key2 = 0)
+{
+    shortCut action;
+    action.key1 = key1;
+    action.key2 = key2;
+    return action;
+}
+
+} // namespace
+
 class tst_SpecialAction : public QObject
 {
     Q_OBJECT
@@ -16,6 +29,8 @@ private Q_SLOTS:
     void namesAreFoundAnywhereInATextInAnyCase();
     void theMarkersHaveTheirValues();
     void onlyTheTwoMarkersAreMidi();
+    void theFirstKeyTellsTheKind();
+    void onlyASpecialActionsSecondKeyIsACode();
 };
 
 void tst_SpecialAction::codesAndNamesBelongTogether_data()
@@ -99,13 +114,35 @@ void tst_SpecialAction::theMarkersHaveTheirValues()
 
 void tst_SpecialAction::onlyTheTwoMarkersAreMidi()
 {
-    QVERIFY(isMidiAction(MIDI_KNOB_ACTION));
-    QVERIFY(isMidiAction(MIDI_BUTTON_ACTION));
-    QVERIFY(!isMidiAction(MIDI_KNOB_ACTION - 1));
-    QVERIFY(!isMidiAction(MIDI_BUTTON_ACTION + 1));
-    QVERIFY(!isMidiAction(SPECIAL_ACTION));
-    QVERIFY(!isMidiAction(-1));
-    QVERIFY(!isMidiAction(std::numeric_limits<qint32>::min()));
+    QVERIFY(isMidi(beginningWith(MIDI_KNOB_ACTION)));
+    QVERIFY(isMidi(beginningWith(MIDI_BUTTON_ACTION)));
+    QVERIFY(!isMidi(beginningWith(MIDI_KNOB_ACTION - 1)));
+    QVERIFY(!isMidi(beginningWith(MIDI_BUTTON_ACTION + 1)));
+    QVERIFY(!isMidi(beginningWith(SPECIAL_ACTION)));
+    QVERIFY(!isMidi(beginningWith(-1)));
+    QVERIFY(!isMidi(beginningWith(std::numeric_limits<qint32>::min())));
+}
+
+void tst_SpecialAction::theFirstKeyTellsTheKind()
+{
+    QCOMPARE(actionKind(beginningWith(SPECIAL_ACTION)), ActionKind::Special);
+    QCOMPARE(actionKind(beginningWith(MIDI_KNOB_ACTION)), ActionKind::MidiKnob);
+    QCOMPARE(actionKind(beginningWith(MIDI_BUTTON_ACTION)), ActionKind::MidiButton);
+    for (const qint32 key : {0, -1, 65, SPECIAL_ACTION - 1, SPECIAL_ACTION + 1, MIDI_BUTTON_ACTION + 1}) {
+        QCOMPARE(actionKind(beginningWith(key)), ActionKind::Shortcut);
+    }
+}
+
+void tst_SpecialAction::onlyASpecialActionsSecondKeyIsACode()
+{
+    QCOMPARE(specialAction(beginningWith(SPECIAL_ACTION, 9)), SpecialAction::Shift1);
+    QCOMPARE(specialAction(beginningWith(SPECIAL_ACTION, 11)), SpecialAction::Midi);
+    for (const int code : {-1, 0, 1, 12}) {
+        QCOMPARE(specialAction(beginningWith(SPECIAL_ACTION, code)), SpecialAction::Empty);
+    }
+    for (const qint32 key : {17, qint32{MIDI_KNOB_ACTION}, qint32{MIDI_BUTTON_ACTION}}) {
+        QCOMPARE(specialAction(beginningWith(key, 9)), SpecialAction::Empty);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_SpecialAction)

@@ -135,7 +135,7 @@ shortCut tst_XmlMappingReader::entry(const QByteArray &layer, int button, int in
     if (m_list.size() != 1) {
         qFatal("the mapping was not read");
     }
-    return m_list.first()->actions[button][index];
+    return m_list.first()->actions[button][*Layers::fromNumber(index)];
 }
 
 void tst_XmlMappingReader::everyMappingIsReadInDocumentOrder()
@@ -412,7 +412,7 @@ void tst_XmlMappingReader::aMidiKeyWithoutChannelGetsGeneratedValues()
     list("<ZR><MAPPING><b/><b/><b/><b/><BUTTON id='7'><NORMAL/><SHIFT1 label='mine'>"
          "<KEY1 type='midi' cc='99' on_touch='1' after_touch='5' note='1' after_touch_on='0'/>"
          "</SHIFT1></BUTTON></MAPPING></ZR>");
-    const shortCut &read = m_list.first()->actions[7][1];
+    const shortCut &read = m_list.first()->actions[7][Layer::Shift1];
     QCOMPARE(read.key1, 0x1001262);
     QCOMPARE(read.channel, 14);
     QCOMPARE(read.cc, 41);
@@ -433,7 +433,7 @@ void tst_XmlMappingReader::commentsTakeAPositionLikeEveryNode()
     list("<ZR><MAPPING>\n <!-- one --> <BUTTON id='0'>\n  <!-- two -->\n text <NORMAL>"
          "<KEY1 type='midi'/></NORMAL></BUTTON></MAPPING></ZR>");
     // Blanks between elements are no nodes; the comments and the text are.
-    QCOMPARE(m_list.first()->actions[0][0].cc, 12);
+    QCOMPARE(m_list.first()->actions[0][Layer::Normal].cc, 12);
 }
 
 void tst_XmlMappingReader::aMidiActionLeavesTheOtherKeysEmpty()
@@ -466,14 +466,14 @@ void tst_XmlMappingReader::buttonsAreAddressedByIdWhateverTheyAreCalled()
 {
     list("<ZR><MAPPING><KNOB id='9'><NORMAL label='knob'/></KNOB><x id='2'><SHIFT2 label='two'/></x>"
          "</MAPPING></ZR>");
-    QCOMPARE(m_list.first()->actions[9][0].label, QStringLiteral("knob"));
-    QCOMPARE(m_list.first()->actions[2][2].label, QStringLiteral("two"));
+    QCOMPARE(m_list.first()->actions[9][Layer::Normal].label, QStringLiteral("knob"));
+    QCOMPARE(m_list.first()->actions[2][Layer::Shift2].label, QStringLiteral("two"));
 }
 
 void tst_XmlMappingReader::aButtonWithoutIdIsButtonZero()
 {
     list("<ZR><MAPPING><BUTTON><SHIFT1 label='zero'/></BUTTON></MAPPING></ZR>");
-    QCOMPARE(m_list.first()->actions[0][1].label, QStringLiteral("zero"));
+    QCOMPARE(m_list.first()->actions[0][Layer::Shift1].label, QStringLiteral("zero"));
 }
 
 void tst_XmlMappingReader::unknownLayersAndButtonsAreIgnored()
@@ -482,8 +482,8 @@ void tst_XmlMappingReader::unknownLayersAndButtonsAreIgnored()
          "label='x'/></BUTTON>"
          "<BUTTON id='1'>text<normal label='x'/><SHIFT3 label='x'/><!-- x --></BUTTON></MAPPING></ZR>");
     const ZRButtonMap fresh(QString(), nullptr);
-    for (int button = 0; button < ZRButtonMap::buttonCount; ++button) {
-        for (int layer = 0; layer < ZRButtonMap::layerCount; ++layer) {
+    for (int button = 0; button < ActionTable::controlCount; ++button) {
+        for (const Layer layer : Layers::all) {
             QVERIFY(m_list.first()->actions[button][layer] == fresh.actions[button][layer]);
         }
     }
@@ -494,8 +494,8 @@ void tst_XmlMappingReader::theLaterOfTwoEntriesForOnePlaceWins()
     list("<ZR><MAPPING><BUTTON id='1'><NORMAL label='a'/><NORMAL label='b'/></BUTTON>"
          "<BUTTON id='2'><NORMAL label='c'/></BUTTON><BUTTON id='2'><NORMAL "
          "label='d'/></BUTTON></MAPPING></ZR>");
-    QCOMPARE(m_list.first()->actions[1][0].label, QStringLiteral("b"));
-    QCOMPARE(m_list.first()->actions[2][0].label, QStringLiteral("d"));
+    QCOMPARE(m_list.first()->actions[1][Layer::Normal].label, QStringLiteral("b"));
+    QCOMPARE(m_list.first()->actions[2][Layer::Normal].label, QStringLiteral("d"));
 }
 
 void tst_XmlMappingReader::lineEndsAndTabsInLabelsAreRead()
@@ -512,7 +512,7 @@ void tst_XmlMappingReader::theCurrentMapIsTheFirstMapping()
     QVERIFY(m_current != nullptr);
     QVERIFY(m_current->parent() == nullptr);
     QCOMPARE(m_current->name, QStringLiteral("current_map"));
-    QCOMPARE(m_current->actions[3][0].label, QStringLiteral("L"));
+    QCOMPARE(m_current->actions[3][Layer::Normal].label, QStringLiteral("L"));
     QCOMPARE(m_owned.size(), std::size_t(1));
     QCOMPARE(m_lists, 0);
     QVERIFY(m_reader->buttonMapList().isEmpty());

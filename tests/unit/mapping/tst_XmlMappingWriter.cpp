@@ -124,12 +124,13 @@ void tst_XmlMappingWriter::everyFieldButTheKnobsIsReadBack()
     const auto maps = mapsOf(path());
     QCOMPARE(maps.size(), std::size_t(1));
     QCOMPARE(maps.front()->name, written->name);
-    for (int button = 0; button < ZRButtonMap::buttonCount; ++button) {
-        for (int layer = 0; layer < ZRButtonMap::layerCount; ++layer) {
+    for (int button = 0; button < ActionTable::controlCount; ++button) {
+        for (const Layer layer : Layers::all) {
             const shortCut &read = maps.front()->actions[button][layer];
             const shortCut expected = asReadBack(written->actions[button][layer]);
             QCOMPARE(read.label, expected.label);
-            QVERIFY2(read == expected, qPrintable(QStringLiteral("%1 %2").arg(button).arg(layer)));
+            QVERIFY2(read == expected,
+                     qPrintable(QStringLiteral("%1 %2").arg(button).arg(Layers::number(layer))));
         }
     }
 }
@@ -264,23 +265,23 @@ void tst_XmlMappingWriter::charactersThatXmlCannotCarryAreDropped()
     QFETCH(QString, text);
     QFETCH(QString, kept);
     ZRButtonMap map(text, nullptr);
-    map.actions[3][1].label = text;
+    map.actions[3][Layer::Shift1].label = text;
     m_writer->saveToCustom(&map);
     QVERIFY(m_log->take(QtWarningMsg, QStringLiteral("dropped")));
     const auto maps = mapsOf(path());
     QCOMPARE(maps.size(), std::size_t(1));
     QCOMPARE(maps.front()->name, kept.isEmpty() ? QStringLiteral("Unknown") : kept);
-    QCOMPARE(maps.front()->actions[3][1].label, kept);
+    QCOMPARE(maps.front()->actions[3][Layer::Shift1].label, kept);
 }
 
 void tst_XmlMappingWriter::arrowNamesSurviveByteForByte()
 {
     ZRButtonMap map(QStringLiteral("arrows"), nullptr);
-    map.actions[0][0].key1 = SPECIAL_ACTION;
-    map.actions[0][0].key2 = 8;
-    map.actions[0][0].label = specialActionName(8);
-    map.actions[0][1].key1 = SPECIAL_ACTION;
-    map.actions[0][1].key2 = 7;
+    map.actions[0][Layer::Normal].key1 = SPECIAL_ACTION;
+    map.actions[0][Layer::Normal].key2 = 8;
+    map.actions[0][Layer::Normal].label = specialActionName(8);
+    map.actions[0][Layer::Shift1].key1 = SPECIAL_ACTION;
+    map.actions[0][Layer::Shift1].key2 = 7;
     for (int round = 0; round < 3; ++round) { // reading and writing again changes nothing either
         m_writer->saveMap(&map, currentFile(), true);
         const QByteArray content = contentOf(path(currentFile()));
@@ -288,10 +289,10 @@ void tst_XmlMappingWriter::arrowNamesSurviveByteForByte()
         QVERIFY(content.contains("<KEY1 type=\"special\">\xE2\x86\x90 \xE2\x86\x92 Key</KEY1>"));
         QVERIFY(content.contains("<NORMAL label=\" \xE2\x86\x93  \xE2\x86\x91 Key\">"));
         const auto maps = mapsOf(path(currentFile()));
-        QCOMPARE(maps.front()->actions[0][0].key2, 8);
-        QCOMPARE(maps.front()->actions[0][0].label, specialActionName(8));
-        QCOMPARE(maps.front()->actions[0][1].key2, 7);
-        map.actions[0][0].label = maps.front()->actions[0][0].label;
+        QCOMPARE(maps.front()->actions[0][Layer::Normal].key2, 8);
+        QCOMPARE(maps.front()->actions[0][Layer::Normal].label, specialActionName(8));
+        QCOMPARE(maps.front()->actions[0][Layer::Shift1].key2, 7);
+        map.actions[0][Layer::Normal].label = maps.front()->actions[0][Layer::Normal].label;
     }
 }
 
@@ -344,12 +345,12 @@ void tst_XmlMappingWriter::removingTakesTheFirstOfTheName()
 {
     for (const char *name : {"a", "b", "c", "b"}) {
         auto map = sampleMap(QString::fromLatin1(name));
-        map->actions[0][0].label = QString::number(namesIn(path()).size());
+        map->actions[0][Layer::Normal].label = QString::number(namesIn(path()).size());
         m_writer->saveToCustom(map.get());
     }
     m_writer->removeMap(QStringLiteral("b"));
     QCOMPARE(namesIn(path()), (QStringList{QStringLiteral("a"), QStringLiteral("c"), QStringLiteral("b")}));
-    QCOMPARE(mapsOf(path()).back()->actions[0][0].label, QStringLiteral("3"));
+    QCOMPARE(mapsOf(path()).back()->actions[0][Layer::Normal].label, QStringLiteral("3"));
     m_writer->removeMap(QStringLiteral("b"));
     QCOMPARE(namesIn(path()), (QStringList{QStringLiteral("a"), QStringLiteral("c")}));
 }

@@ -98,10 +98,10 @@ void tst_ZRButtonMap::aFreshMapHoldsTheDefaultsInAllThirtyEntries()
 
 void tst_ZRButtonMap::anEntryIsStoredAtItsButtonAndLayer()
 {
-    for (int button = 0; button < ZRButtonMap::buttonCount; ++button) {
-        for (int layer = 0; layer < ZRButtonMap::layerCount; ++layer) {
+    for (int button = 0; button < ActionTable::controlCount; ++button) {
+        for (const Layer layer : Layers::all) {
             ZRButtonMap map(QString(), nullptr);
-            map.setAction(button, layer, everyField());
+            map.setAction(button, Layers::number(layer), everyField());
             QCOMPARE(map.actions[button][layer].label, QStringLiteral("Undo"));
             map.actions[button][layer] = shortCut();
             QVERIFY(untouched(map));
@@ -169,8 +169,9 @@ void tst_ZRButtonMap::textsAddressButtonsAndLayers()
     ZRButtonMap map(QString(), nullptr);
     map.setAction(button, layer, everyField());
     if (storedButton >= 0) {
-        QCOMPARE(map.actions[storedButton][storedLayer].key2, 90);
-        map.actions[storedButton][storedLayer] = shortCut();
+        shortCut &stored = map.actions[storedButton][*Layers::fromNumber(storedLayer)];
+        QCOMPARE(stored.key2, 90);
+        stored = shortCut();
     }
     QVERIFY(untouched(map));
 }
@@ -178,13 +179,13 @@ void tst_ZRButtonMap::textsAddressButtonsAndLayers()
 void tst_ZRButtonMap::storingLeavesTheKnobFieldsAlone()
 {
     ZRButtonMap map(QString(), nullptr);
-    map.actions[2][1].knobcc = 5;
-    map.actions[2][1].m01h = true;
+    map.actions[2][Layer::Shift1].knobcc = 5;
+    map.actions[2][Layer::Shift1].m01h = true;
     shortCut action = everyField();
     action.m01h = false;
     map.setAction(2, 1, action);
 
-    const shortCut &stored = map.actions[2][1];
+    const shortCut &stored = map.actions[2][Layer::Shift1];
     QCOMPARE(stored.knobcc, 5);
     QVERIFY(stored.m01h);
     QVERIFY(!stored.m3fh);
@@ -200,9 +201,9 @@ void tst_ZRButtonMap::storingLeavesTheKnobFieldsAlone()
 void tst_ZRButtonMap::assigningAWholeEntryKeepsTheKnobFields()
 {
     ZRButtonMap map(QString(), nullptr);
-    map.actions[0][0] = everyField();
-    QCOMPARE(map.actions[0][0].knobcc, 20);
-    QVERIFY(map.actions[0][0].m0_127);
+    map.actions[0][Layer::Normal] = everyField();
+    QCOMPARE(map.actions[0][Layer::Normal].knobcc, 20);
+    QVERIFY(map.actions[0][Layer::Normal].m0_127);
 }
 
 void tst_ZRButtonMap::equalityLooksAtEveryField()

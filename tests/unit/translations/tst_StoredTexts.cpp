@@ -94,8 +94,8 @@ void tst_StoredTexts::choose(DeviceZR *page)
 
     // All that need no dialog, in all layers.
     for (int entry = FirstPlain; entry < KnobMidi; ++entry) {
-        for (int layer = 0; layer < ComboMenu::layerCount; ++layer) {
-            ::choose(menus.at(entry - FirstPlain), layer, entry);
+        for (const Layer layer : Layers::all) {
+            ::choose(menus.at(entry - FirstPlain), Layers::number(layer), entry);
         }
     }
     ::choose(menus.at(7), 0, FirstShift);

@@ -197,10 +197,10 @@ void tst_TextsFit::openEverything(ZRMainWindow *window)
     auto *page = window->devicePage();
     auto *menu = page->findChildren<ComboMenu *>().at(3);
     MidiMenu midi(page);
-    midi.show(0, 13, menu->assignment(0));
+    midi.show(0, 13, menu->assignment(Layer::Normal));
     check();
     midi.hide();
-    midi.showKnob(0, 3, menu->assignment(0));
+    midi.showKnob(0, 3, menu->assignment(Layer::Normal));
     check();
     midi.hide();
 
@@ -224,8 +224,8 @@ void tst_TextsFit::openEverything(ZRMainWindow *window)
           "M.Right", "Midi", "Midi for Knob", "empty", "type a shorcut", "Ctrl + home + del", "Shift 1"}) {
         shortCut action;
         action.label = QString::fromUtf8(label);
-        for (int layer = 0; layer < ComboMenu::layerCount; ++layer) {
-            menu->getShorcut(layer, action);
+        for (const Layer layer : Layers::all) {
+            menu->getShorcut(Layers::number(layer), action);
         }
         check();
     }

@@ -32,14 +32,17 @@ public:
         m_page.resize(900, 650);
         m_menu = new ComboMenu(control, device ? &m_link : nullptr, &m_page, m_settings);
         m_menu->move(88, 239);
-        QObject::connect(m_menu, &ComboMenu::assignmentChanged, m_menu, [this](int layer, const shortCut &a) {
-            m_assignments.append(QStringLiteral("%1: %2 %3 %4 %5")
-                                     .arg(layer)
-                                     .arg(a.key1)
-                                     .arg(a.key2)
-                                     .arg(a.key3)
-                                     .arg(a.label));
-        });
+        QObject::connect(m_menu, &ComboMenu::assignmentChanged, m_menu,
+                         [this](const QMap<Layer, shortCut> &layers) {
+                             for (auto it = layers.begin(); it != layers.end(); ++it) {
+                                 m_assignments.append(QStringLiteral("%1: %2 %3 %4 %5")
+                                                          .arg(Layers::number(it.key()))
+                                                          .arg(it->key1)
+                                                          .arg(it->key2)
+                                                          .arg(it->key3)
+                                                          .arg(it->label));
+                             }
+                         });
         m_page.show();
     }
 

@@ -49,13 +49,13 @@ private Q_SLOTS:
     void namesAndTranslationsDecideNothing();
     void namesAreShownAsTheyAre();
     void saveOpensTheDialogAndItsNameIsPassedOn();
-    void theDefaultIsSelectedOnlyInsideTheList_data();
-    void theDefaultIsSelectedOnlyInsideTheList();
     void aListThatArrivesWhileTheMenuIsOpenWaits();
     void ofTwoListsThatArriveWhileTheMenuIsOpenTheLastCounts();
     void aListMayArriveInsideASlotOfNewMap();
     void aListMayArriveInsideASlotOfDeleteMap();
     void theListsAreOwned();
+    void listsThatHaveAnOwnerStayTheirs();
+    void aMapInTheOpenMenuOutlivesItsList();
     void theSelectorMayGoWhileItsMenuIsOpen();
     void theBarIsDimmedWhileItsMenuIsOpen();
     void theKeyboardAndTheMouseOpenTheMenu();
@@ -275,33 +275,6 @@ void tst_ComboMapping::saveOpensTheDialogAndItsNameIsPassedOn()
     QCOMPARE(saved.at(0).at(0).toString(), QStringLiteral("mine"));
 }
 
-void tst_ComboMapping::theDefaultIsSelectedOnlyInsideTheList_data()
-{
-    QTest::addColumn<int>("index");
-    QTest::addColumn<QString>("name");
-    QTest::newRow("first") << 0 << QStringLiteral("a");
-    QTest::newRow("last") << 1 << QStringLiteral("b");
-    QTest::newRow("behind") << 2 << QString();
-    QTest::newRow("before") << -1 << QString();
-}
-
-void tst_ComboMapping::theDefaultIsSelectedOnlyInsideTheList()
-{
-    QFETCH(int, index);
-    QFETCH(QString, name);
-    QSignalSpy chosen(m_selector, &ComboMapping::newMap);
-    m_selector->selectDefault();
-    QCOMPARE(chosen.size(), 0);
-    m_selector->newMapListReady(maps({QStringLiteral("a"), QStringLiteral("b")}), false, index);
-    m_selector->newMapListReady(maps({QStringLiteral("c")}), true, 0); // has no default
-    QCOMPARE(chosen.size(), 0);
-    m_selector->selectDefault();
-    QCOMPARE(chosen.size(), name.isNull() ? 0 : 1);
-    if (!name.isNull()) {
-        QCOMPARE(chosen.at(0).at(0).value<ZRButtonMap *>()->name, name);
-    }
-}
-
 void tst_ComboMapping::aListThatArrivesWhileTheMenuIsOpenWaits()
 {
     const QPointer<ZRButtonMap> seen = maps({QStringLiteral("seen")}).first();
@@ -328,9 +301,8 @@ void tst_ComboMapping::ofTwoListsThatArriveWhileTheMenuIsOpenTheLastCounts()
     });
     m_selector->dislayMenu();
     QVERIFY(!overtaken);
-    QSignalSpy chosen(m_selector, &ComboMapping::newMap);
-    m_selector->selectDefault();
-    QCOMPARE(chosen.at(0).at(0).value<ZRButtonMap *>()->name, QStringLiteral("default"));
+    QCOMPARE(entriesOf(examples), (QStringList{QStringLiteral("last: Set"), QStringLiteral("-"),
+                                               QStringLiteral("default: Set"), QStringLiteral("-")}));
 }
 
 void tst_ComboMapping::aListMayArriveInsideASlotOfNewMap()
@@ -344,7 +316,8 @@ void tst_ComboMapping::aListMayArriveInsideASlotOfNewMap()
         QVERIFY(inHand);
         nameAfterwards = map->name;
     });
-    m_selector->selectDefault();
+    PopUp::chooseWhenOpen({examples, QStringLiteral("old"), setText});
+    m_selector->dislayMenu();
     QCOMPARE(nameAfterwards, QStringLiteral("old"));
     QTRY_VERIFY(!old);
 
@@ -384,6 +357,38 @@ void tst_ComboMapping::theListsAreOwned()
     for (const QPointer<ZRButtonMap> &map : qAsConst(watched)) {
         QVERIFY(!map);
     }
+}
+
+void tst_ComboMapping::listsThatHaveAnOwnerStayTheirs()
+{
+    QObject owner;
+    const QPointer<ZRButtonMap> map = maps({QStringLiteral("a")}).first();
+    map->setParent(&owner);
+    m_selector->newMapListReady({map}, true, 0);
+    m_selector->newMapListReady({}, true, 0);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(map);
+    QCOMPARE(map->parent(), &owner);
+    m_page.reset();
+    QVERIFY(map);
+}
+
+void tst_ComboMapping::aMapInTheOpenMenuOutlivesItsList()
+{
+    auto owner = std::make_unique<QObject>();
+    const QPointer<ZRButtonMap> map = maps({QStringLiteral("seen")}).first();
+    map->setParent(owner.get());
+    m_selector->newMapListReady({map}, true, 0);
+    QString chosen;
+    connect(m_selector, &ComboMapping::newMap, this, [&](const ZRButtonMap *each) { chosen = each->name; });
+    PopUp::whenOpen([&] {
+        m_selector->newMapListReady({}, true, 0);
+        owner.reset();
+        PopUp::choose({custom, QStringLiteral("seen"), setText});
+    });
+    m_selector->dislayMenu();
+    QCOMPARE(chosen, QStringLiteral("seen"));
+    QTRY_VERIFY(!map);
 }
 
 void tst_ComboMapping::theSelectorMayGoWhileItsMenuIsOpen()

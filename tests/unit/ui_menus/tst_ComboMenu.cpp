@@ -217,7 +217,8 @@ void tst_ComboMenu::aMappingsMonitorsShowAsChosenOnes()
     m_rig->menu().getShorcut(1, special(SpecialAction::MonitorRight, QStringLiteral("Monitor Right")));
     QCOMPARE(title()->text(), QStringLiteral("M.LEFT"));
     QCOMPARE(layers()->text(), QStringLiteral("M.RIGHT | "));
-    QCOMPARE(m_rig->menu().assignment(0).label, QStringLiteral("monitor left")); // kept as it came
+    QCOMPARE(m_rig->menu().assignment(Layer::Normal).label,
+             QStringLiteral("monitor left")); // kept as it came
 }
 
 void tst_ComboMenu::anEndlessLabelIsCutAndSaidInFullByTheToolTip()
@@ -281,7 +282,7 @@ void tst_ComboMenu::aChoiceIsStoredWithItsCode()
         QCOMPARE(m_rig->stored(prefix + QStringLiteral("key2")).toInt(), code);
         QCOMPARE(m_rig->stored(prefix + QStringLiteral("key3")).toInt(), 0);
         QCOMPARE(m_rig->stored(prefix + QStringLiteral("label")).toString(), label);
-        const shortCut assignment = m_rig->menu().assignment(layer);
+        const shortCut assignment = m_rig->menu().assignment(*Layers::fromNumber(layer));
         QCOMPARE(assignment.key1, 0x1FFFFFF);
         QCOMPARE(assignment.key2, code);
         QCOMPARE(assignment.key3, 0);
@@ -303,7 +304,7 @@ void tst_ComboMenu::aChoiceLeavesTheLayersOtherFieldsAlone()
 {
     m_rig->menu().loadMidi(1, 7, 60, 100, 20, true, true);
     chooseFrom({shift1, QStringLiteral("Vertical")});
-    const shortCut assignment = m_rig->menu().assignment(1);
+    const shortCut assignment = m_rig->menu().assignment(Layer::Shift1);
     QCOMPARE(assignment.channel, 7);
     QCOMPARE(assignment.v_on, 100);
     QCOMPARE(m_rig->stored(QStringLiteral("tonAction.Shift1.channel")).toInt(), 7);
@@ -315,7 +316,7 @@ void tst_ComboMenu::withoutADeviceAChoiceIsOnlyShown()
     m_rig = std::make_unique<MenuRig>(3, false);
     chooseFrom({normal, QStringLiteral("Vertical")});
     QCOMPARE(title()->text(), QStringLiteral("VERTICAL"));
-    QCOMPARE(m_rig->menu().assignment(0), shortCut());
+    QCOMPARE(m_rig->menu().assignment(Layer::Normal), shortCut());
     QVERIFY(!m_rig->stored(QStringLiteral("tonAction.Normal.key1")).isValid());
     QCOMPARE(m_rig->assignments(), QStringList());
 }
@@ -370,7 +371,7 @@ void tst_ComboMenu::anOrdinaryChoiceMakesTheShiftLayersUsableAgain()
     chooseFrom({normal, QStringLiteral("Monitor Right")});
     QVERIFY(submenusEnabled());
     QCOMPARE(layers()->text(), QStringLiteral("SHIFT 2 | SHIFT 2")); // what they still do
-    QCOMPARE(m_rig->menu().assignment(1).key2, 10);
+    QCOMPARE(m_rig->menu().assignment(Layer::Shift1).key2, 10);
 
     chooseFrom({normal, shift1});
     QVERIFY(!submenusEnabled());
@@ -410,7 +411,7 @@ void tst_ComboMenu::aCapturedShortcutReportsOneChangedAction()
     QStringList order;
     connect(&m_rig->menu(), &ComboMenu::onActionChanged, this, [&] {
         order.append(m_rig->stored(QStringLiteral("tonAction.Shift1.label")).toString());
-        order.append(m_rig->menu().assignment(1).label);
+        order.append(m_rig->menu().assignment(Layer::Shift1).label);
     });
     Q_EMIT m_rig->shortcutKey().newShorcut(1, 17, 90, -1, QStringLiteral("Ctrl + Z"));
     // Once, and everything is in place by then.
@@ -445,7 +446,7 @@ void tst_ComboMenu::aMidiAssignmentReportsNoChangedAction()
     QSignalSpy changed(&m_rig->menu(), &ComboMenu::onActionChanged);
     Q_EMIT m_rig->midiMenu().newMidi(0, 1, 60, 100, 0, true, false);
     QCOMPARE(changed.size(), 0);
-    const shortCut assignment = m_rig->menu().assignment(0);
+    const shortCut assignment = m_rig->menu().assignment(Layer::Normal);
     QCOMPARE(assignment.key1, 0x1001262);
     QCOMPARE(assignment.channel, 1);
     QCOMPARE(assignment.cc, 60);
@@ -467,9 +468,9 @@ void tst_ComboMenu::midiForTheKnobKeepsItsEncoding()
     QSignalSpy changed(&m_rig->menu(), &ComboMenu::onActionChanged);
     Q_EMIT m_rig->midiMenu().newMidiKnob(2, 1, 60, 100, 0, false, true, 20, false, true, false);
     QCOMPARE(changed.size(), 0);
-    QCOMPARE(m_rig->menu().assignment(2).key1, 0x1001261);
-    QCOMPARE(m_rig->menu().assignment(2).knobcc, 20);
-    QVERIFY(m_rig->menu().assignment(2).m3fh);
+    QCOMPARE(m_rig->menu().assignment(Layer::Shift2).key1, 0x1001261);
+    QCOMPARE(m_rig->menu().assignment(Layer::Shift2).knobcc, 20);
+    QVERIFY(m_rig->menu().assignment(Layer::Shift2).m3fh);
     QCOMPARE(m_rig->stored(QStringLiteral("tonAction.Shift2.key1")).toInt(), 16781921);
     QCOMPARE(m_rig->stored(QStringLiteral("tonAction.Shift2.m3fh")).toBool(), true);
     QCOMPARE(layers()->text(), QStringLiteral(" | MIDI FOR KNOB"));
@@ -497,12 +498,10 @@ void tst_ComboMenu::eachLayerHasARecordOfItsOwn()
 {
     m_rig->menu().loadMidi(0, 1, 60, 100, 0, true, true);
     m_rig->menu().loadShorcut(1, 17, 90, -1, QStringLiteral("Ctrl + Z"));
-    QCOMPARE(m_rig->menu().assignment(0).key1, 0x1001262);
-    QCOMPARE(m_rig->menu().assignment(1).key1, 17);
-    QCOMPARE(m_rig->menu().assignment(1).channel, 0);
-    QCOMPARE(m_rig->menu().assignment(2), shortCut());
-    QCOMPARE(m_rig->menu().assignment(3), shortCut());
-    QCOMPARE(m_rig->menu().assignment(-1), shortCut());
+    QCOMPARE(m_rig->menu().assignment(Layer::Normal).key1, 0x1001262);
+    QCOMPARE(m_rig->menu().assignment(Layer::Shift1).key1, 17);
+    QCOMPARE(m_rig->menu().assignment(Layer::Shift1).channel, 0);
+    QCOMPARE(m_rig->menu().assignment(Layer::Shift2), shortCut());
 }
 
 void tst_ComboMenu::getShorcutStoresAllFields()
@@ -523,7 +522,7 @@ void tst_ComboMenu::getShorcutStoresAllFields()
     const char *const layerParts[] = {"Normal", "Shift1", "Shift2"};
     for (int layer = 0; layer < 3; ++layer) {
         m_rig->menu().getShorcut(layer, record);
-        QCOMPARE(m_rig->menu().assignment(layer), record);
+        QCOMPARE(m_rig->menu().assignment(*Layers::fromNumber(layer)), record);
         const QString prefix = QStringLiteral("tonAction.%1.").arg(QLatin1String(layerParts[layer]));
         const QMap<QString, QString> expected{
             {QStringLiteral("key1"), QStringLiteral("1")},
@@ -686,10 +685,10 @@ void tst_ComboMenu::screenReadersAreToldWhatItIs()
     QCOMPARE(m_rig->menu().accessibleName(), QStringLiteral("Button 3"));
     m_rig->menu().getShorcut(0, keys(17, 90, QStringLiteral("Undo")));
     m_rig->menu().getShorcut(1, special(SpecialAction::MonitorLeft, QStringLiteral("M.Left")));
-    QCOMPARE(m_rig->menu().inWords(0), QStringLiteral("Undo: presses Ctrl + Z"));
-    QCOMPARE(m_rig->menu().inWords(1), QStringLiteral("Moves the pointer to the next monitor"));
-    QCOMPARE(m_rig->menu().inWords(2), QStringLiteral("Nothing yet"));
-    for (int layer = 0; layer < 3; ++layer) {
+    QCOMPARE(m_rig->menu().inWords(Layer::Normal), QStringLiteral("Undo: presses Ctrl + Z"));
+    QCOMPARE(m_rig->menu().inWords(Layer::Shift1), QStringLiteral("Moves the pointer to the next monitor"));
+    QCOMPARE(m_rig->menu().inWords(Layer::Shift2), QStringLiteral("Nothing yet"));
+    for (const Layer layer : Layers::all) {
         QVERIFY(m_rig->menu().accessibleDescription().contains(m_rig->menu().inWords(layer)));
         QVERIFY(m_rig->menu().toolTip().contains(m_rig->menu().inWords(layer)));
     }

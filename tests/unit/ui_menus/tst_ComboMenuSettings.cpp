@@ -56,9 +56,9 @@ void tst_ComboMenuSettings::assignmentsComeBackAtTheNextStart()
     QWidget page;
     QObject link;
     const ComboMenu again(3, &link, &page, rig.settings());
-    QCOMPARE(again.assignment(0), rig.menu().assignment(0));
-    QCOMPARE(again.assignment(1), rig.menu().assignment(1));
-    QCOMPARE(again.assignment(2), shortCut());
+    QCOMPARE(again.assignment(Layer::Normal), rig.menu().assignment(Layer::Normal));
+    QCOMPARE(again.assignment(Layer::Shift1), rig.menu().assignment(Layer::Shift1));
+    QCOMPARE(again.assignment(Layer::Shift2), shortCut());
     QCOMPARE(again.findChildren<ComboMenuLabel *>().at(0)->text(), QStringLiteral("CTRL + Z"));
     QCOMPARE(again.findChildren<ComboMenuLabel *>().at(1)->text(), QStringLiteral("MIDI FOR KNOB | "));
 }
@@ -73,9 +73,9 @@ void tst_ComboMenuSettings::theShift2ValuesComeBackFromOtherKeys()
                  {QStringLiteral("tonAction.Shift1.on_touch"), 31},
                  {QStringLiteral("tonAction.Shift1.value_on"), 41}});
     ComboMenu &menu = rig.menu();
-    QCOMPARE(menu.assignment(2).v_on, 21);
-    QCOMPARE(menu.assignment(2).v_off, 22);
-    QCOMPARE(menu.assignment(1).v_on, 31);
+    QCOMPARE(menu.assignment(Layer::Shift2).v_on, 21);
+    QCOMPARE(menu.assignment(Layer::Shift2).v_off, 22);
+    QCOMPARE(menu.assignment(Layer::Shift1).v_on, 31);
 
     menu.loadMidi(2, 1, 60, 100, 5, true, true);
     QCOMPARE(rig.stored(QStringLiteral("tonAction.Shift2.on_touch")).toInt(), 100);
@@ -92,7 +92,7 @@ void tst_ComboMenuSettings::beingReadStoresAndReportsNothing()
 void tst_ComboMenuSettings::nothingStoredIsAnUnsetEntry()
 {
     MenuRig rig;
-    for (int layer = 0; layer < 3; ++layer) {
+    for (const Layer layer : Layers::all) {
         QCOMPARE(rig.menu().assignment(layer), shortCut());
     }
     QVERIFY(rig.storedUnder(QString()).isEmpty());
@@ -140,7 +140,7 @@ void tst_ComboMenuSettings::anOlderVersionsAssignmentsAreUpgraded()
         prepared.insert(prefix + QStringLiteral("label"), label);
     }
     MenuRig rig(3, true, prepared);
-    for (int layer = 0; layer < 3; ++layer) {
+    for (const Layer layer : Layers::all) {
         QCOMPARE(rig.menu().assignment(layer).key1, upgraded);
         QCOMPARE(rig.menu().assignment(layer).key2, key2);
         QCOMPARE(rig.menu().assignment(layer).label, label);

@@ -1,0 +1,139 @@
+#pragma once
+
+#include "mapping/FileResult.h"
+#include "mapping/MappingFiles.h"
+#include "mapping/XmlMappingReader.h"
+#include "mapping/XmlMappingWriter.h"
+#include "mapping/ZRButtonMap.h"
+
+#include <QMap>
+#include <QObject>
+#include <QString>
+
+#include <deque>
+#include <functional>
+
+/// The one owner of what the device does: the mapping in use, what of it is kept for the next start, and the
+/// library's and the user's mappings. Whoever shows or carries out a mapping follows its signals.
+///
+/// Two of its files are written, and only by keep(), saveAs() and remove(). Lives on the GUI thread.
+class MappingSession : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(MappingSession)
+
+public:
+    /// What a mapping is called in the working copy.
+    static constexpr char workingCopyMapping[] = "current_map";
+
+    static constexpr int mostSteps = 20; ///< as many can be taken back
+
+    /// The files are in @p dataDirectory. Touches none of them.
+    explicit MappingSession(const QString &dataDirectory, QObject *parent = nullptr);
+
+    const MappingFiles &files() const { return m_files; }
+
+    /// Reads the files and begins with the working copy, if there is one, or with the library's default
+    /// mapping. When neither gives a mapping, what @p otherwise answers is in use; it is no mapping that
+    /// replaces another, so assigned() tells of it. To be called once. A library that is none is replaced
+    /// before by the last one that was read (see LibraryKeeper).
+    void load(const std::function<ActionTable()> &otherwise);
+
+    /// What each control does, all fields.
+    const ActionTable &actions() const { return m_now.actions; }
+    const shortCut &action(int control, Layer layer) const { return m_now.actions[control][layer]; }
+
+    /// The mapping that was used or saved last; empty when it is the working copy, which has none.
+    const QString &name() const { return m_now.name; }
+
+    /// Whether the next start begins with what is in use now.
+    bool isKept() const { return m_now.actions == m_kept; }
+
+    /// The mappings of the library, and the user's own, in the order of their files. They are this object's.
+    const QList<ZRButtonMap *> &library() const { return m_library.maps; }
+    const QList<ZRButtonMap *> &custom() const { return m_custom.maps; }
+
+    /// The library's default mapping, null when it has none.
+    const ZRButtonMap *defaultMapping() const { return m_library.maps.value(m_library.defaultMap); }
+
+    /// @name What the user does. Each is one step, that takeBack() takes back.
+    /// @{
+
+    /// Changes what a control does in one or more layers. Does nothing for a control that does not exist.
+    void assign(int control, const QMap<Layer, shortCut> &layers);
+    void assign(int control, Layer layer, const shortCut &action);
+
+    /// Puts a copy of @p map to use.
+    void use(const ZRButtonMap &map);
+    /// @}
+
+    /// The last step has never been; false when there is none to take back. Writes no file.
+    bool takeBack();
+
+    /// What was taken back last is done again; false when there is nothing, or another step came in between.
+    bool redo();
+
+    bool canTakeBack() const { return !m_before.empty(); }
+    bool canRedo() const { return !m_undone.empty(); }
+
+    /// Begins with @p map: it counts as kept, and nothing can be taken back.
+    void begin(const ZRButtonMap &map);
+
+    /// Writes what is in use to the working copy.
+    FileResult keep();
+
+    /// Adds what is in use to the user's mappings as @p name. Others of this name stay.
+    FileResult saveAs(const QString &name);
+
+    /// Removes the first of the user's mappings that is called @p name.
+    FileResult remove(const QString &name);
+
+    /// Reads the library again, for example when a newer one has arrived. One without any mapping leaves the
+    /// list as it is.
+    FileResult reloadLibrary();
+
+Q_SIGNALS:
+    /// A control does something else in @p layer: action() says what.
+    void assigned(int control, Layer layer);
+
+    /// Another mapping is in use: actions() may differ in all thirty entries.
+    void replaced();
+
+    /// isKept() has changed.
+    void keptChanged(bool kept);
+
+    /// The library's list (not @p custom) or the user's is another one. The maps stay this object's. Those of
+    /// the list before are deleted when control has returned to the event loop, but for those that a slot
+    /// takes over with setParent().
+    void listChanged(QList<ZRButtonMap *> maps, bool custom, int defaultMap);
+
+private:
+    struct State {
+        ActionTable actions;
+        QString name;
+    };
+    struct List {
+        QList<ZRButtonMap *> maps;
+        int defaultMap = 0;
+    };
+
+    void takeList(const QList<ZRButtonMap *> &maps, bool custom, int defaultMap);
+    void takeWorkingCopy(ZRButtonMap *map);
+    void begin(const ActionTable &actions, const QString &name);
+    void adopt(const ActionTable &actions);
+    void addStep();
+    void restore(std::deque<State> &from, std::deque<State> &to);
+    void followKept();
+    FileResult write(const QString &name, const QString &fileName, bool alone);
+
+    const MappingFiles m_files;
+    XmlMappingReader m_reader;
+    XmlMappingWriter m_writer;
+    State m_now;
+    ActionTable m_kept; // what the next start begins with
+    bool m_saidKept = true;
+    std::deque<State> m_before; // the last step at the back
+    std::deque<State> m_undone;
+    List m_library;
+    List m_custom;
+};
