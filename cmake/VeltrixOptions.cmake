@@ -70,6 +70,12 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     add_link_options("$<$<CONFIG:Release>:LINKER:-z,relro,-z,now>")
 endif()
 
+# While developing, quick linking counts; what is packaged is linked by the system's own linker.
+find_program(MOLD_PROGRAM mold)
+if(MOLD_PROGRAM AND CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT CMAKE_BUILD_TYPE STREQUAL "Release")
+    add_link_options(-fuse-ld=mold)
+endif()
+
 if(VELTRIX_SANITIZERS)
     add_compile_options(-fsanitize=${VELTRIX_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${VELTRIX_SANITIZERS})

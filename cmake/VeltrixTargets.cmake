@@ -6,6 +6,12 @@ function(veltrix_add_library name)
     target_link_libraries(veltrix_${name} PUBLIC veltrix_settings ${ARG_LINK})
 endfunction()
 
+# Sanitizers watch the program, not its tests: those would take half of the build's time.
+set(VELTRIX_TEST_OPTIONS)
+if(VELTRIX_SANITIZERS)
+    set(VELTRIX_TEST_OPTIONS -fno-sanitize=all -O0)
+endif()
+
 # What every test needs, those that are not Qt Test programs too.
 set(VELTRIX_TEST_ENVIRONMENT)
 if(VELTRIX_SANITIZERS)
@@ -13,29 +19,48 @@ if(VELTRIX_SANITIZERS)
         "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/leaks.supp:print_suppressions=0")
 endif()
 
-# veltrix_add_test(NAME SOURCES... LINK libraries... [LABEL unit|platform|e2e|fuzz|bench])
-#   A Qt Test program registered with CTest. Unit tests run without a display: they get the offscreen platform.
-#   The target tests_LABEL builds all that have the label.
+# veltrix_add_test(NAME SOURCES... LINK libraries... [LABEL unit|platform|e2e|fuzz|bench] [TIMEOUT seconds]
+#                  [DEFINITIONS NAME=VALUE...] [ENVIRONMENT NAME=VALUE...])
+#   A Qt Test class with its main function, in NAME.cpp, registered with CTest. The tests of a folder are one program,
+#   named after the folder; each runs as a process of its own ("PROGRAM NAME" runs it by hand) and keeps its main
+#   function, which the build calls run_NAME. The target NAME builds what the test needs, tests_LABEL what all need that
+#   have the label. Unit tests run without a display: they get the offscreen platform.
 function(veltrix_add_test name)
-    cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LINK;COMMAND;ENVIRONMENT" ${ARGN})
+    cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LINK;DEFINITIONS;ENVIRONMENT" ${ARGN})
     if(NOT ARG_LABEL)
         set(ARG_LABEL unit)
     endif()
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 120)
     endif()
-    add_executable(${name} ${ARG_SOURCES})
-    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
-    target_link_libraries(${name} PRIVATE veltrix_settings Qt5::Test ${ARG_LINK})
-    target_compile_definitions(${name} PRIVATE VELTRIX_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
+    cmake_path(RELATIVE_PATH CMAKE_CURRENT_SOURCE_DIR BASE_DIRECTORY "${CMAKE_SOURCE_DIR}/tests" OUTPUT_VARIABLE program)
+    string(REPLACE "/" "_" program "${program}")
+    if(NOT TARGET ${program})
+        set(list "${CMAKE_CURRENT_BINARY_DIR}/${program}.tests")
+        file(GENERATE OUTPUT "${list}" CONTENT "TEST($<JOIN:$<TARGET_PROPERTY:${program},VELTRIX_TESTS>,)\nTEST(>)\n")
+        add_executable(${program} "${CMAKE_SOURCE_DIR}/tests/support/main/main.cpp")
+        set_property(SOURCE "${CMAKE_SOURCE_DIR}/tests/support/main/main.cpp"
+            PROPERTY COMPILE_DEFINITIONS "VELTRIX_TESTS=\"${list}\"")
+        set_property(SOURCE "${CMAKE_SOURCE_DIR}/tests/support/main/main.cpp" PROPERTY OBJECT_DEPENDS "${list}")
+        set_target_properties(${program} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
+        target_link_libraries(${program} PRIVATE veltrix_settings Qt5::Test)
+        target_compile_definitions(${program} PRIVATE VELTRIX_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
+        target_compile_options(${program} PRIVATE ${VELTRIX_TEST_OPTIONS})
+    endif()
+    set_property(TARGET ${program} APPEND PROPERTY VELTRIX_TESTS ${name})
+    target_sources(${program} PRIVATE ${ARG_SOURCES})
+    target_link_libraries(${program} PRIVATE ${ARG_LINK})
+    set_property(SOURCE ${name}.cpp APPEND PROPERTY COMPILE_DEFINITIONS main=run_${name})
+    set_property(SOURCE ${ARG_SOURCES} APPEND PROPERTY COMPILE_DEFINITIONS ${ARG_DEFINITIONS})
+
+    add_custom_target(${name})
+    add_dependencies(${name} ${program})
     if(NOT TARGET tests_${ARG_LABEL})
         add_custom_target(tests_${ARG_LABEL})
     endif()
     add_dependencies(tests_${ARG_LABEL} ${name})
-    if(NOT ARG_COMMAND)
-        set(ARG_COMMAND ${name})
-    endif()
-    add_test(NAME ${name} COMMAND ${ARG_COMMAND})
+
+    add_test(NAME ${name} COMMAND ${program} ${name})
     set(environment ${ARG_ENVIRONMENT})
     if(ARG_LABEL STREQUAL "unit")
         list(APPEND environment "QT_QPA_PLATFORM=offscreen" "DISPLAY=" "QT_FATAL_WARNINGS=0")
@@ -43,4 +68,16 @@ function(veltrix_add_test name)
     list(APPEND environment ${VELTRIX_TEST_ENVIRONMENT})
     set_tests_properties(${name} PROPERTIES
         LABELS "${ARG_LABEL}" TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "${environment}")
+endfunction()
+
+# veltrix_add_test_at_scale_2(NAME): NAME_2x is the same test on a screen with twice the pixels.
+function(veltrix_add_test_at_scale_2 name)
+    get_test_property(${name} ENVIRONMENT environment)
+    get_test_property(${name} LABELS labels)
+    get_test_property(${name} TIMEOUT timeout)
+    get_property(program TARGET ${name} PROPERTY MANUALLY_ADDED_DEPENDENCIES)
+    list(GET program 0 program)
+    add_test(NAME ${name}_2x COMMAND ${program} ${name})
+    set_tests_properties(${name}_2x PROPERTIES
+        LABELS "${labels}" TIMEOUT ${timeout} ENVIRONMENT "${environment};QT_SCALE_FACTOR=2")
 endfunction()
