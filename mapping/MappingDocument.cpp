@@ -1,5 +1,7 @@
 #include "mapping/MappingDocument.h"
 
+#include "mapping/MappingLog.h"
+
 #include <QBuffer>
 #include <QDomDocument>
 #include <QRegularExpression>
@@ -203,4 +205,14 @@ QString MappingDocument::carriable(const QString &text)
         }
     }
     return kept;
+}
+
+void MappingDocument::setText(QDomElement *element, const QString &attribute, const QString &text)
+{
+    const QString kept = carriable(text);
+    if (kept.size() != text.size()) {
+        qCWarning(lcMapping).noquote()
+            << "Characters that a mapping file cannot carry were dropped from" << kept;
+    }
+    element->setAttribute(attribute, kept);
 }

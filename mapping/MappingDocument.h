@@ -5,6 +5,7 @@
 #include <QtGlobal>
 
 class QDomDocument;
+class QDomElement;
 
 /// The XML side of mapping files: bytes to DOM and back, with bounds that keep a hostile file from exhausting
 /// the stack or the memory.
@@ -43,5 +44,8 @@ QByteArray serialize(QDomDocument *document);
 /// @p text without the characters that XML 1.0 has no way to carry: control characters other than tab and
 /// line ends, halves of surrogate pairs, U+FFFE and U+FFFF.
 QString carriable(const QString &text);
+
+/// Gives @p element an attribute with what is carriable of @p text, and a line to the log if that is not all.
+void setText(QDomElement *element, const QString &attribute, const QString &text);
 
 } // namespace MappingDocument

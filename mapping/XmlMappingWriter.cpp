@@ -1,10 +1,10 @@
 #include "mapping/XmlMappingWriter.h"
 
+#include "mapping/EntryElement.h"
 #include "mapping/MappingDocument.h"
 #include "mapping/MappingFile.h"
 #include "mapping/MappingFiles.h"
 #include "mapping/MappingLog.h"
-#include "mapping/SpecialAction.h"
 
 #include <QDomDocument>
 #include <QStandardPaths>
@@ -17,77 +17,16 @@ using MappingDocument::Outcome;
 const char emptyDocument[] = R"(<?xml version="1.0" encoding="UTF-8" standalone="yes"?><ZR/>)"
                              "\n";
 
-void setText(QDomElement *element, const QString &attribute, const QString &text)
-{
-    const QString kept = MappingDocument::carriable(text);
-    if (kept.size() != text.size()) {
-        qCWarning(lcMapping).noquote()
-            << "Characters that a mapping file cannot carry were dropped from" << kept;
-    }
-    element->setAttribute(attribute, kept);
-}
-
-void appendKey(QDomDocument *document, QDomElement *layer, const QString &tag, const QString &type,
-               const QString &text)
-{
-    QDomElement key = document->createElement(tag);
-    key.setAttribute(QStringLiteral("type"), type);
-    key.appendChild(document->createTextNode(text));
-    layer->appendChild(key);
-}
-
-void appendMidiKey(QDomDocument *document, QDomElement *layer, const shortCut &entry)
-{
-    const bool knob = actionKind(entry) == ActionKind::MidiKnob;
-    QDomElement key = document->createElement(QStringLiteral("KEY1"));
-    key.setAttribute(QStringLiteral("type"), knob ? QStringLiteral("midi_knob") : QStringLiteral("midi"));
-    key.setAttribute(QStringLiteral("channel"), entry.channel);
-    key.setAttribute(QStringLiteral("cc"), entry.cc);
-    key.setAttribute(QStringLiteral("on_touch"), entry.v_on);
-    key.setAttribute(QStringLiteral("after_touch"), entry.v_off);
-    key.setAttribute(QStringLiteral("note"), entry.note ? 1 : 0);
-    key.setAttribute(QStringLiteral("after_touch_on"), entry.v_off_enable ? 1 : 0);
-    key.setAttribute(QStringLiteral("knobcc"), entry.knobcc);
-    key.setAttribute(QStringLiteral("m01h"), entry.m01h ? 1 : 0);
-    key.setAttribute(QStringLiteral("m3fh"), entry.m3fh ? 1 : 0);
-    key.setAttribute(QStringLiteral("m0_127"), entry.m0_127 ? 1 : 0);
-    layer->appendChild(key);
-}
-
-QDomElement layerElement(QDomDocument *document, const QString &name, const shortCut &entry)
-{
-    QDomElement layer = document->createElement(name);
-    setText(&layer, QStringLiteral("label"), entry.label);
-    switch (actionKind(entry)) {
-    case ActionKind::MidiKnob:
-    case ActionKind::MidiButton:
-        appendMidiKey(document, &layer, entry);
-        break;
-    case ActionKind::Special:
-        appendKey(document, &layer, QStringLiteral("KEY1"), QStringLiteral("special"),
-                  specialActionName(entry.key2));
-        break;
-    case ActionKind::Shortcut:
-        appendKey(document, &layer, QStringLiteral("KEY1"), QStringLiteral("int"),
-                  QString::number(entry.key1));
-        appendKey(document, &layer, QStringLiteral("KEY2"), QStringLiteral("int"),
-                  QString::number(entry.key2));
-        appendKey(document, &layer, QStringLiteral("KEY3"), QStringLiteral("int"),
-                  QString::number(entry.key3));
-        break;
-    }
-    return layer;
-}
-
 QDomElement mappingElement(QDomDocument *document, const ZRButtonMap &map)
 {
     QDomElement mapping = document->createElement(QStringLiteral("MAPPING"));
-    setText(&mapping, QStringLiteral("software"), map.name);
+    MappingDocument::setText(&mapping, QStringLiteral("software"), map.name);
     for (int button = 0; button < ActionTable::controlCount; ++button) {
         QDomElement element = document->createElement(QStringLiteral("BUTTON"));
         element.setAttribute(QStringLiteral("id"), button);
         for (const Layer layer : Layers::all) {
-            element.appendChild(layerElement(document, Layers::fileName(layer), map.actions[button][layer]));
+            element.appendChild(
+                EntryElement::write(document, Layers::fileName(layer), map.actions[button][layer]));
         }
         mapping.appendChild(element);
     }

@@ -6,6 +6,7 @@
 ActionMenus::ActionMenus(MappingSession &session, QObject *deviceLink, QWidget *page, Settings &settings)
     : QObject(page)
     , m_session(session)
+    , m_menus(ActionTable::controlCount)
 {
     constexpr int rows = ActionTable::controlCount / 2;
     for (int row = 0; row < rows; ++row) {
@@ -30,13 +31,13 @@ void ActionMenus::add(int control, const QRect &place, QObject *deviceLink, QWid
     connect(menu, &ComboMenu::onActionChanged, this, &ActionMenus::onActionChanged);
     connect(menu, &ComboMenu::assignmentChanged, this,
             [this, control](const QMap<Layer, shortCut> &layers) { m_session.assign(control, layers); });
-    m_menus.at(static_cast<std::size_t>(control)) = menu;
+    m_menus[control] = menu;
 }
 
 // The menu in which the user chose shows it already.
 void ActionMenus::show(int control, Layer layer)
 {
-    ComboMenu *menu = m_menus.at(static_cast<std::size_t>(control));
+    ComboMenu *menu = m_menus.at(control);
     const shortCut &action = m_session.action(control, layer);
     if (menu->assignment(layer) != action) {
         menu->setAssignment(layer, action);
@@ -46,7 +47,7 @@ void ActionMenus::show(int control, Layer layer)
 void ActionMenus::showAll()
 {
     int control = 0;
-    for (ComboMenu *menu : m_menus) {
+    for (ComboMenu *menu : qAsConst(m_menus)) {
         for (const Layer layer : Layers::all) {
             menu->setAssignment(layer, m_session.action(control, layer));
         }

@@ -3,8 +3,7 @@
 #include "mapping/ActionTable.h"
 
 #include <QObject>
-
-#include <array>
+#include <QVector>
 
 class ComboMenu;
 class MappingSession;
@@ -17,7 +16,7 @@ class ActionMenus : public QObject
     Q_DISABLE_COPY_MOVE(ActionMenus)
 
 public:
-    using Menus = std::array<ComboMenu *, ActionTable::controlCount>;
+    using Menus = QVector<ComboMenu *>; ///< in the order of the controls
 
     /// The menus are @p page's, as is this object. They show what @p settings hold, until the session says
     /// otherwise. See ComboMenu for @p deviceLink. Both references must outlive this object.
@@ -38,5 +37,5 @@ private:
     void showAll();
 
     MappingSession &m_session;
-    Menus m_menus{};
+    Menus m_menus;
 };

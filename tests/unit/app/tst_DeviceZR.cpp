@@ -12,6 +12,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QDir>
 #include <QGraphicsEffect>
 #include <QHelpEvent>
 #include <QLabel>
@@ -42,6 +43,8 @@ private Q_SLOTS:
     void chosenActionActsFromTheNextEvent();
     void onlyACapturedShortcutWritesTheWorkingCopy();
     void whatIsNotKeptIsSaidAndKeptOnRequest();
+    void whatCouldNotBeKeptStaysSaid();
+    void whatIsTakenBackIsShownStoredAndActs();
     void savingTwiceUnderANameListsBothAndDeletingTakesTheFirst();
     void setMappingActsButWritesNothing();
     void anOlderVersionsActionsAreUpgradedOnce();
@@ -377,6 +380,35 @@ void tst_DeviceZR::whatIsNotKeptIsSaidAndKeptOnRequest()
     QVERIFY(keep->isHidden());
     QVERIFY(line->isHidden());
     QVERIFY(m_rig->readFile(QStringLiteral("current.xml")).contains("type=\"midi\""));
+}
+
+void tst_DeviceZR::whatCouldNotBeKeptStaysSaid()
+{
+    makePage();
+    menu(3)->loadMidi(0, 1, 60, 100, 0, true, true);
+    QVERIFY(QDir().mkdir(m_rig->data.filePath(QStringLiteral("current.xml"))));
+    auto *keep = m_page->findChild<ClickableLabel *>(QStringLiteral("keep"));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("was left as it is")));
+    QTest::mouseClick(keep, Qt::LeftButton);
+    QVERIFY(keep->isVisible());
+    QVERIFY(m_page->findChild<QLabel *>(QStringLiteral("notKept"))->isVisible());
+}
+
+// Whatever changes the mapping, the page and the device follow.
+void tst_DeviceZR::whatIsTakenBackIsShownStoredAndActs()
+{
+    makePage();
+    menu(3)->loadShorcut(0, 65, -1, -1, QStringLiteral("A"));
+    menu(3)->loadShorcut(0, 66, -1, -1, QStringLiteral("B"));
+    QVERIFY(m_rig->mappings.takeBack());
+    QCOMPARE(menu(3)->assignment(Layer::Normal).key1, 65);
+    QVERIFY(menu(3)->toolTip().contains(QStringLiteral("Presses A")));
+    QCOMPARE(m_rig->store.value(QStringLiteral("tonAction.Normal.label")).toString(), QStringLiteral("A"));
+    QVERIFY(m_page->findChild<QLabel *>(QStringLiteral("notKept"))->isVisible());
+    press(3);
+    QCOMPARE(m_rig->engine.recorder.lines().constFirst(), QStringLiteral("key 65 down"));
+    m_rig->mappings.assign(3, Layer::Normal, shortCut());
+    QCOMPARE(menu(3)->assignment(Layer::Normal), shortCut());
 }
 
 void tst_DeviceZR::savingTwiceUnderANameListsBothAndDeletingTakesTheFirst()

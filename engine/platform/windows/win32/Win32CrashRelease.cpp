@@ -124,12 +124,12 @@ DWORD Win32CrashRelease::start()
         startup.lpAttributeList = handles.list();
         const std::wstring path = programFolder() + helperName;
         const std::wstring folder = systemFolder(); // the program's own can be removed meanwhile
-        std::wstring command = L"veltrix-release " + number(self) + L' ' + number(m_over) + L' ' + number(page);
+        std::wstring command =
+            L"veltrix-release " + number(self) + L' ' + number(m_over) + L' ' + number(page);
         auto *shared = new (memory) Win32HeldInput;
-        if (handles.isValid() &&
-            CreateProcessW(path.c_str(), command.data(), nullptr, nullptr, TRUE,
-                           DETACHED_PROCESS | EXTENDED_STARTUPINFO_PRESENT, nullptr, folder.c_str(),
-                           &startup.StartupInfo, &process)) {
+        if (handles.isValid() && CreateProcessW(path.c_str(), command.data(), nullptr, nullptr, TRUE,
+                                                DETACHED_PROCESS | EXTENDED_STARTUPINFO_PRESENT, nullptr,
+                                                folder.c_str(), &startup.StartupInfo, &process)) {
             m_shared = shared;
             m_helper = process.hProcess;
             CloseHandle(process.hThread);

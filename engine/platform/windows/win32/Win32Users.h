@@ -15,8 +15,8 @@ std::wstring currentUser();
 /// has just started.
 void letOthersComeToFront();
 
-/// Brings @p window to the front and gives it the keyboard. The system only lets a program do so that the user
-/// is working with or that was let before; for others the entry in the task bar blinks.
+/// Brings @p window to the front and gives it the keyboard. The system only lets a program do so that the
+/// user is working with or that was let before; for others the entry in the task bar blinks.
 void bringToFront(HWND window);
 
 } // namespace Win32Users

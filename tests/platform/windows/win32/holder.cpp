@@ -1,6 +1,6 @@
-// Holds a key, Ctrl, the left button and the transparent arrow, as the program does with a button held and the knob
-// touched, prints "ready", and waits to be ended by force. With the argument "release" it lets go of all that and
-// ends by itself; with "idle" it never held anything.
+// Holds a key, Ctrl, the left button and the transparent arrow, as the program does with a button held and
+// the knob touched, prints "ready", and waits to be ended by force. With the argument "release" it lets go of
+// all that and ends by itself; with "idle" it never held anything.
 #include "engine/platform/windows/win32/Win32CrashRelease.h"
 #include "engine/platform/windows/win32/Win32CursorScheme.h"
 #include "engine/platform/windows/win32/Win32Input.h"

@@ -23,7 +23,8 @@ DWORD helperOf(DWORD program)
     PROCESSENTRY32W entry{};
     entry.dwSize = sizeof entry;
     for (BOOL more = Process32FirstW(all, &entry); more; more = Process32NextW(all, &entry)) {
-        if (entry.th32ParentProcessID == program && wcscmp(entry.szExeFile, Win32CrashRelease::helperName) == 0) {
+        if (entry.th32ParentProcessID == program &&
+            wcscmp(entry.szExeFile, Win32CrashRelease::helperName) == 0) {
             found = entry.th32ProcessID;
         }
     }
@@ -36,7 +37,9 @@ class Process
 {
 public:
     explicit Process(DWORD id)
-        : handle(OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE | PROCESS_SUSPEND_RESUME | PROCESS_QUERY_INFORMATION, FALSE, id))
+        : handle(OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE | PROCESS_SUSPEND_RESUME |
+                                 PROCESS_QUERY_INFORMATION,
+                             FALSE, id))
     {
     }
     ~Process() { CloseHandle(handle); }
@@ -117,8 +120,10 @@ TEST(theHelperKeepsNoOutputAndNoConsoleOfTheProgram)
 {
     using Suspend = LONG(NTAPI *)(HANDLE);
     const HMODULE kernel = GetModuleHandleW(L"ntdll.dll");
-    const auto suspend = reinterpret_cast<Suspend>(reinterpret_cast<void *>(GetProcAddress(kernel, "NtSuspendProcess")));
-    const auto resume = reinterpret_cast<Suspend>(reinterpret_cast<void *>(GetProcAddress(kernel, "NtResumeProcess")));
+    const auto suspend =
+        reinterpret_cast<Suspend>(reinterpret_cast<void *>(GetProcAddress(kernel, "NtSuspendProcess")));
+    const auto resume =
+        reinterpret_cast<Suspend>(reinterpret_cast<void *>(GetProcAddress(kernel, "NtResumeProcess")));
     Child holder(L"win32_holder.exe", L"idle");
     const DWORD helperId = helperOf(holder.processId());
     const Process helper(helperId);
