@@ -631,6 +631,10 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
         <source>Takes the first three keys</source>
         <translation>Übernimmt die ersten drei Tasten</translation>
     </message>
+    <message>
+        <source>this key cannot be used</source>
+        <translation>diese Taste geht nicht</translation>
+    </message>
 </context>
 <context>
     <name>WelcomeWindow</name>

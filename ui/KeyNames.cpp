@@ -61,6 +61,7 @@ constexpr Row rows[] = {
 
 constexpr int keypad0 = 96;
 constexpr int f1 = 112;
+constexpr int firstCharacter = 0x100; // codes of keys by the character that they type
 
 const QLatin1String plus(" + ");
 
@@ -79,7 +80,10 @@ QString KeyNames::name(int code)
             return QString::fromUtf8(row.name);
         }
     }
-    return QChar(code & 0xff);
+    const bool isCharacter = code >= firstCharacter && code <= 0xffff;
+    const QChar character(isCharacter ? code - firstCharacter : code & 0xff);
+    // A mark is drawn over what stands before it.
+    return character.isMark() ? QChar(0x25cc) + QString(character) : QString(character);
 }
 
 QString KeyNames::text(const QVector<int> &codes)

@@ -7,8 +7,9 @@
 namespace KeyNames
 {
 
-/// The name of a Windows virtual-key code (or of the toolkit's code of a key that has none). A code without a
-/// name of its own shows as the character of its low byte, so letters and digits show as themselves.
+/// The name of a Windows virtual-key code, of the code of a key by its character (0x100 plus the character,
+/// up to 0xFFFF), or of the toolkit's code of a key that has neither. A code without a name of its own shows
+/// as its character, else as that of its low byte, so letters and digits show as themselves.
 QString name(int code);
 
 /// The names of several keys in their order, for example "Ctrl + S". The same in every language: it is what

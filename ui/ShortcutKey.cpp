@@ -2,6 +2,8 @@
 
 #include "app/frame/FittingText.h"
 #include "engine/platform/Desktop.h"
+#include "mapping/ShortCut.h"
+#include "mapping/SpecialAction.h"
 #include "ui/KeyNames.h"
 #include "ui/UiLog.h"
 
@@ -78,6 +80,7 @@ void ShortcutKey::show(int type)
 void ShortcutKey::showEvent(QShowEvent *event)
 {
     if (!event->spontaneous()) {
+        m_pressedHere.clear();
         display(QLatin1String(prompt), tr(prompt));
     }
     OverlayDialog::showEvent(event);
@@ -103,18 +106,50 @@ void ShortcutKey::keyPressEvent(QKeyEvent *event)
 {
     const quint32 native = event->nativeVirtualKey();
     const quint32 scan = event->nativeScanCode();
+    const quint32 key = scan != 0 ? scan : native;
+    if (isRepeat(*event) && !m_pressedHere.contains(key)) {
+        return;
+    }
+    m_pressedHere.insert(key);
     const bool known = desktop() && (native != 0 || scan != 0);
-    const int code = known ? desktop()->virtualKeyFromNative(native, scan) : 0;
-    typeKey(code != 0 ? code : event->key());
+    const int code = known ? desktop()->virtualKeyFromNative(native, scan) : event->key();
+    // The toolkit's codes of some rare keys are the marks of a record that is no shortcut.
+    shortCut record;
+    record.key1 = code;
+    if (code != 0 && actionKind(record) == ActionKind::Shortcut) {
+        typeKey(code);
+    } else {
+        refuseKey();
+    }
+}
+
+void ShortcutKey::keyReleaseEvent(QKeyEvent *event)
+{
+    m_released = {event->nativeScanCode(), event->timestamp()};
+}
+
+// A key that was down when the dialog opened repeats without ever having been pressed in it. The X server's
+// repeats are a release and a press of one moment, and the toolkit cannot always tell them from others.
+bool ShortcutKey::isRepeat(const QKeyEvent &event) const
+{
+    const bool sameMoment = event.timestamp() != 0 && event.timestamp() == m_released.time &&
+                            event.nativeScanCode() == m_released.scanCode;
+    return event.isAutoRepeat() || sameMoment;
 }
 
 void ShortcutKey::typeKey(int code)
 {
     if (!m_keys.contains(code)) {
         m_keys.append(code);
-        const QString keys = KeyNames::text(m_keys);
-        display(keys, KeyNames::translated(keys));
     }
+    const QString keys = KeyNames::text(m_keys);
+    display(keys, KeyNames::translated(keys));
+}
+
+// What is reported stays what was typed.
+void ShortcutKey::refuseKey()
+{
+    display(KeyNames::text(m_keys), tr("this key cannot be used"));
 }
 
 void ShortcutKey::display(const QString &text, const QString &shown)

@@ -38,17 +38,33 @@ int CapturedKey::virtualKey(const KeyboardMap &map) const
     if (decimal != 0 && pressed == decimal && (isKeypadDecimal || isKeypad(pressed))) {
         return KeysymTable::decimalKey;
     }
-    const quint32 symbol = isKeypad(pressed) || plain == 0 ? pressed : plain;
+    const quint32 bare = map.symbolAt(keycode) != 0 ? map.symbolAt(keycode) : plain;
+    const quint32 symbol = bare == 0 || (isKeypad(bare) && isKeypad(pressed)) ? pressed : bare;
     if (standsForLatin(symbol)) {
-        const quint16 code = KeysymTable::virtualKeyOf(otherGroup);
-        return code != 0 ? code : KeysymTable::virtualKeyOf(quint32(quint8(usSymbol)));
+        const quint16 latin = KeysymTable::virtualKeyOf(otherGroup);
+        const quint16 code = latin != 0 ? latin : KeysymTable::virtualKeyOf(quint32(quint8(usSymbol)));
+        if (code != 0 || map.isEmpty()) {
+            return code;
+        }
     }
     // Windows' code comes first, unless another key of this layout answers to it.
     const quint16 code = KeysymTable::virtualKeyOf(symbol);
     const quint16 character = KeysymTable::characterCode(symbol);
-    const auto pressesThis = [&map, symbol](quint16 virtualKey) {
-        const KeyboardMap::Place place = map.placeOf(virtualKey);
-        return place.direct && map.types(place.keycode, symbol);
-    };
-    return code == 0 || (character != 0 && !pressesThis(code) && pressesThis(character)) ? character : code;
+    for (const quint16 candidate : {code, character}) {
+        if (candidate != 0 && (map.isEmpty() || isPressedBy(candidate, symbol, map))) {
+            return candidate;
+        }
+    }
+    return KeysymTable::isOneKeyWithAnother(symbol) ? code : 0;
+}
+
+bool CapturedKey::isPressedBy(quint16 virtualKey, quint32 symbol, const KeyboardMap &map) const
+{
+    const KeyboardMap::Place place = map.placeOf(virtualKey);
+    if (!place.direct || place.keycode == keycode) {
+        return place.direct;
+    }
+    // Another key that types the same will do, but a character also has to be the same with Shift.
+    return map.types(place.keycode, symbol) &&
+           (!KeysymTable::isCharacter(symbol) || map.shiftedAt(place.keycode) == map.shiftedAt(keycode));
 }

@@ -25,6 +25,9 @@ public:
     /// Adds what a key types on one level. Directly typed symbols win over others, then the earlier addition.
     void add(quint32 keysym, const Place &place);
 
+    /// Notes what a key types with Shift.
+    void setShifted(quint8 keycode, quint32 keysym) { m_shifted.insert(keycode, keysym); }
+
     /// Takes over that a spare keycode, or one that was put to use before, types this symbol from now on.
     void put(quint8 keycode, quint32 keysym);
 
@@ -47,6 +50,12 @@ public:
     /// True when the bare key types the symbol.
     bool types(quint8 keycode, quint32 keysym) const { return keysym != 0 && symbolAt(keycode) == keysym; }
 
+    /// What the key types with Shift; 0 for nothing of its own.
+    quint32 shiftedAt(quint8 keycode) const { return m_shifted.value(keycode); }
+
+    /// True when nothing is known.
+    bool isEmpty() const { return m_places.isEmpty(); }
+
     /// The symbols that stand for a virtual-key code on this layout.
     KeysymTable::Symbols symbolsOf(quint16 virtualKey) const;
 
@@ -62,6 +71,7 @@ public:
 private:
     QHash<quint32, Place> m_places;
     QHash<quint8, quint32> m_direct;
+    QHash<quint8, quint32> m_shifted;
     QVector<quint8> m_spares;
     std::array<quint8, 8> m_modifierKeys{};
     quint32 m_keypadDecimal = 0;

@@ -106,6 +106,10 @@ constexpr Row rows[] = {
     {0xde, {XK_apostrophe, 0, XK_quotedbl}},
     {0xdf, {XK_exclam, 0, XK_section}}, // only the French layout has this key
     {0xe2, {XK_less, 0, XK_greater}},
+    {0xf0, {XK_Eisu_toggle, 0, 0}},
+    {0xf1, {XK_Katakana, 0, 0}},
+    {0xf2, {XK_Hiragana_Katakana, XK_Hiragana, 0}},
+    {0xf3, {XK_Zenkaku_Hankaku, 0, 0}},
     {0xf6, {XK_3270_Attn, 0, 0}},
     {0xf7, {XK_3270_CursorSelect, 0, 0}},
     {0xf8, {XK_3270_ExSelect, 0, 0}},
@@ -122,12 +126,11 @@ struct Alias {
 };
 
 constexpr Alias aliases[] = {
-    {XK_ISO_Left_Tab, 0x09}, {XK_KP_Enter, 0x0d},     {XK_Shift_R, 0x10}, {XK_Control_R, 0x11},
-    {XK_Alt_R, 0x12},        {XK_Meta_L, 0x12},       {XK_Meta_R, 0x12},  {XK_Break, 0x13},
-    {XK_KP_Page_Up, 0x21},   {XK_KP_Page_Down, 0x22}, {XK_KP_End, 0x23},  {XK_KP_Home, 0x24},
-    {XK_dead_grave, 0xc0},   {XK_KP_Left, 0x25},      {XK_KP_Up, 0x26},   {XK_KP_Right, 0x27},
-    {XK_KP_Down, 0x28},      {XK_Print, 0x2c},        {XK_Sys_Req, 0x2c}, {XK_KP_Insert, 0x2d},
-    {XK_KP_Delete, 0x2e},
+    {XK_ISO_Left_Tab, 0x09}, {XK_KP_Enter, 0x0d},     {XK_Shift_R, 0x10},   {XK_Control_R, 0x11},
+    {XK_Alt_R, 0x12},        {XK_Meta_L, 0x12},       {XK_Meta_R, 0x12},    {XK_Break, 0x13},
+    {XK_KP_Page_Up, 0x21},   {XK_KP_Page_Down, 0x22}, {XK_KP_End, 0x23},    {XK_KP_Home, 0x24},
+    {XK_KP_Left, 0x25},      {XK_KP_Up, 0x26},        {XK_KP_Right, 0x27},  {XK_KP_Down, 0x28},
+    {XK_Print, 0x2c},        {XK_Sys_Req, 0x2c},      {XK_KP_Insert, 0x2d}, {XK_KP_Delete, 0x2e},
 };
 
 // An accent, and the dead key that types it. A dead key without an accent of its own has no code.
@@ -200,6 +203,8 @@ QHash<quint32, quint16> buildInverse()
             inverse.insert(keysym, quint16(virtualKey));
         }
     };
+    // Where nothing is known of the layout; else the grave accent has a key of its own.
+    add(XK_dead_grave, 0xc0);
     for (const Alias &alias : aliases) {
         add(alias.keysym, alias.virtualKey);
     }
@@ -237,6 +242,17 @@ quint16 KeysymTable::virtualKeyOf(quint32 keysym)
 {
     static const QHash<quint32, quint16> inverse = buildInverse();
     return inverse.value(keysym);
+}
+
+bool KeysymTable::isOneKeyWithAnother(quint32 keysym)
+{
+    return std::any_of(std::begin(aliases), std::end(aliases),
+                       [keysym](const Alias &alias) { return alias.keysym == keysym; });
+}
+
+bool KeysymTable::isCharacter(quint32 keysym)
+{
+    return characterOf(keysym) != 0;
 }
 
 quint16 KeysymTable::characterCode(quint32 keysym)

@@ -24,6 +24,13 @@ Symbols symbolsOf(quint16 virtualKey);
 /// Ctrl and Alt are one key, as in the key messages of Windows.
 quint16 virtualKeyOf(quint32 keysym);
 
+/// True for keys that are another key to Windows: the right Shift, the Enter and the arrows of the keypad.
+bool isOneKeyWithAnother(quint32 keysym);
+
+/// True for what types a character (also one with a code of its own), false for keys of the keypad, function
+/// keys and dead keys.
+bool isCharacter(quint32 keysym);
+
 /// The code of a key by the character that it types: firstCharacter plus the code point, for keys that are
 /// none of Windows' own (on its layouts such a key has the code of another key). A dead key is its accent. 0
 /// for what types no character, or one beyond 16 bits. To be asked when virtualKeyOf() knows no code that

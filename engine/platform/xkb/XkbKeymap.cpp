@@ -16,6 +16,7 @@ struct StateUnref {
 using StatePointer = std::unique_ptr<xkb_state, StateUnref>;
 
 constexpr quint32 realModifiers = 0xff;
+constexpr quint8 shiftMask = 1;
 
 StatePointer stateWith(xkb_keymap *keymap, quint32 modifiers, quint32 group)
 {
@@ -76,12 +77,20 @@ bool missingFor(const QVector<quint32> &sets, quint32 locked, quint8 *missing)
     return found;
 }
 
-/// The modifiers that a key gives while it is held, or locks.
-quint32 modifiersGivenBy(xkb_keymap *keymap, xkb_keycode_t keycode, quint32 group)
+/// The modifiers that a key gives while it is held, or locks, where it has a symbol.
+quint32 modifiersGivenBy(xkb_keymap *keymap, xkb_keycode_t keycode, quint32 group, quint32 symbol)
 {
-    const StatePointer state = stateWith(keymap, 0, group);
-    xkb_state_update_key(state.get(), keycode, XKB_KEY_DOWN);
-    return xkb_state_serialize_mods(state.get(), XKB_STATE_MODS_EFFECTIVE) & realModifiers;
+    const xkb_level_index_t levels = xkb_keymap_num_levels_for_key(keymap, keycode, group);
+    for (xkb_level_index_t level = 0; level < levels; ++level) {
+        const QVector<quint32> sets = modifiersOf(keymap, keycode, group, level);
+        if (symbolOf(keymap, keycode, group, level) == symbol && !sets.isEmpty()) {
+            const StatePointer state = stateWith(keymap, sets.first(), group);
+            xkb_state_update_key(state.get(), keycode, XKB_KEY_DOWN);
+            const auto given = xkb_state_component(XKB_STATE_MODS_DEPRESSED | XKB_STATE_MODS_LOCKED);
+            return xkb_state_serialize_mods(state.get(), given) & ~sets.first() & realModifiers;
+        }
+    }
+    return 0;
 }
 
 /// Notes which keys give which modifiers, and which of them NumLock is.
@@ -89,15 +98,16 @@ void addModifiers(xkb_keymap *keymap, quint32 group, KeyboardMap &map)
 {
     for (xkb_keycode_t keycode = 255; keycode > 0; --keycode) {
         const QVector<quint32> symbols = symbolsOf(keymap, keycode);
-        const bool locks = symbols.contains(XK_Num_Lock);
-        const bool shifts = symbols.contains(XK_Shift_L) || symbols.contains(XK_ISO_Level3_Shift);
-        const quint32 given = locks || shifts ? modifiersGivenBy(keymap, keycode, group) : 0;
-        if (locks && given != 0) {
-            map.setNumLockMask(quint8(given));
-        }
-        for (int bit = 0; shifts && bit < 8; ++bit) {
-            if (given & (1U << bit)) {
-                map.setModifierKey(bit, quint8(keycode));
+        for (const quint32 symbol : {XK_Num_Lock, XK_Shift_L, XK_ISO_Level3_Shift}) {
+            const quint32 given =
+                symbols.contains(symbol) ? modifiersGivenBy(keymap, keycode, group, symbol) : 0;
+            if (given != 0 && symbol == XK_Num_Lock) {
+                map.setNumLockMask(quint8(given));
+            }
+            for (int bit = 0; symbol != XK_Num_Lock && bit < 8; ++bit) {
+                if (given & (1U << bit)) {
+                    map.setModifierKey(bit, quint8(keycode));
+                }
             }
         }
     }
@@ -162,7 +172,7 @@ KeyboardMap XkbKeymap::map(const State &state, const Keycodes &reserved) const
     const xkb_keycode_t last = qMin<xkb_keycode_t>(255, xkb_keymap_max_keycode(keymap));
     for (xkb_keycode_t keycode = xkb_keymap_min_keycode(keymap); keycode <= last; ++keycode) {
         const QVector<quint32> all = symbolsOf(keymap, keycode);
-        if (all.count(XK_VoidSymbol) + all.count(0) == all.size()) {
+        if (all.count(0) == all.size()) {
             if (!reserved.test(keycode)) {
                 map.addSpare(quint8(keycode));
             }
@@ -178,6 +188,9 @@ KeyboardMap XkbKeymap::map(const State &state, const Keycodes &reserved) const
             if (keysym != 0 && (level == direct || missingFor(modifiersOf(keymap, keycode, group, level),
                                                               locked & heeded, &missing))) {
                 map.add(keysym, {quint8(keycode), level == direct, missing});
+                if (missing == shiftMask) {
+                    map.setShifted(quint8(keycode), keysym);
+                }
             }
             if (level == 1 && hasName(keymap, keycode, "KPDL")) {
                 map.setKeypadDecimal(keysym);
@@ -191,7 +204,8 @@ CapturedKey XkbKeymap::key(quint32 keycode, const State &state) const
 {
     CapturedKey key;
     xkb_keymap *keymap = m_keymap.get();
-    const xkb_layout_index_t groups = keymap ? xkb_keymap_num_layouts_for_key(keymap, keycode) : 0;
+    const xkb_layout_index_t groups =
+        keymap && keycode < 256 ? xkb_keymap_num_layouts_for_key(keymap, keycode) : 0;
     if (groups == 0) {
         return key;
     }
@@ -204,6 +218,7 @@ CapturedKey XkbKeymap::key(quint32 keycode, const State &state) const
         const quint32 other = group == active ? 0 : symbolOf(keymap, keycode, group, 0);
         key.otherGroup = other <= 0xff ? other : 0; // Latin letters are of use only
     }
+    key.keycode = quint8(keycode);
     key.usSymbol = usSymbol(keymap, keycode);
     key.isKeypadDecimal = hasName(keymap, keycode, "KPDL");
     return key;

@@ -151,6 +151,7 @@ private Q_SLOTS:
     void theKeyCountsAndNotWhatItTypes_data();
     void theKeyCountsAndNotWhatItTypes();
     void aSecondGroupCounts();
+    void aKeyHeldFromBeforeIsNotRecorded();
 
 private:
     bool isTaken() { return m_user->mouseIsTaken() && m_user->keyboardIsTaken(); }
@@ -599,6 +600,21 @@ void tst_Dialogs::aSecondGroupCounts()
     }
     // Y, Z, and the н that stands where us has Y; [, ü, and the х that stands where us has [
     QCOMPARE(m_desktop.codes, (QVector<int>{89, 219, 13, 90, 0x1fc, 13, 89, 219, 13}));
+}
+
+// Return in the menu opens the dialog, and the server repeats it until it is let go.
+void tst_Dialogs::aKeyHeldFromBeforeIsNotRecorded()
+{
+    QVERIFY(m_server.setLayout(QStringLiteral("us")));
+    m_user->key(ReturnKey, true);
+    openShortcut();
+    QTest::qWait(1200); // repeats begin after 660 ms
+    m_user->tap(HomeRow1);
+    QTRY_COMPARE(m_desktop.codes, QVector<int>{'A'});
+    m_user->key(ReturnKey, false);
+    QTest::qWait(20); // no hand lets go and presses in one moment
+    m_user->tap(ReturnKey);
+    QTRY_COMPARE(m_desktop.codes, (QVector<int>{'A', 13}));
 }
 
 int main(int argc, char *argv[])

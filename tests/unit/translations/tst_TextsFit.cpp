@@ -212,6 +212,9 @@ void tst_TextsFit::openEverything(ZRMainWindow *window)
         QCoreApplication::sendEvent(&shortcut, &press);
         check();
     }
+    QKeyEvent refused(QEvent::KeyPress, Qt::Key_Dead_Hook, Qt::NoModifier);
+    QCoreApplication::sendEvent(&shortcut, &refused);
+    check();
     shortcut.hide();
 
     page->findChild<SaveDialog *>()->show();

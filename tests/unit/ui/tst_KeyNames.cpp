@@ -73,11 +73,13 @@ void tst_KeyNames::namesAKey_data()
         row(letter, QString(QLatin1Char(letter)));
     }
     // The rest are the character of the low byte, whatever that is.
-    row(124, QStringLiteral("|"));     // F13
-    row(108, QStringLiteral("l"));     // the keypad's separator
-    row(165, QStringLiteral("¥"));     // AltGr
-    row(0x1fc, QStringLiteral("ü"));   // a key of its own on a German keyboard
-    row(0x1000000, QString(QChar(0))); // the toolkit's code of Esc
+    row(124, QStringLiteral("|"));              // F13
+    row(108, QStringLiteral("l"));              // the keypad's separator
+    row(165, QStringLiteral("¥"));              // AltGr
+    row(0x1fc, QStringLiteral("ü"));            // a key of its own on a German keyboard
+    row(0x261, QStringLiteral("š"));            // beyond Latin-1
+    row(0x409, QStringLiteral("\u25cc\u0309")); // a mark, on a Vietnamese keyboard
+    row(0x1000000, QString(QChar(0)));          // the toolkit's code of Esc
     row(-1, QString(QChar(0xff)));
 }
 

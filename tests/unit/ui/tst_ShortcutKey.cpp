@@ -100,7 +100,10 @@ private Q_SLOTS:
     void everyKeyIsRecorded_data();
     void everyKeyIsRecorded();
     void aKeyWithoutANativeCodeHasTheToolkits();
-    void aKeyThatCannotBeTranslatedHasTheToolkits();
+    void aKeyThatCannotBeTranslatedIsNotRecorded();
+    void theMarksOfOtherRecordsAreNotRecorded();
+    void aKeyThatWasDownAtTheOpeningIsNotRecorded();
+    void aRepeatThatTheToolkitTakesForAPressIsNotRecorded();
     void aHeldKeyCountsOnce();
     void thePageIsDimmedAndThePromptSetOnShow();
     void aClickElsewhereDoesNothing();
@@ -378,13 +381,67 @@ void tst_ShortcutKey::aKeyWithoutANativeCodeHasTheToolkits()
     QCOMPARE(rig.shortcuts.at(0), report(0, 0x1000002, 65, -1, QStringLiteral("⇥ + A")));
 }
 
-void tst_ShortcutKey::aKeyThatCannotBeTranslatedHasTheToolkits()
+void tst_ShortcutKey::aKeyThatCannotBeTranslatedIsNotRecorded()
+{
+    const QString refusal = QStringLiteral("this key cannot be used");
+    Rig rig;
+    rig.dialog.show(0);
+    rig.desktop.knowsKeys = false;
+    rig.press(0x1008ff2e, Qt::Key_WWW);
+    QCOMPARE(rig.display->text(), refusal);
+    QCOMPARE(rig.display->accessibleDescription(), refusal);
+    rig.click(QStringLiteral("ok"));
+    QVERIFY(rig.dialog.isVisible()); // nothing was typed
+    rig.desktop.knowsKeys = true;
+    rig.press(65);
+    QCOMPARE(rig.display->text(), QStringLiteral("A"));
+    rig.desktop.knowsKeys = false;
+    rig.press(0x1008ff2f, Qt::Key_Sleep);
+    QCOMPARE(rig.display->text(), refusal);
+    rig.click(QStringLiteral("ok"));
+    QCOMPARE(rig.shortcuts.at(0), report(0, 65, -1, -1, QStringLiteral("A")));
+}
+
+void tst_ShortcutKey::theMarksOfOtherRecordsAreNotRecorded()
+{
+    for (const int mark : {int(Qt::Key_Dead_Hook), int(Qt::Key_Dead_Horn), int(Qt::Key_unknown)}) {
+        Rig rig;
+        rig.dialog.show(0);
+        QKeyEvent event(QEvent::KeyPress, mark, Qt::NoModifier);
+        QCoreApplication::sendEvent(&rig.dialog, &event);
+        rig.click(QStringLiteral("ok"));
+        QVERIFY2(rig.shortcuts.isEmpty(), qPrintable(QString::number(mark, 16)));
+    }
+}
+
+void tst_ShortcutKey::aKeyThatWasDownAtTheOpeningIsNotRecorded()
 {
     Rig rig;
-    rig.desktop.knowsKeys = false;
     rig.dialog.show(0);
-    rig.press(97, Qt::Key_A);
-    QVERIFY(withText<QLabel>(rig.dialog, QStringLiteral("A")));
+    rig.press(13, Qt::Key_Return, true);
+    rig.press(13, Qt::Key_Return, true);
+    QCOMPARE(rig.display->text(), prompt);
+    rig.press(83);
+    QCOMPARE(rig.display->text(), QStringLiteral("S"));
+    rig.press(13, Qt::Key_Return); // it was let go in between
+    QCOMPARE(rig.display->text(), QStringLiteral("S + ⏎"));
+}
+
+void tst_ShortcutKey::aRepeatThatTheToolkitTakesForAPressIsNotRecorded()
+{
+    Rig rig;
+    rig.dialog.show(0);
+    const auto send = [&rig](QEvent::Type type, ulong time) {
+        QKeyEvent event(type, Qt::Key_Return, Qt::NoModifier, 36, 13, 0);
+        event.setTimestamp(time);
+        QCoreApplication::sendEvent(&rig.dialog, &event);
+    };
+    send(QEvent::KeyRelease, 1000);
+    send(QEvent::KeyPress, 1000);
+    QCOMPARE(rig.display->text(), prompt);
+    send(QEvent::KeyRelease, 1500);
+    send(QEvent::KeyPress, 1600);
+    QCOMPARE(rig.display->text(), QStringLiteral("⏎"));
 }
 
 void tst_ShortcutKey::aHeldKeyCountsOnce()
