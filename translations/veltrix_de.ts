@@ -572,6 +572,10 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
         <source>Adds it to your own mappings; others of the same name stay</source>
         <translation>Legt sie zu Ihren eigenen Belegungen; andere mit demselben Namen bleiben</translation>
     </message>
+    <message>
+        <source>The name under which the menu lists it</source>
+        <translation>Der Name, unter dem das Menü sie aufführt</translation>
+    </message>
 </context>
 <context>
     <name>ShortcutKey</name>

@@ -1,5 +1,7 @@
 #include "ui/DevicePicture.h"
 
+#include "app/frame/FittingText.h"
+
 #include <QHelpEvent>
 #include <QToolTip>
 
@@ -46,7 +48,7 @@ bool DevicePicture::event(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip) {
         const auto *help = static_cast<QHelpEvent *>(event);
-        QToolTip::showText(help->globalPos(), toolTipAt(help->pos()), this);
+        QToolTip::showText(help->globalPos(), FittingText::toolTip(toolTipAt(help->pos())), this);
         return true;
     }
     return QLabel::event(event);

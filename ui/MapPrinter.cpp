@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QEvent>
 #include <QFileInfo>
 #include <QPainter>
 #include <QPixmap>
@@ -55,6 +56,35 @@ void setSheet(QWidget &widget, const QString &sheet)
     widget.ensurePolished();
     widget.setStyleSheet(sheet);
 }
+
+/// Ends a dialog, and those that it has opened, when a page is hidden: it has slid away, with the device
+/// gone.
+class GoesWithPage : public QObject
+{
+    Q_DISABLE_COPY_MOVE(GoesWithPage)
+
+public:
+    GoesWithPage(QWidget &page, QDialog &dialog)
+        : m_dialog(dialog)
+    {
+        page.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Hide && !event->spontaneous()) {
+            const QList<QDialog *> inner = m_dialog.findChildren<QDialog *>();
+            for (QDialog *each : inner) {
+                each->reject();
+            }
+            m_dialog.reject();
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QDialog &m_dialog;
+};
 
 // Where the user looks for documents. The folder proposed otherwise is the program's own, with its mappings.
 QString proposedFile()
@@ -113,6 +143,7 @@ bool MapPrinter::askAndPrint(QWidget &page)
     QPrintDialog dialog(&printer, &page);
     dialog.setWindowTitle(QCoreApplication::translate("MapPrinter", "Print ZR Map"));
     setSheet(dialog, dialogStyle);
+    const GoesWithPage ends(page, dialog);
     return dialog.exec() == QDialog::Accepted && print(page, printer);
 }
 

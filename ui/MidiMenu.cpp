@@ -158,7 +158,8 @@ void MidiMenu::connectAll()
     connect(m_ok, &ClickableLabel::clicked, this, &MidiMenu::bn_ok_slot);
     connect(m_ccOnTouch, &QCheckBox::clicked, this, &MidiMenu::checkCC_slot);
     connect(m_noteOnTouch, &QCheckBox::clicked, this, &MidiMenu::checkNote_slot);
-    connect(m_afterTouch, &QCheckBox::clicked, m_fields[AfterTouchValue], &QWidget::setVisible);
+    connect(m_afterTouch, &QCheckBox::clicked, this,
+            [this](bool checked) { m_fields[AfterTouchValue]->setVisible(checked && !m_knob); });
     connect(m_mode7Fh01h, &QCheckBox::clicked, this, &MidiMenu::checkMode7Fh_01h_slot);
     connect(m_mode3Fh41h, &QCheckBox::clicked, this, &MidiMenu::checkMode3fh_41h_slot);
     connect(m_modeAbsolute, &QCheckBox::clicked, this, &MidiMenu::checkMode0_127_slot);

@@ -19,17 +19,27 @@ void NumberField::setValue(int value)
 {
     m_value = value;
     setText(QString::number(value));
-    setStyleSheet(m_style);
+    showValidity(isInRange(value));
+}
+
+bool NumberField::isInRange(int number) const
+{
+    return number >= 0 && number <= m_highest;
+}
+
+void NumberField::showValidity(bool valid)
+{
+    setStyleSheet(valid ? m_style : QString(invalidStyle));
 }
 
 bool NumberField::takeOver()
 {
     bool isNumber = false;
     const int number = text().toInt(&isNumber);
-    const bool valid = isHidden() || (isNumber && number >= 0 && number <= m_highest);
+    const bool valid = isHidden() || (isNumber && isInRange(number));
     if (valid && !isHidden()) {
         m_value = number;
     }
-    setStyleSheet(valid ? m_style : QString(invalidStyle));
+    showValidity(valid);
     return valid;
 }

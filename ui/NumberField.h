@@ -12,6 +12,7 @@ public:
     /// @p style is the field's sheet while what it holds is valid.
     NumberField(int highest, const QString &style, QWidget *parent);
 
+    /// A @p value that is out of the range is taken too, and shown red.
     void setValue(int value);
 
     /// The last valid number.
@@ -22,6 +23,9 @@ public:
     bool takeOver();
 
 private:
+    bool isInRange(int number) const;
+    void showValidity(bool valid);
+
     const QString m_style;
     const int m_highest;
     int m_value = 0;

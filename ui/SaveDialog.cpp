@@ -49,6 +49,7 @@ SaveDialog::SaveDialog(QWidget *parent)
     m_name->setStyleSheet(nameStyle);
     m_name->setFont(textFont(16, 50));
     m_name->setAccessibleName(tr("Name of the mapping"));
+    m_name->setToolTip(tr("The name under which the menu lists it"));
 
     m_cancel =
         addPicture<ClickableLabel>(cancelPicture, {10, 105, 87, 22}, tr("Cancel"), tr("Saves nothing"));

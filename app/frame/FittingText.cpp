@@ -25,6 +25,11 @@ int roomFor(const QAbstractButton &button)
 
 } // namespace
 
+QString FittingText::toolTip(const QString &text)
+{
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
+}
+
 QString FittingText::fit(QWidget *widget, const QString &text, int width, const QString &help,
                          Qt::TextElideMode mode)
 {
@@ -41,11 +46,11 @@ QString FittingText::fit(QWidget *widget, const QString &text, int width, const 
         widget->setFont(font);
         shown = QFontMetrics(font).elidedText(text, mode, width);
     }
-    QString toolTip = help;
+    QString tip = help;
     if (shown != text) {
-        toolTip = help.isEmpty() ? text : text + QLatin1Char('\n') + help;
+        tip = help.isEmpty() ? text : text + QLatin1Char('\n') + help;
     }
-    widget->setToolTip(Qt::mightBeRichText(toolTip) ? Qt::convertFromPlainText(toolTip) : toolTip);
+    widget->setToolTip(toolTip(tip));
     widget->setAccessibleName(text);
     return shown;
 }

@@ -20,6 +20,9 @@ void show(QLabel *label, const QString &text, const QString &help = {},
           Qt::TextElideMode mode = Qt::ElideRight);
 void show(QAbstractButton *button, const QString &text, const QString &help = {});
 
+/// @p text as a tool tip that shows it as it is.
+QString toolTip(const QString &text);
+
 /// For a text that is only part of what the widget shows: returns what of @p text fits into @p width, with
 /// all else done as above.
 QString fit(QWidget *widget, const QString &text, int width, const QString &help = {},

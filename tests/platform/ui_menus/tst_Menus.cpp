@@ -11,9 +11,11 @@
 #include "ui/SaveDialog.h"
 
 #include <QComboBox>
+#include <QDialog>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QProxyStyle>
 #include <QScreen>
 #include <QSignalSpy>
@@ -92,6 +94,7 @@ private Q_SLOTS:
     void aLabelIsCutExactlyWhereItIsSaidNotToFit();
     void thePrintedMapIsDarkOnWhite();
     void aCancelledPrintLeavesThePageUntouched();
+    void thePrintDialogGoesWithItsPage();
     void theMapIsPrintedToAFileByTheDialog();
 
 private:
@@ -405,6 +408,22 @@ void tst_Menus::aCancelledPrintLeavesThePageUntouched()
     QVERIFY(!MapPrinter::askAndPrint(*m_page));
     QCOMPARE(title, QStringLiteral("Print ZR Map"));
     QCOMPARE(m_page->styleSheet(), QStringLiteral("background-color:red"));
+}
+
+void tst_Menus::thePrintDialogGoesWithItsPage()
+{
+    QPointer<QWidget> inner;
+    QTimer::singleShot(0, this, [&] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        QVERIFY(dialog);
+        // Where the name of the file is chosen, say: it has a loop of its own.
+        QTimer::singleShot(0, this, [&] { m_page->hide(); });
+        inner = new QDialog(dialog);
+        static_cast<QDialog *>(inner.data())->exec();
+    });
+    QVERIFY(!MapPrinter::askAndPrint(*m_page));
+    QVERIFY(!QApplication::activeModalWidget());
+    QVERIFY(!m_page->isVisible());
 }
 
 void tst_Menus::theMapIsPrintedToAFileByTheDialog()

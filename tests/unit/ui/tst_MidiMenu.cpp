@@ -88,6 +88,7 @@ private Q_SLOTS:
 
     void aChannelOf16IsRedAndNotSent();
     void aChannelOf15IsAccepted();
+    void aStoredChannelOf16IsRedAtOnce();
     void aTouchValueOf128IsRedAndNotSent();
     void aTouchValueOf127IsAccepted();
     void limits_data();
@@ -105,6 +106,7 @@ private Q_SLOTS:
     void ccAndNoteExcludeEachOther();
     void theTouchNumberStaysWhenItsKindChanges();
     void uncheckingAfterTouchHidesItsValue();
+    void theKnobsAfterTouchValueStaysHidden();
 
     void okReportsOnceMoreAndCloses();
     void okClosesWithAnInvalidFieldToo();
@@ -339,6 +341,24 @@ void tst_MidiMenu::aChannelOf15IsAccepted()
     QCOMPARE(rig.midi.last(), (QVariantList{0, 15, 60, 100, 5, true, true}));
 }
 
+void tst_MidiMenu::aStoredChannelOf16IsRedAtOnce()
+{
+    Rig rig;
+    shortCut record = someRecord();
+    record.channel = 16;
+    rig.dialog.show(0, 13, record);
+    QCOMPARE(rig.channel->text(), QStringLiteral("16"));
+    QCOMPARE(rig.channel->styleSheet(), red);
+    Rig::type(rig.value, QStringLiteral("5"));
+    QCOMPARE(rig.midi.size(), 0);
+    Rig::type(rig.channel, QStringLiteral("3"));
+    QVERIFY(rig.channel->styleSheet() != red);
+    QCOMPARE(rig.midi.last().at(1).toInt(), 3);
+    rig.dialog.hide();
+    rig.dialog.show(0, 13, someRecord());
+    QVERIFY(rig.channel->styleSheet() != red);
+}
+
 void tst_MidiMenu::aTouchValueOf128IsRedAndNotSent()
 {
     Rig rig;
@@ -566,6 +586,17 @@ void tst_MidiMenu::uncheckingAfterTouchHidesItsValue()
     QVERIFY(!rig.afterValue->isVisible());
     rig.box("After Touch")->click();
     QVERIFY(rig.afterValue->isVisible());
+}
+
+void tst_MidiMenu::theKnobsAfterTouchValueStaysHidden()
+{
+    Rig rig;
+    rig.dialog.showKnob(0, 3, someRecord());
+    for (int click = 0; click < 3; ++click) {
+        QVERIFY(!rig.afterValue->isVisible());
+        rig.box("After Touch")->click();
+    }
+    QVERIFY(!rig.afterValue->isVisible());
 }
 
 void tst_MidiMenu::okReportsOnceMoreAndCloses()

@@ -105,6 +105,7 @@ private Q_SLOTS:
     void aKeyThatWasDownAtTheOpeningIsNotRecorded();
     void aRepeatThatTheToolkitTakesForAPressIsNotRecorded();
     void aHeldKeyCountsOnce();
+    void aKeyThatWasDownBeforeIsNotPartOfIt();
     void thePageIsDimmedAndThePromptSetOnShow();
     void aClickElsewhereDoesNothing();
     void aLongShortcutShowsItsEnd();
@@ -442,6 +443,19 @@ void tst_ShortcutKey::aRepeatThatTheToolkitTakesForAPressIsNotRecorded()
     send(QEvent::KeyRelease, 1500);
     send(QEvent::KeyPress, 1600);
     QCOMPARE(rig.display->text(), QStringLiteral("⏎"));
+}
+
+// Return, say, still held from the menu: the system repeats it.
+void tst_ShortcutKey::aKeyThatWasDownBeforeIsNotPartOfIt()
+{
+    Rig rig;
+    rig.dialog.show(0);
+    rig.press(13, Qt::Key_Return, true);
+    rig.press(65, Qt::Key_A);
+    rig.press(13, Qt::Key_Return, true);
+    QCOMPARE(rig.display->text(), QStringLiteral("A"));
+    rig.press(13, Qt::Key_Return); // let go, and pressed anew
+    QCOMPARE(rig.display->text(), QString::fromUtf8("A + \u23ce"));
 }
 
 void tst_ShortcutKey::aHeldKeyCountsOnce()
