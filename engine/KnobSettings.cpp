@@ -3,6 +3,7 @@
 #include "engine/Settings.h"
 
 #include <QString>
+#include <QVariant>
 
 namespace
 {
@@ -17,8 +18,11 @@ int inRange(int value)
 
 void store(Settings &settings, const QString &key, int value)
 {
-    settings.setValue(key, value);
-    settings.write();
+    const QVariant stored = settings.value(key);
+    if (stored.isNull() || stored.toInt() != value) {
+        settings.setValue(key, value);
+        settings.write();
+    }
 }
 
 } // namespace

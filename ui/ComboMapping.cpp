@@ -1,5 +1,6 @@
 #include "ui/ComboMapping.h"
 
+#include "app/frame/FittingText.h"
 #include "app/frame/Look.h"
 #include "ui/SaveDialog.h"
 #include "ui/UiLog.h"
@@ -146,7 +147,7 @@ void ComboMapping::fill(Kind kind)
         QString title = metrics.elidedText(map->name, Qt::ElideRight, widestName);
         title.replace(QLatin1Char('&'), QLatin1String("&&")); // a name, no mnemonic
         QMenu *mapping = list.addMenu(title);
-        mapping->menuAction()->setToolTip(map->name);
+        mapping->menuAction()->setToolTip(FittingText::toolTip(map->name));
         // Not before it is needed: most of a thousand are never opened.
         connect(mapping, &QMenu::aboutToShow, this, [this, mapping] { applyStyle(*mapping); });
         addAction(*mapping, setText, kind, index);

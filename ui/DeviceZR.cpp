@@ -55,6 +55,7 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
     m_indicators = new DeviceIndicators(this);
     connectIndicators();
     connectDevice(serial);
+    showSensitivity();
     followMappings();
     orderFocus();
     m_parts.mappings->load([this] { return ComboMenuSettings::readAll(*m_parts.settings); });
@@ -132,10 +133,15 @@ void DeviceZR::buildSliders()
     };
     m_normal = add({362, 527, 176, 16}, 50, tr("Knob sensitivity"));
     m_shift1 = add({362, 568, 176, 16}, 70, tr("Knob sensitivity in Shift 1"));
-    m_normal->setValue(m_parts.knobSettings->sensitivityNormal());
-    m_shift1->setValue(m_parts.knobSettings->sensitivityShift1());
     connect(m_normal, &QSlider::valueChanged, this, &DeviceZR::setKnobSensitivityNormal);
     connect(m_shift1, &QSlider::valueChanged, this, &DeviceZR::setKnobSensitivityShift1);
+}
+
+// The sliders are followed already: a first start stores what they then show.
+void DeviceZR::showSensitivity()
+{
+    m_normal->setValue(m_parts.knobSettings->sensitivityNormal());
+    m_shift1->setValue(m_parts.knobSettings->sensitivityShift1());
 }
 
 void DeviceZR::connectDevice(SerialProtocol *serial)

@@ -87,6 +87,7 @@ private:
     void followMappings();
     void buildStartupBox();
     void buildSliders();
+    void showSensitivity();
     void connectDevice(SerialProtocol *serial);
     void connectIndicators();
     void orderFocus();

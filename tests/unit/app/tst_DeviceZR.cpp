@@ -33,6 +33,7 @@ private Q_SLOTS:
     void marksFollowTheDevice();
     void marksOfAHiddenPageAreRightWhenItIsShown();
     void withoutStoredSlidersBothStandAtOne();
+    void aFirstStartStoresWhatTheSlidersShow();
     void movedSliderIsStoredAndReadAgain();
     void slowEndIsAtTheLeft();
     void printerButtonIsNotDimmedAtRest();
@@ -259,6 +260,13 @@ void tst_DeviceZR::withoutStoredSlidersBothStandAtOne()
     const auto sliders = m_page->findChildren<QSlider *>();
     QCOMPARE(sliders.at(0)->value(), 1);
     QCOMPARE(sliders.at(1)->value(), 1);
+}
+
+void tst_DeviceZR::aFirstStartStoresWhatTheSlidersShow()
+{
+    makePage();
+    QCOMPARE(m_rig->engine.stored.value(QStringLiteral("Slider.Normal")), QVariant(1));
+    QCOMPARE(m_rig->engine.stored.value(QStringLiteral("Slider.Shift1")), QVariant(1));
 }
 
 void tst_DeviceZR::movedSliderIsStoredAndReadAgain()
