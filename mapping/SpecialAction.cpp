@@ -1,48 +1,29 @@
 #include "mapping/SpecialAction.h"
 
-#include <array>
+#include <vector>
 
 namespace
 {
 
 struct Entry {
     SpecialAction action;
-    QString name; // the blanks inside the arrow names belong to the names
+    QString name;
 };
 
-// In search order: the first name found in a text decides.
-const std::array<Entry, 10> &specialActions()
+// Their texts made once: a library of a hundred mappings asks some three thousand times.
+const std::vector<Entry> &specialActions()
 {
-    static const std::array<Entry, 10> table{{
-        {SpecialAction::Circular, QStringLiteral("circular")},
-        {SpecialAction::Vertical, QStringLiteral("vertical")},
-        {SpecialAction::Horizontal, QStringLiteral("horizontal")},
-        {SpecialAction::MonitorLeft, QStringLiteral("monitor left")},
-        {SpecialAction::MonitorRight, QStringLiteral("monitor right")},
-        {SpecialAction::UpDownKeys, QStringLiteral(" \u2193  \u2191 Key")},
-        {SpecialAction::LeftRightKeys, QStringLiteral("\u2190 \u2192 Key")},
-        {SpecialAction::Shift1, QStringLiteral("shift 1")},
-        {SpecialAction::Shift2, QStringLiteral("shift 2")},
-        {SpecialAction::Midi, QStringLiteral("midi")},
-    }};
+    static const std::vector<Entry> table = [] {
+        std::vector<Entry> entries;
+        for (const auto &each : specialActionNames) {
+            entries.push_back({each.action, QString::fromUtf8(each.name)});
+        }
+        return entries;
+    }();
     return table;
 }
 
 } // namespace
-
-ActionKind actionKind(const shortCut &action)
-{
-    switch (action.key1) {
-    case SPECIAL_ACTION:
-        return ActionKind::Special;
-    case MIDI_KNOB_ACTION:
-        return ActionKind::MidiKnob;
-    case MIDI_BUTTON_ACTION:
-        return ActionKind::MidiButton;
-    default:
-        return ActionKind::Shortcut;
-    }
-}
 
 SpecialAction specialAction(const shortCut &action)
 {

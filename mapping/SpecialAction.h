@@ -28,6 +28,24 @@ enum class SpecialAction : qint32 {
     Midi = 11,
 };
 
+/// What a mapping file calls them, in the order in which a text is searched: the first name found decides.
+/// The blanks inside the arrows' names belong to the names.
+constexpr struct {
+    SpecialAction action;
+    const char *name; // UTF-8
+} specialActionNames[] = {
+    {SpecialAction::Circular, "circular"},
+    {SpecialAction::Vertical, "vertical"},
+    {SpecialAction::Horizontal, "horizontal"},
+    {SpecialAction::MonitorLeft, "monitor left"},
+    {SpecialAction::MonitorRight, "monitor right"},
+    {SpecialAction::UpDownKeys, " \u2193  \u2191 Key"},
+    {SpecialAction::LeftRightKeys, "\u2190 \u2192 Key"},
+    {SpecialAction::Shift1, "shift 1"},
+    {SpecialAction::Shift2, "shift 2"},
+    {SpecialAction::Midi, "midi"},
+};
+
 enum class ActionKind {
     Shortcut,   ///< `key1` to `key3` are virtual-key codes
     Special,    ///< `key2` holds a SpecialAction
@@ -36,7 +54,19 @@ enum class ActionKind {
 };
 
 /// What @p action is, as its `key1` tells.
-ActionKind actionKind(const shortCut &action);
+inline ActionKind actionKind(const shortCut &action)
+{
+    switch (action.key1) {
+    case SPECIAL_ACTION:
+        return ActionKind::Special;
+    case MIDI_KNOB_ACTION:
+        return ActionKind::MidiKnob;
+    case MIDI_BUTTON_ACTION:
+        return ActionKind::MidiButton;
+    default:
+        return ActionKind::Shortcut;
+    }
+}
 
 /// What a special action does; Empty for a code that has no name, and for every other kind.
 SpecialAction specialAction(const shortCut &action);

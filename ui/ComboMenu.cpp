@@ -31,6 +31,27 @@ bool says(const QString &text, const char *words)
     return text.contains(QLatin1String(words), Qt::CaseInsensitive);
 }
 
+// What a button sends, with the values of its dialog.
+shortCut withMidi(shortCut record, int ch, int cc, int v_on, int v_off, bool note, bool v_off_enable)
+{
+    record.channel = ch;
+    record.cc = cc;
+    record.v_on = v_on;
+    record.v_off = v_off;
+    record.note = note;
+    record.v_off_enable = v_off_enable;
+    return record;
+}
+
+shortCut marked(shortCut record, ActionMarker kind, const QString &label)
+{
+    record.key1 = kind;
+    record.key2 = static_cast<int>(SpecialAction::Midi);
+    record.key3 = 0;
+    record.label = label;
+    return record;
+}
+
 } // namespace
 
 ComboMenu::ComboMenu(int id, QObject *deviceLink, QWidget *parent, Settings &settings)
@@ -247,18 +268,8 @@ void ComboMenu::loadShorcut(int type, int key1, int key2, int key3, const QStrin
 void ComboMenu::loadMidi(int type, int ch, int cc, int v_on, int v_off, bool note, bool v_off_enable)
 {
     qCDebug(lcUi) << "New MIDI:" << type << ch << cc << v_on << v_off << note << v_off_enable;
-    shortCut record = recordOf(type);
-    record.key1 = MIDI_BUTTON_ACTION;
-    record.key2 = static_cast<int>(SpecialAction::Midi);
-    record.key3 = 0;
-    record.label = QStringLiteral("Midi");
-    record.channel = ch;
-    record.cc = cc;
-    record.v_on = v_on;
-    record.v_off = v_off;
-    record.note = note;
-    record.v_off_enable = v_off_enable;
-    getShorcut(type, record);
+    const shortCut record = withMidi(recordOf(type), ch, cc, v_on, v_off, note, v_off_enable);
+    getShorcut(type, marked(record, MIDI_BUTTON_ACTION, QStringLiteral("Midi")));
 }
 
 void ComboMenu::loadMidiKnob(int type, int ch, int cc, int v_on, int v_off, bool note, bool v_off_enable,
@@ -266,20 +277,10 @@ void ComboMenu::loadMidiKnob(int type, int ch, int cc, int v_on, int v_off, bool
 {
     qCDebug(lcUi) << "New MIDI for Knob:" << type << ch << cc << v_on << v_off << note << v_off_enable
                   << knobcc << m01h << m3fh << m0_127;
-    shortCut record = recordOf(type);
-    record.key1 = MIDI_KNOB_ACTION;
-    record.key2 = static_cast<int>(SpecialAction::Midi);
-    record.key3 = 0;
-    record.label = QStringLiteral("Midi for Knob");
-    record.channel = ch;
-    record.cc = cc;
-    record.v_on = v_on;
-    record.v_off = v_off;
-    record.note = note;
-    record.v_off_enable = v_off_enable;
+    shortCut record = withMidi(recordOf(type), ch, cc, v_on, v_off, note, v_off_enable);
     record.knobcc = knobcc;
     record.m01h = m01h;
     record.m3fh = m3fh;
     record.m0_127 = m0_127;
-    getShorcut(type, record);
+    getShorcut(type, marked(record, MIDI_KNOB_ACTION, QStringLiteral("Midi for Knob")));
 }

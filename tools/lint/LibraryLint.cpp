@@ -37,6 +37,9 @@ QString whatIsWrongWithTheKeys(const shortCut &action)
                    ? QString()
                    : QStringLiteral("has a MIDI value out of range");
     }
+    if (actionKind(action) != ActionKind::Shortcut) {
+        return {};
+    }
     const auto isKey = [](int key) { return key > 0 && key < 255; };
     const auto isKeyOrNone = [&isKey](int key) { return key == -1 || isKey(key); };
     return isKey(action.key1) && isKeyOrNone(action.key2) && isKeyOrNone(action.key3)
