@@ -45,11 +45,13 @@ void releaseHeld(const HeldInput &held)
         XTestFakeButtonEvent(display, Button1, False, CurrentTime);
     }
     XSync(display, False);
+    XGrabServer(display); // nobody replaces the layout between the look and the change
     for (unsigned keycode = 0; keycode < 256; ++keycode) {
         if (const quint32 keysym = held.spare(quint8(keycode))) {
             emptySpare(display, KeyCode(keycode), keysym);
         }
     }
+    XUngrabServer(display);
     XSync(display, False);
 }
 

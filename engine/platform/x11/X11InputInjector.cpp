@@ -10,10 +10,16 @@ X11InputInjector::X11InputInjector(std::shared_ptr<X11Connection> connection, He
 
 X11InputInjector::~X11InputInjector()
 {
-    // Not what somebody else has put there since.
-    m_presser.want({});
-    m_keyboard.notice();
-    m_presser.restore();
+    QVector<X11Keyboard::Borrowed> borrowed;
+    for (int keycode = 0; keycode < 256; ++keycode) {
+        if (const quint32 keysym = m_held.spare(quint8(keycode))) {
+            borrowed.append({quint8(keycode), keysym});
+        }
+    }
+    m_keyboard.giveBack(borrowed);
+    for (const X11Keyboard::Borrowed &each : qAsConst(borrowed)) {
+        m_held.setSpare(each.keycode, 0);
+    }
 }
 
 void X11InputInjector::prepareKeys(const QVector<quint16> &virtualKeys)
@@ -36,13 +42,6 @@ void X11InputInjector::takeMap()
     if (!map) {
         return; // what is known is more than nothing
     }
-    // What has been thrown out with the old layout needs no tidying up any more.
-    for (int keycode = 0; keycode < 256; ++keycode) {
-        const quint32 keysym = m_held.spare(quint8(keycode));
-        if (keysym != 0 && !map->types(quint8(keycode), keysym)) {
-            m_held.setSpare(quint8(keycode), 0);
-        }
-    }
     m_presser.setMap(*map);
 }
 
@@ -62,15 +61,16 @@ void X11InputInjector::latchModifiers(quint8 modifiers)
     m_keyboard.latchModifiers(modifiers);
 }
 
+// A keycode that was ever borrowed stays noted, whatever a map says meanwhile: maps are read while others
+// replace them. Giving it back looks at what it carries then.
 void X11InputInjector::assign(quint8 keycode, quint32 keysym, quint32 shifted)
 {
-    if (keysym != 0) {
-        m_held.setSpare(keycode, keysym);
+    const quint32 before = m_held.spare(keycode);
+    if (before != 0 && before != keysym) {
+        m_keyboard.assign(keycode, 0, 0); // at no moment does it carry what is not noted
     }
+    m_held.setSpare(keycode, keysym);
     m_keyboard.assign(keycode, keysym, shifted);
-    if (keysym == 0) {
-        m_held.setSpare(keycode, 0);
-    }
 }
 
 void X11InputInjector::sendLeftButton(bool down)

@@ -100,6 +100,27 @@ void X11Keyboard::assign(quint8 keycode, quint32 keysym, quint32 shifted)
     m_connection->flush();
 }
 
+void X11Keyboard::giveBack(const QVector<Borrowed> &borrowed)
+{
+    if (borrowed.isEmpty() || m_connection->isLost()) {
+        return;
+    }
+    Display *display = m_connection->display();
+    XGrabServer(display);
+    for (const Borrowed &each : borrowed) {
+        int width = 0;
+        KeySym *symbols = XGetKeyboardMapping(display, each.keycode, 1, &width);
+        if (symbols && width > 0 && symbols[0] == each.keysym) {
+            assign(each.keycode, 0, 0);
+        }
+        if (symbols) {
+            XFree(symbols);
+        }
+    }
+    XUngrabServer(display);
+    XSync(display, False);
+}
+
 std::optional<KeyboardMap> X11Keyboard::readMap() const
 {
     const X11Layout layout = X11Layout::read(*m_connection, m_device);

@@ -4,6 +4,7 @@
 #include "engine/platform/xkb/KeyboardMap.h"
 
 #include <QSocketNotifier>
+#include <QVector>
 
 #include <functional>
 #include <memory>
@@ -30,6 +31,16 @@ public:
 
     /// Puts symbols on a keycode, without and with Shift; both 0 empties it.
     void assign(quint8 keycode, quint32 keysym, quint32 shifted);
+
+    /// A keycode that was free, and the symbol that was put on it.
+    struct Borrowed {
+        quint8 keycode;
+        quint32 keysym;
+    };
+
+    /// Empties those keycodes that still carry the symbol, and waits until that is done. Nobody can change
+    /// the layout in between.
+    void giveBack(const QVector<Borrowed> &borrowed);
 
     /// Looks for news of the layout that have arrived; no round trip to the server.
     void notice();

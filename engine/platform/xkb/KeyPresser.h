@@ -45,9 +45,6 @@ public:
     /// Presses or releases a key. A code that the layout has no key for is logged once and skipped.
     void sendKey(quint16 virtualKey, bool down);
 
-    /// Empties every keycode that symbols were put on.
-    void restore() { m_translator.restore(); }
-
 private:
     /// A modifier that strokes need besides their key.
     struct HeldModifier {

@@ -96,12 +96,3 @@ bool KeyTranslator::isWanted(quint32 keysym) const
         return symbols.keysym == keysym || symbols.alternative == keysym;
     });
 }
-
-void KeyTranslator::restore()
-{
-    for (const Spare &spare : qAsConst(m_spares)) {
-        m_assign(spare.keycode, 0, 0);
-    }
-    m_spares.clear();
-    m_known.clear();
-}

@@ -24,7 +24,7 @@ public:
     };
     using Held = std::bitset<256>;
 
-    /// Puts symbols on a keycode: without and with Shift. Both 0 empties it.
+    /// Puts symbols on a keycode: without and with Shift.
     using Assign = std::function<void(quint8 keycode, quint32 keysym, quint32 shifted)>;
 
     /// @p held are the keycodes whose meaning must not change now; it must outlive this object.
@@ -41,9 +41,6 @@ public:
 
     quint8 modifierKey(int bit) const { return m_map.modifierKey(bit); }
     quint8 numLockMask() const { return m_map.numLockMask(); }
-
-    /// Empties every keycode that this object has put a symbol on.
-    void restore();
 
 private:
     struct Spare {

@@ -45,7 +45,6 @@ private Q_SLOTS:
     void makeshiftIsGivenUpWhenRoomIsFound();
     void ownSymbolsInTheNewLayoutAreNotPutThereAgain();
     void unknownCodeHasNoStroke();
-    void restoreEmptiesWhatWasUsed();
 
 private:
     KeyboardMap layout(int spares) const;
@@ -209,15 +208,6 @@ void tst_KeyTranslator::unknownCodeHasNoStroke()
         QCOMPARE(m_translator->strokeFor(code).keycode, quint8(0));
     }
     QVERIFY(m_assigned.isEmpty());
-}
-
-void tst_KeyTranslator::restoreEmptiesWhatWasUsed()
-{
-    m_translator->setMap(layout(3));
-    m_translator->want({vkF13, vkF14});
-    m_assigned.clear();
-    m_translator->restore();
-    QCOMPARE(m_assigned, (QStringList{QStringLiteral("200:0"), QStringLiteral("201:0")}));
 }
 
 QTEST_APPLESS_MAIN(tst_KeyTranslator)
