@@ -15,9 +15,11 @@ xkb_keymap *readKeymap(Display *display, unsigned device)
         device == XkbUseCoreKbd ? xkb_x11_get_core_keyboard_device_id(connection) : int32_t(device);
     xkb_context *context = xkb_context_new(
         xkb_context_flags(XKB_CONTEXT_NO_DEFAULT_INCLUDES | XKB_CONTEXT_NO_ENVIRONMENT_NAMES));
-    xkb_keymap *keymap =
-        id < 0 ? nullptr
-               : xkb_x11_keymap_new_from_device(context, connection, id, XKB_KEYMAP_COMPILE_NO_FLAGS);
+    // It takes several requests, and fails when somebody replaces the layout between them.
+    xkb_keymap *keymap = nullptr;
+    for (int attempt = 0; attempt < 3 && id >= 0 && !keymap; ++attempt) {
+        keymap = xkb_x11_keymap_new_from_device(context, connection, id, XKB_KEYMAP_COMPILE_NO_FLAGS);
+    }
     xkb_context_unref(context);
     return keymap;
 }
