@@ -6,13 +6,22 @@
 namespace
 {
 
+constexpr QColor white(255, 255, 255, 222);
 constexpr qreal thickness = 2;
 constexpr qreal radius = 4;
+
+void drawRing(QPainter &painter, const QRectF &around, const QColor &colour)
+{
+    constexpr qreal inset = thickness / 2;
+    painter.setPen(QPen(colour, thickness));
+    painter.drawRoundedRect(around.adjusted(inset, inset, -inset, -inset), radius, radius);
+}
 
 } // namespace
 
 FocusFrame::FocusFrame(QWidget *button)
     : QWidget(button)
+    , m_colour(white)
 {
     setObjectName(QStringLiteral("focus"));
     setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -52,7 +61,10 @@ void FocusFrame::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(m_colour, thickness));
-    constexpr qreal inset = thickness / 2;
-    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
+    const QRectF all(rect());
+    if (m_colour != white) {
+        // Within a coloured ring a white one, or the frame would not be seen on a button of that colour.
+        drawRing(painter, all.adjusted(thickness, thickness, -thickness, -thickness), white);
+    }
+    drawRing(painter, all, m_colour);
 }

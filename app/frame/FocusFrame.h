@@ -4,8 +4,8 @@
 #include <QWidget>
 
 /// The frame round what the keyboard has moved the focus to: white, unless a style sheet sets another colour
-/// ("FocusFrame { qproperty-colour: ... }"). It does not show for a focus that the
-/// mouse or the window's activation has brought, but comes back with the window.
+/// ("FocusFrame { qproperty-colour: ... }"), which then has a white one within. It does not show for a focus
+/// that the mouse or the window's activation has brought, but comes back with the window.
 class FocusFrame : public QWidget
 {
     Q_OBJECT
@@ -21,6 +21,6 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    QColor m_colour{255, 255, 255, 222};
+    QColor m_colour;
     bool m_byKeyboard = false;
 };

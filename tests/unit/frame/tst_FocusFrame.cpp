@@ -17,6 +17,7 @@ private Q_SLOTS:
     void comesBackWithTheWindow();
     void liesOverAllOfTheButton();
     void isOfTheColourThatASheetSets();
+    void isSeenOnAButtonOfItsColour();
 
 private:
     QColor corner() const { return m_button->grab().toImage().pixelColor(m_button->width() / 2, 0); }
@@ -89,6 +90,17 @@ void tst_FocusFrame::isOfTheColourThatASheetSets()
                                            "FocusFrame { qproperty-colour: @accent; }"));
     m_button->setFocus(Qt::TabFocusReason);
     QCOMPARE(corner(), Look::accent);
+}
+
+// The OK of a dialog, say.
+void tst_FocusFrame::isSeenOnAButtonOfItsColour()
+{
+    m_window->setStyleSheet(Look::accented("QWidget { background-color: @accent } "
+                                           "FocusFrame { qproperty-colour: @accent; }"));
+    m_button->setFocus(Qt::TabFocusReason);
+    const QImage drawn = m_button->grab().toImage();
+    QVERIFY(drawn.pixelColor(m_button->width() / 2, 3).red() > 200); // white, more or less
+    QCOMPARE(drawn.pixelColor(m_button->width() / 2, 6), drawn.pixelColor(m_button->rect().center()));
 }
 
 QTEST_MAIN(tst_FocusFrame)
