@@ -104,9 +104,6 @@ bool ShortcutKey::focusNextPrevChild(bool)
 
 void ShortcutKey::keyPressEvent(QKeyEvent *event)
 {
-    if (event->isAutoRepeat()) {
-        return; // of a key that is in the list, or that was down already when the dialog came
-    }
     const quint32 native = event->nativeVirtualKey();
     const quint32 scan = event->nativeScanCode();
     const quint32 key = scan != 0 ? scan : native;
