@@ -31,6 +31,7 @@ public:
     KnobSettings &knobSettings() { return m_knobSettings; }
     LaunchOnStartup &launchOnStartup() { return m_launchOnStartup; }
     EventDispatcher &dispatcher() { return m_dispatcher; }
+    Clock &clock() { return m_clock; }
 
     /// The MIDI output in use, or "Not Available".
     const QString &midiPortName() const { return m_midiPortName; }

@@ -6,6 +6,7 @@
 #include "app/frame/SlidingStackedWidget.h"
 #include "app/frame/WelcomeWindow.h"
 #include "device/SerialProtocol.h"
+#include "engine/Clock.h"
 #include "game/GameView.h"
 #include "net/ZRUpdater.h"
 #include "ui/DeviceZR.h"
@@ -17,7 +18,6 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QScreen>
-#include <QTimer>
 #include <QToolTip>
 
 namespace
@@ -38,8 +38,9 @@ const QLatin1String closeButtonStyle(
 } // namespace
 
 ZRMainWindow::ZRMainWindow(std::unique_ptr<SerialProtocol> serial, const DevicePageFactory &devicePage,
-                           ZRUpdater *updater)
-    : m_serial(std::move(serial))
+                           ZRUpdater *updater, Clock &clock)
+    : m_clock(clock)
+    , m_serial(std::move(serial))
 {
     AppFonts::load();
     // A tool tip takes its ground from the sheet of the page that it belongs to, and its text from here.
@@ -124,7 +125,7 @@ void ZRMainWindow::displayControlPanel(const QString &deviceName)
 // Not taken back when the name changes meanwhile, on purpose.
 void ZRMainWindow::slideLater(int page)
 {
-    QTimer::singleShot(slideDelay, this, [this, page] {
+    m_clock.singleShot(slideDelay, this, [this, page] {
         if (page == GamePage) {
             m_gameView->setRunning(true);
             m_gameView->setFocus();

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 
+class Clock;
 class DeviceZR;
 class GameView;
 class SerialProtocol;
@@ -29,9 +30,9 @@ public:
 
     static constexpr int slideDelay = 1000; ///< ms; lets the user see the welcome page's indicator change
 
-    /// @p updater may be null; it must outlive the window.
+    /// @p updater may be null. It and @p clock must outlive the window.
     ZRMainWindow(std::unique_ptr<SerialProtocol> serial, const DevicePageFactory &devicePage,
-                 ZRUpdater *updater);
+                 ZRUpdater *updater, Clock &clock);
     ~ZRMainWindow() override;
 
     DeviceZR *devicePage() const { return m_devicePage; }
@@ -52,6 +53,7 @@ private:
     void addTrayIcon();
     void slideLater(int page);
 
+    Clock &m_clock;
     std::unique_ptr<SerialProtocol> m_serial;
     QString m_deviceName;
     SlidingStackedWidget *m_stack;

@@ -72,7 +72,7 @@ int main(int argc, char *argv[])
                                  &core.launchOnStartup(), &mapUpdate, pageUpdater, platform.desktop.get(),
                                  core.midiPortName()});
         },
-        updater);
+        updater, core.clock());
     updateDialog.setWindow(&window);
     QObject::connect(&application, &SingleApplication::showUp, &window, &ZRMainWindow::showOnFront);
     if (show) {

@@ -19,14 +19,16 @@ if(VELTRIX_SANITIZERS)
         "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/leaks.supp:print_suppressions=0")
 endif()
 
-# veltrix_add_test(NAME SOURCES... LINK libraries... [LABEL unit|platform|e2e|fuzz|bench] [TIMEOUT seconds]
+# veltrix_add_test(NAME SOURCES... LINK libraries... [LABEL unit|platform|e2e] [SERVERS] [TIMEOUT seconds]
 #                  [DEFINITIONS NAME=VALUE...] [ENVIRONMENT NAME=VALUE...])
 #   A Qt Test class with its main function, in NAME.cpp, registered with CTest. The tests of a folder are one program,
 #   named after the folder; each runs as a process of its own ("PROGRAM NAME" runs it by hand) and keeps its main
 #   function, which the build calls run_NAME. The target NAME builds what the test needs, tests_LABEL what all need that
-#   have the label. Unit tests run without a display: they get the offscreen platform.
+#   have the label. Unit tests run without a display: they get the offscreen platform. SERVERS is for tests that start
+#   real servers (X, JACK, a web server, Wine); they have that label too, and those alone may be run once more after a
+#   failure, because a machine that is busy with something else can keep such a server waiting.
 function(veltrix_add_test name)
-    cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LINK;DEFINITIONS;ENVIRONMENT" ${ARGN})
+    cmake_parse_arguments(ARG "SERVERS" "LABEL;TIMEOUT" "SOURCES;LINK;DEFINITIONS;ENVIRONMENT" ${ARGN})
     if(NOT ARG_LABEL)
         set(ARG_LABEL unit)
     endif()
@@ -62,12 +64,16 @@ function(veltrix_add_test name)
 
     add_test(NAME ${name} COMMAND ${program} ${name})
     set(environment ${ARG_ENVIRONMENT})
+    set(labels ${ARG_LABEL})
+    if(ARG_SERVERS)
+        list(APPEND labels servers)
+    endif()
     if(ARG_LABEL STREQUAL "unit")
         list(APPEND environment "QT_QPA_PLATFORM=offscreen" "DISPLAY=" "QT_FATAL_WARNINGS=0")
     endif()
     list(APPEND environment ${VELTRIX_TEST_ENVIRONMENT})
     set_tests_properties(${name} PROPERTIES
-        LABELS "${ARG_LABEL}" TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "${environment}")
+        LABELS "${labels}" TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "${environment}")
 endfunction()
 
 # veltrix_add_test_at_scale_2(NAME): NAME_2x is the same test on a screen with twice the pixels.

@@ -3,6 +3,7 @@
 #include "tools/simulator/posix/PublishedLink.h"
 
 #include <QFileInfo>
+#include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -27,6 +28,7 @@ private Q_SLOTS:
     void bytesArriveUnchangedThroughTheLink();
     void theTerminalIsForThisUserOnly();
     void openingAndClosingIsNoticed();
+    void aTerminalOfTheSamePathInAnotherFileSystemIsNotOurs();
     void whatIsSentWhileNobodyListensIsLost();
     void aProgramKilledInExclusiveModeDoesNotBlockTheNext();
     void aStalledProgramLosesNothingUntilTheLimit();
@@ -117,6 +119,23 @@ void tst_PtyPort::openingAndClosingIsNoticed()
     ::close(program);
     QTRY_COMPARE(opened.count(), 2);
     QVERIFY(!m_port->isOpened());
+}
+
+void tst_PtyPort::aTerminalOfTheSamePathInAnotherFileSystemIsNotOurs()
+{
+    QProcess container;
+    container.start(QStringLiteral("unshare"), {QStringLiteral("--map-root-user"), QStringLiteral("--mount"),
+                                                QStringLiteral(HOLD_TERMINAL), m_port->slavePath()});
+    QVERIFY2(container.waitForReadyRead(20000), container.readAllStandardError().constData());
+    QCOMPARE(container.readLine(), QByteArray("ready\n"));
+
+    QSignalSpy opened(m_port.get(), &PtyPort::openedChanged);
+    const int program = open();
+    QTRY_COMPARE(opened.count(), 1);
+    ::close(program);
+    QTRY_VERIFY(!m_port->isOpened());
+    container.closeWriteChannel();
+    QVERIFY(container.waitForFinished(5000));
 }
 
 void tst_PtyPort::whatIsSentWhileNobodyListensIsLost()

@@ -42,6 +42,7 @@ private Q_SLOTS:
 
 private:
     SlidingStackedWidget *stack() const { return m_window->findChild<SlidingStackedWidget *>(); }
+    ManualClock &clock() const { return m_rig->engine.clock; }
     GameView *game() const { return m_window->findChild<GameView *>(); }
     QString indicator() const
     {
@@ -63,7 +64,8 @@ void tst_ZRMainWindow::init()
         [this](QWidget *parent, SerialProtocol *link, ZRUpdater *updater) {
             return m_rig->makePage(parent, link, updater);
         },
-        nullptr);
+        nullptr, clock());
+    stack()->setSpeed(10);
     m_window->show();
 }
 
@@ -101,7 +103,7 @@ void tst_ZRMainWindow::closeButtonOnlyHides()
     auto *button = m_window->findChild<QPushButton *>(QString(), Qt::FindDirectChildrenOnly);
     QTest::mouseClick(button, Qt::LeftButton);
     QVERIFY(m_window->isHidden());
-    QTest::qWait(50);
+    QTest::qWait(0);
     QCOMPARE(quits.size(), 0);
 }
 
@@ -178,8 +180,10 @@ void tst_ZRMainWindow::aDialogClosedWhileTheWindowIsHiddenDoesNotQuit()
     ZRDialog message(QStringLiteral("Text"), QStringLiteral("OK"), QString(), m_window.get());
     m_window->hide();
     message.show();
-    QTimer::singleShot(0, &message, &QWidget::close);
-    QTimer::singleShot(300, qApp, [] { QCoreApplication::exit(7); });
+    QTimer::singleShot(0, &message, [&message] {
+        message.close(); // what this posts comes before the next timer
+        QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(7); });
+    });
     QCOMPARE(QApplication::exec(), 7);
     QVERIFY(message.isHidden());
 }
@@ -189,18 +193,21 @@ void tst_ZRMainWindow::deviceTurnsTheIndicatorAtOnceAndThePageASecondLater()
     QTest::ignoreMessage(QtInfoMsg, "Set sliding index ZR");
     Q_EMIT m_serial->portChange(QStringLiteral("ZR"));
     QVERIFY(indicator().contains(QLatin1String("square-c")));
-    QTest::qWait(850);
+    clock().advance(999);
     QVERIFY(!stack()->isSliding());
+    clock().advance(1);
+    QVERIFY(stack()->isSliding());
     QTRY_COMPARE_WITH_TIMEOUT(stack()->currentIndex(), 1, 2000);
 }
 
 void tst_ZRMainWindow::unpluggedWithinTheSecondTheSlideStillComes()
 {
     Q_EMIT m_serial->portChange(QStringLiteral("ZR"));
-    QTest::qWait(300);
+    clock().advance(300);
     Q_EMIT m_serial->portChange(QString());
     QVERIFY(!indicator().contains(QLatin1String("square-c")));
     QCOMPARE(stack()->currentIndex(), 0);
+    clock().advance(700);
     QTRY_COMPARE_WITH_TIMEOUT(stack()->currentIndex(), 1, 3000);
 }
 
@@ -215,8 +222,10 @@ void tst_ZRMainWindow::chordCallsTheGameAndBack()
     for (const int button : {4, 5, 6}) {
         Q_EMIT m_serial->onButtonpress(button, true);
     }
+    clock().advance(999);
     QVERIFY(!game()->isRunning());
-    QTRY_VERIFY_WITH_TIMEOUT(game()->isRunning(), 2000);
+    clock().advance(1);
+    QVERIFY(game()->isRunning());
     QTRY_COMPARE_WITH_TIMEOUT(stack()->currentIndex(), 2, 2000);
 
     Q_EMIT m_serial->onKnobevent('L');
@@ -229,6 +238,7 @@ void tst_ZRMainWindow::chordCallsTheGameAndBack()
     }
     Q_EMIT m_serial->onButtonpress(5, true);
     QVERIFY(!game()->isRunning());
+    clock().advance(1000);
     QTRY_COMPARE_WITH_TIMEOUT(stack()->currentIndex(), 1, 3000);
 }
 
@@ -245,7 +255,8 @@ void tst_ZRMainWindow::unknownNameIsIgnoredButStopsTheGame()
     QTest::ignoreMessage(QtInfoMsg, "Set sliding index XY");
     m_window->displayControlPanel(QStringLiteral("XY"));
     QVERIFY(!game()->isRunning());
-    QTest::qWait(1200);
+    clock().advance(1200);
+    QVERIFY(!stack()->isSliding());
     QCOMPARE(stack()->currentIndex(), 0);
 }
 

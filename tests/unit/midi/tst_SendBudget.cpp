@@ -1,4 +1,5 @@
 #include "midi/SendBudget.h"
+#include "tests/support/random/Seeds.h"
 
 #include <QRandomGenerator>
 #include <QtTest>
@@ -52,10 +53,12 @@ private Q_SLOTS:
 
     // A queue beside a server whose clients take their turns in either order within a cycle, and which stalls
     // at times.
+    void theQueueNeverHoldsMoreThanTheLimit_data() { addSeeds({20240917}); }
     void theQueueNeverHoldsMoreThanTheLimit()
     {
+        QFETCH(quint32, seed);
         constexpr std::size_t limit = 70;
-        QRandomGenerator random(20240917);
+        QRandomGenerator random(seed);
         SendBudget budget(limit);
         std::size_t queued = 0;
         std::size_t highest = 0;

@@ -41,9 +41,14 @@ bool makeRaw(int terminal)
     return ::tcsetattr(terminal, TCSANOW, &settings) == 0;
 }
 
-/// Whether another process of this user has @p path open.
-bool isOpenElsewhere(const QString &path)
+/// Whether another process of this user has the file behind @p descriptor open. By device and inode: another
+/// file system of pseudo-terminals, a container's, has files of the same path.
+bool isOpenElsewhere(int descriptor)
 {
+    struct stat own = {};
+    if (::fstat(descriptor, &own) != 0) {
+        return false;
+    }
     const QString self = QString::number(::getpid());
     const QStringList processes = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
     for (const QString &process : processes) {
@@ -54,7 +59,9 @@ bool isOpenElsewhere(const QString &path)
         const QStringList names =
             descriptors.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
         for (const QString &name : names) {
-            if (QFile::symLinkTarget(descriptors.filePath(name)) == path) {
+            struct stat other = {};
+            if (::stat(QFile::encodeName(descriptors.filePath(name)).constData(), &other) == 0 &&
+                other.st_dev == own.st_dev && other.st_ino == own.st_ino) {
                 return true;
             }
         }
@@ -165,7 +172,7 @@ void PtyPort::onDirectoryEvents()
     }
     // Two openings at once may be told as one, so "nobody" is only believed after a look.
     if (openings <= 0) {
-        openings = isOpenElsewhere(m_slavePath) ? 1 : 0;
+        openings = isOpenElsewhere(m_slave) ? 1 : 0;
     }
     setOpenings(openings);
 }
