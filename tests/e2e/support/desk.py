@@ -12,6 +12,7 @@ import time
 PROGRAM = os.environ["PROGRAM"]
 SIMULATOR = os.environ["SIMULATOR"]
 LISTENER = os.environ["LISTENER"]
+START_SERVER = os.environ["START_SERVER"]
 
 PR_SET_PDEATHSIG = 1
 _libc = ctypes.CDLL(None)
@@ -114,7 +115,7 @@ class XServer:
     def __init__(self):
         read_end, write_end = os.pipe()
         self._process = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write_end), "-noreset", "-nolisten", "tcp", "-screen", "0", "1280x1024x24"],
+            [START_SERVER, "x", str(write_end), "-screen", "0", "1280x1024x24"],
             env=plain_environment(), pass_fds=[write_end], preexec_fn=_die_with_the_test,
             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(write_end)

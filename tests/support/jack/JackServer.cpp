@@ -82,10 +82,7 @@ void JackServer::start(int period)
     m_process = std::make_unique<ServerProcess>();
     m_process->setProcessEnvironment(environment());
     m_process->setProcessChannelMode(QProcess::MergedChannels);
-    m_process->start(QStringLiteral("jackd"),
-                     {QStringLiteral("-r"), QStringLiteral("-S"), QStringLiteral("-n"), m_name,
-                      QStringLiteral("-d"), QStringLiteral("dummy"), QStringLiteral("-r"),
-                      QStringLiteral("48000"), QStringLiteral("-p"), QString::number(period)});
+    m_process->start(QStringLiteral(START_SERVER), {QStringLiteral("jack"), m_name, QString::number(period)});
     QElapsedTimer patience;
     patience.start();
     while (!serverDir().exists(socket)) {

@@ -47,8 +47,7 @@ XServer::~XServer()
 void XServer::start(const Options &options)
 {
     // The server writes the display number that it found free to its standard output.
-    QStringList arguments = {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-noreset"),
-                             QStringLiteral("-nolisten"), QStringLiteral("tcp")};
+    QStringList arguments = {QStringLiteral("x"), QStringLiteral("1")};
     QSize desktop;
     for (const QString &screen : options.screens) {
         const QSize size = sizeOf(screen);
@@ -65,7 +64,7 @@ void XServer::start(const Options &options)
 
     m_process = std::make_unique<ServerProcess>();
     m_process->setStandardErrorFile(QProcess::nullDevice());
-    m_process->start(QStringLiteral("Xvfb"), arguments, QIODevice::ReadOnly);
+    m_process->start(QStringLiteral(START_SERVER), arguments, QIODevice::ReadOnly);
     QByteArray number;
     QElapsedTimer patience;
     patience.start();
