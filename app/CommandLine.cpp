@@ -3,6 +3,7 @@
 #include "app/Translations.h"
 #include "app/frame/AppInfo.h"
 #include "device/TcpAddress.h"
+#include "engine/platform/Session.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -10,7 +11,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <string_view>
 
 namespace
@@ -94,6 +94,6 @@ int CommandLine::print() const
 {
     const bool mistake = request == Request::Mistake;
     const QString text = mistake ? QStringLiteral("veltrix: %1\n").arg(message) : message;
-    std::fputs(text.toLocal8Bit().constData(), mistake ? stderr : stdout);
+    Session::print(text, mistake);
     return mistake ? 2 : 0;
 }

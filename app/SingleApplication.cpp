@@ -1,5 +1,7 @@
 #include "app/SingleApplication.h"
 
+#include "engine/platform/Session.h"
+
 #include <QDeadlineTimer>
 #include <QLocalServer>
 #include <QLocalSocket>
@@ -77,6 +79,7 @@ private:
 
 void wakePrimary(const QString &key)
 {
+    Session::letOthersComeToFront();
     QLocalSocket socket;
     socket.connectToServer(key, QIODevice::ReadWrite);
     socket.waitForConnected(wakeTimeout);
@@ -101,7 +104,7 @@ SingleApplication::SingleApplication(int &argc, char **argv, bool allowSecondary
     d->owner = this;
     const bool asked =
         std::any_of(argv, argv + argc, [](const char *arg) { return std::strcmp(arg, "--secondary") == 0; });
-    const QString key = instanceKey(applicationName(), organizationName());
+    const QString key = instanceKey(applicationName(), organizationName()) + Session::userMark();
     const UsersTemporaryDirectory temporaryDirectory;
     {
         const StartLock lock(key);
@@ -173,6 +176,7 @@ void SingleApplication::startServer(const QString &key)
 {
     QLocalServer::removeServer(key);
     d->server = std::make_unique<QLocalServer>();
+    d->server->setSocketOptions(QLocalServer::UserAccessOption);
     d->server->listen(key);
     connect(d->server.get(), &QLocalServer::newConnection, this,
             &SingleApplication::slotConnectionEstablished);

@@ -8,7 +8,8 @@
 ///
 /// The first start becomes the primary instance. A later one wakes it (its showUp() is emitted) and ends
 /// inside the constructor with status 0, before any window exists. What the copies share is a block of two
-/// bytes and a local socket, both named by instanceKey() and kept in the user's runtime directory.
+/// bytes and a local socket that only this user may connect to, both named by instanceKey() and kept in the
+/// user's runtime directory, or, where such names are machine-wide, with the user's mark at their end.
 class SingleApplication : public QApplication
 {
     Q_OBJECT

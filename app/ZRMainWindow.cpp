@@ -25,7 +25,7 @@ namespace
 
 enum Page { WelcomePage, DevicePage, GamePage };
 
-constexpr QSize windowSize(900, 650);
+constexpr QSize windowSize(ZRMainWindow::windowWidth, ZRMainWindow::windowHeight);
 
 const QLatin1String closeButtonStyle(
     "QPushButton {                          border: none;                          "

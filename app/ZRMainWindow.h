@@ -28,6 +28,8 @@ public:
     /// Builds the device page, as a child of its first argument, on the link and the updater.
     using DevicePageFactory = std::function<DeviceZR *(QWidget *, SerialProtocol *, ZRUpdater *)>;
 
+    static constexpr int windowWidth = 900; ///< of the fixed size; the device pixels depend on the screen
+    static constexpr int windowHeight = 650;
     static constexpr int slideDelay = 1000; ///< ms; lets the user see the welcome page's indicator change
 
     /// @p updater may be null. It and @p clock must outlive the window.

@@ -11,6 +11,7 @@
 #include "device/DevicePorts.h"
 #include "device/SerialProtocol.h"
 #include "engine/platform/PlatformFactory.h"
+#include "engine/platform/Session.h"
 #include "mapping/MappingSession.h"
 #include "net/MapUpdate.h"
 #include "net/ZRUpdater.h"
@@ -30,6 +31,9 @@ int main(int argc, char *argv[])
     QCoreApplication::setOrganizationDomain(QLatin1String(AppInfo::organisationDomain));
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    // 125 % is 125 %, and not 100 % or 200 %.
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    Session::fitToScreens(ZRMainWindow::windowWidth, ZRMainWindow::windowHeight);
     const SingleApplication application(argc, argv, false);
     Translations::install();
 
@@ -74,7 +78,10 @@ int main(int argc, char *argv[])
         },
         updater, core.clock());
     updateDialog.setWindow(&window);
-    QObject::connect(&application, &SingleApplication::showUp, &window, &ZRMainWindow::showOnFront);
+    QObject::connect(&application, &SingleApplication::showUp, &window, [&window] {
+        window.showOnFront();
+        Session::bringToFront(window.winId());
+    });
     if (show) {
         window.show();
     }

@@ -44,10 +44,37 @@ QString plainPath(const QString &path)
 
 #endif
 
-bool runUpdater(const char *name, const QString &program, const QStringList &arguments)
+#ifdef Q_OS_WIN
+
+// The command interpreter is a program for the console, and would show one for a moment.
+void showNoConsole(QProcess &process)
+{
+    process.setCreateProcessArgumentsModifier([](QProcess::CreateProcessArguments *arguments) {
+        arguments->flags =
+            (arguments->flags & ~static_cast<unsigned long>(CREATE_NEW_CONSOLE)) | CREATE_NO_WINDOW;
+    });
+}
+
+#else
+
+void showNoConsole(QProcess &) {}
+
+#endif
+
+bool runUpdater(const char *name, const QString &program, const QStringList &arguments,
+                const QString &folder = {})
 {
     qCInfo(lcNet) << "[Updater] running" << name << qPrintable(program) << arguments;
-    return OSHelper::executeNoWait(program, arguments);
+    return OSHelper::executeNoWait(program, arguments, folder);
+}
+
+// What the interpreter reads as one file name: the path, or, where that holds characters of its own meaning
+// (a user's name with a blank, and a system that keeps no short names), the file's name in its folder.
+QString readableName(const QString &installer)
+{
+    return QDir::toNativeSeparators(OSHelper::hasCommandCharacters(installer)
+                                        ? QStringLiteral("./") + QFileInfo(installer).fileName()
+                                        : installer);
 }
 
 } // namespace
@@ -63,9 +90,14 @@ OSHelper::System OSHelper::thisSystem()
 #endif
 }
 
-bool OSHelper::executeNoWait(const QString &program, const QStringList &arguments)
+bool OSHelper::executeNoWait(const QString &program, const QStringList &arguments, const QString &folder)
 {
-    if (QProcess::startDetached(program, arguments)) {
+    QProcess process;
+    process.setProgram(program);
+    process.setArguments(arguments);
+    process.setWorkingDirectory(folder);
+    showNoConsole(process);
+    if (process.startDetached()) {
         return true;
     }
     qCWarning(lcNet) << "Failed to executeNoWait";
@@ -81,7 +113,7 @@ bool OSHelper::startInstaller(System system, const QString &application, const Q
 {
     if (system == System::Windows) {
         return runUpdater("WinZRUpdater", QStringLiteral("cmd"),
-                          {QStringLiteral("/C"), QDir::toNativeSeparators(installer)});
+                          {QStringLiteral("/C"), readableName(installer)}, QFileInfo(installer).path());
     }
     const QString name =
         system == System::MacOs ? QStringLiteral("OSXZRUpdater.sh") : QStringLiteral("LinuxZRUpdater.sh");

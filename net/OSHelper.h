@@ -12,9 +12,10 @@ enum class System { Windows, Linux, MacOs };
 /// The system that the program was built for.
 System thisSystem();
 
-/// Starts @p program detached, each argument as one argument whatever characters it has. False, with a log
-/// line, when it could not be started.
-bool executeNoWait(const QString &program, const QStringList &arguments);
+/// Starts @p program detached, each argument as one argument whatever characters it has, in @p folder, or
+/// where this program is. A program for the console gets no window. False, with a log line, when it could not
+/// be started.
+bool executeNoWait(const QString &program, const QStringList &arguments, const QString &folder = {});
 
 /// Whether an update may replace the program at @p application. An installer of Windows asks for the rights
 /// that it needs.
@@ -33,7 +34,8 @@ QString installerFile();
 /// an application object.
 QString applicationFile();
 
-/// Whether the command interpreter of Windows would read @p path as anything but one file name.
+/// Whether the command interpreter of Windows would read @p path as anything but one file name. It never gets
+/// to read more of the installer's path than has no such characters; the file's own name must have none.
 bool hasCommandCharacters(const QString &path);
 
 /// Makes sure that @p path is a directory that only this user can write; creates it if needed. False if it

@@ -213,7 +213,8 @@ void ZRUpdater::startDownload()
     connect(m_downloader, &QDownloader::downloadProgress, this, &ZRUpdater::downloadProgress);
 
     const QString file = m_setup.installerFile;
-    const bool fits = m_setup.system != OSHelper::System::Windows || !OSHelper::hasCommandCharacters(file);
+    const bool fits = m_setup.system != OSHelper::System::Windows ||
+                      !OSHelper::hasCommandCharacters(QFileInfo(file).fileName());
     if (!fits || !OSHelper::makePrivateDirectory(QFileInfo(file).path())) {
         qCWarning(lcNet).noquote() << "[Updater] no safe place for the installer:" << file;
         QMetaObject::invokeMethod(

@@ -392,6 +392,10 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
         <source>Veltrix map</source>
         <translation>Veltrix-Belegung</translation>
     </message>
+    <message>
+        <source>PDF files</source>
+        <translation>PDF-Dateien</translation>
+    </message>
 </context>
 <context>
     <name>MidiActions</name>

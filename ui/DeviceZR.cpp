@@ -9,6 +9,7 @@
 #include "engine/KnobSettings.h"
 #include "engine/LaunchOnStartup.h"
 #include "engine/Settings.h"
+#include "engine/platform/Desktop.h"
 #include "mapping/MappingSession.h"
 #include "net/MapUpdate.h"
 #include "ui/ActionMenus.h"
@@ -249,7 +250,7 @@ void DeviceZR::dowloadFinished(bool success)
 void DeviceZR::printCurrentView()
 {
     m_printer->graphicsEffect()->setEnabled(true);
-    MapPrinter::askAndPrint(*this);
+    MapPrinter::askAndPrint(*this, m_parts.desktop->printsToFiles());
     m_printer->graphicsEffect()->setEnabled(false);
 }
 

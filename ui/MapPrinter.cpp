@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QEvent>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QPainter>
 #include <QPixmap>
@@ -133,8 +134,11 @@ bool MapPrinter::draw(const QImage &picture, QPrinter &printer)
     return painter.end();
 }
 
-bool MapPrinter::askAndPrint(QWidget &page)
+bool MapPrinter::askAndPrint(QWidget &page, bool dialogWritesFiles)
 {
+    if (!dialogWritesFiles && QPrinterInfo::availablePrinterNames().isEmpty()) {
+        return askAndWritePdf(page);
+    }
     QPrinter printer(QPrinter::ScreenResolution);
     printer.setDocName(QCoreApplication::translate("MapPrinter", "Veltrix map"));
     if (QPrinterInfo::availablePrinterNames().isEmpty()) {
@@ -145,6 +149,17 @@ bool MapPrinter::askAndPrint(QWidget &page)
     setSheet(dialog, dialogStyle);
     const GoesWithPage ends(page, dialog);
     return dialog.exec() == QDialog::Accepted && print(page, printer);
+}
+
+bool MapPrinter::askAndWritePdf(QWidget &page)
+{
+    QFileDialog dialog(&page, QCoreApplication::translate("MapPrinter", "Print ZR Map"), proposedFile(),
+                       QCoreApplication::translate("MapPrinter", "PDF files") + QStringLiteral(" (*.pdf)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("pdf"));
+    dialog.selectFile(proposedFile());
+    setSheet(dialog, dialogStyle);
+    return dialog.exec() == QDialog::Accepted && printToPdf(page, dialog.selectedFiles().constFirst());
 }
 
 bool MapPrinter::print(QWidget &page, QPrinter &printer)

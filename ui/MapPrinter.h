@@ -26,8 +26,12 @@ QImage recoloured(const QImage &picture);
 bool draw(const QImage &picture, QPrinter &printer);
 
 /// Asks the user for a printer, which on a machine without one is a PDF file, and prints. @p page is left
-/// untouched when the user does not want to after all. Returns whether a sheet was printed.
-bool askAndPrint(QWidget &page);
+/// untouched when the user does not want to after all. @p dialogWritesFiles tells whether the system's print
+/// dialog can be used without a printer (Desktop::printsToFiles()). Returns whether a sheet was printed.
+bool askAndPrint(QWidget &page, bool dialogWritesFiles);
+
+/// Asks for the name of a PDF file instead, and prints into that.
+bool askAndWritePdf(QWidget &page);
 
 /// All of it: capture, recolour, draw. False, and a line in the log, when the printer does not take it.
 bool print(QWidget &page, QPrinter &printer);

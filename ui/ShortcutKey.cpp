@@ -7,6 +7,7 @@
 #include "ui/KeyNames.h"
 #include "ui/UiLog.h"
 
+#include <QCloseEvent>
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -20,6 +21,7 @@ constexpr QSize panelSize(304, 137);
 constexpr int windowsKey = 91;
 constexpr int altKey = 18;
 constexpr int ctrlKey = 17;
+constexpr int f4Key = 115;
 constexpr int noKey = -1;
 
 constexpr char prompt[] = QT_TRANSLATE_NOOP("ShortcutKey", "type a shorcut"); // the spelling is deliberate
@@ -135,6 +137,18 @@ bool ShortcutKey::isRepeat(const QKeyEvent &event) const
     const bool sameMoment = event.timestamp() != 0 && event.timestamp() == m_released.time &&
                             event.nativeScanCode() == m_released.scanCode;
     return event.isAutoRepeat() || sameMoment;
+}
+
+// Alt+F4 does not come as a key where the desktop turns it into a request to close. It is a shortcut like any
+// other.
+void ShortcutKey::closeEvent(QCloseEvent *event)
+{
+    if (event->spontaneous() && m_keys.contains(altKey)) {
+        event->ignore();
+        typeKey(f4Key);
+        return;
+    }
+    OverlayDialog::closeEvent(event);
 }
 
 void ShortcutKey::typeKey(int code)

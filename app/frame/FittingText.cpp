@@ -41,10 +41,18 @@ QString FittingText::fit(QWidget *widget, const QString &text, int width, const 
         font.setStretch(QFont::Unstretched);
         const int wanted = QFontMetrics(font).horizontalAdvance(text);
         if (wanted > width) {
-            font.setStretch(qMax(narrowest, width * 100 / (wanted + 1)));
+            int stretch = qMax(narrowest, width * 100 / (wanted + 1));
+            font.setStretch(stretch);
+            // Letters have whole widths on some systems, which do not shrink evenly.
+            while (stretch > narrowest && QFontMetrics(font).horizontalAdvance(text) > width) {
+                font.setStretch(--stretch);
+            }
         }
         widget->setFont(font);
-        shown = QFontMetrics(font).elidedText(text, mode, width);
+        const QFontMetrics metrics(font);
+        if (metrics.horizontalAdvance(text) > width) {
+            shown = metrics.elidedText(text, mode, width);
+        }
     }
     QString tip = help;
     if (shown != text) {

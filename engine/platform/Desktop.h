@@ -27,4 +27,7 @@ public:
     /// Whether windows can be translucent now: without a compositor, what is transparent comes out black.
     /// True also when there is no desktop to be seen at all.
     virtual bool isComposited() const = 0;
+
+    /// Whether the print dialog can write a file; where it cannot, it does not even open without a printer.
+    virtual bool printsToFiles() const { return true; }
 };

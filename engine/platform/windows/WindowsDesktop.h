@@ -15,4 +15,5 @@ public:
         return static_cast<int>(nativeVirtualKey);
     }
     bool isComposited() const override { return true; }
+    bool printsToFiles() const override { return false; }
 };

@@ -38,6 +38,7 @@ private Q_SLOTS:
     void init();
     void cleanup() { qputenv("PATH", m_path); }
     void windowsStartsTheInstaller();
+    void windowsStartsTheInstallerInAPlaceThatTheInterpreterWouldMisread();
     void windowsRefusesAPlaceThatTheInterpreterWouldRead();
     void linuxReplacesTheProgram_data();
     void linuxReplacesTheProgram();
@@ -104,11 +105,27 @@ void tst_InstallerHandover::windowsStartsTheInstaller()
     QCOMPARE(contentOf(path("arguments")), QByteArray("2 /C\n"));
 }
 
+void tst_InstallerHandover::windowsStartsTheInstallerInAPlaceThatTheInterpreterWouldMisread()
+{
+    QVERIFY(QDir(m_rig->dir.path()).mkpath(QStringLiteral("a user (100% & more)")));
+    QVERIFY(QDir(m_rig->dir.path()).mkdir(QStringLiteral("bin")));
+    writeProgram(path("bin/cmd"), "#!/bin/sh\necho \"$*\" > \"$OUT/arguments\"\nexec ./\"${2#.?}\"\n");
+    qputenv("PATH", path("bin").toLocal8Bit() + ':' + m_path);
+    qputenv("OUT", m_rig->dir.path().toLocal8Bit());
+    const QString installer = path("a user (100% & more)/installer");
+    writeProgram(installer, "#!/bin/sh\necho installed > \"$OUT/result\"\n");
+    QTest::ignoreMessage(QtInfoMsg, QRegularExpression(QStringLiteral("running WinZRUpdater cmd")));
+    QVERIFY(OSHelper::startInstaller(OSHelper::System::Windows, QString(), installer));
+    QTRY_COMPARE(contentOf(path("result")), QByteArray("installed\n"));
+    QCOMPARE(contentOf(path("arguments")),
+             "/C " + QDir::toNativeSeparators(QStringLiteral("./installer")).toLocal8Bit() + '\n');
+}
+
 void tst_InstallerHandover::windowsRefusesAPlaceThatTheInterpreterWouldRead()
 {
     ZRUpdater::Setup setup = m_rig->setup();
     setup.system = OSHelper::System::Windows;
-    setup.installerFile = path("a & b/installer");
+    setup.installerFile = path("a & b/in & staller");
     m_rig->build(setup);
     m_rig->server.setAnswer("/installer", "x");
     m_rig->setOffer("2", "MAN", m_rig->server.url("/installer"));

@@ -405,7 +405,7 @@ void tst_Menus::aCancelledPrintLeavesThePageUntouched()
         QCOMPARE(dialog->parentWidget(), m_page.get());
         QTest::keyClick(dialog, Qt::Key_Escape);
     });
-    QVERIFY(!MapPrinter::askAndPrint(*m_page));
+    QVERIFY(!MapPrinter::askAndPrint(*m_page, true));
     QCOMPARE(title, QStringLiteral("Print ZR Map"));
     QCOMPARE(m_page->styleSheet(), QStringLiteral("background-color:red"));
 }
@@ -446,7 +446,7 @@ void tst_Menus::theMapIsPrintedToAFileByTheDialog()
         QVERIFY(ground.pixelColor(0, 0).lightness() > 200);
         QMetaObject::invokeMethod(dialog, "accept");
     });
-    QVERIFY(MapPrinter::askAndPrint(*m_page));
+    QVERIFY(MapPrinter::askAndPrint(*m_page, true));
     QFile sheet(file);
     QVERIFY(sheet.open(QIODevice::ReadOnly));
     QVERIFY(sheet.read(5) == "%PDF-");

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void initTestCase() { AppFonts::load(); }
     void leavesATextThatFitsAlone();
     void drawsATextNarrowerThatIsALittleTooWide();
+    void cutsNothingThatFitsWhenDrawnNarrowest();
     void cutsATextThatIsMuchTooWideAndTellsTheWhole();
     void startsAnewWithEveryText();
     void cutsWhereItIsTold();
@@ -59,6 +60,30 @@ void tst_FittingText::drawsATextNarrowerThatIsALittleTooWide()
     QVERIFY(label.font().stretch() >= 80 && label.font().stretch() <= 90);
     QVERIFY(label.fontMetrics().horizontalAdvance(text) <= label.width());
     QCOMPARE(label.toolTip(), QString());
+}
+
+void tst_FittingText::cutsNothingThatFitsWhenDrawnNarrowest()
+{
+    // Where widths are rounded letter by letter, a text shrinks in jumps and not by what was asked for.
+    int steppedDown = 0;
+    for (const char *word : {"Fast", "Slow", "iiiiiiii", "Updating maps", "Illimitable will"}) {
+        const QString shown = QString::fromLatin1(word);
+        for (int size = 7; size <= 12; ++size) {
+            QFont font(QStringLiteral("Source Sans Pro"), size);
+            font.setHintingPreference(QFont::PreferFullHinting);
+            const int needed = QFontMetrics(font).horizontalAdvance(shown);
+            for (int width = needed * 3 / 4; width < needed; ++width) {
+                QLabel label;
+                label.setFont(font);
+                label.resize(width, 24);
+                FittingText::show(&label, shown);
+                const bool fits = label.fontMetrics().horizontalAdvance(shown) <= width;
+                QVERIFY(fits ? label.text() == shown : label.font().stretch() == 80);
+                steppedDown += label.font().stretch() < qMax(80, width * 100 / (needed + 1)) ? 1 : 0;
+            }
+        }
+    }
+    QVERIFY(steppedDown > 0); // or nothing was tested
 }
 
 void tst_FittingText::cutsATextThatIsMuchTooWideAndTellsTheWhole()

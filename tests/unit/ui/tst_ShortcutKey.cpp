@@ -84,6 +84,7 @@ private Q_SLOTS:
     void controlsHaveAccessibleNames();
 
     void ctrlCtrlSIsCtrlAndS();
+    void altF4IsRecordedAlsoWhereItAsksTheDialogToClose();
     void ofFourKeysThreeAreReportedAndFourShown();
     void okWithoutKeysLeavesTheDialogOpen();
     void theWinButtonIsCode91();
@@ -189,6 +190,23 @@ void tst_ShortcutKey::ctrlCtrlSIsCtrlAndS()
     QCOMPARE(rig.shortcuts.size(), 1);
     QCOMPARE(rig.shortcuts.at(0), report(0, 17, 83, -1, QStringLiteral("Ctrl + S")));
     QVERIFY(rig.dialog.isHidden());
+}
+
+void tst_ShortcutKey::altF4IsRecordedAlsoWhereItAsksTheDialogToClose()
+{
+    Rig rig;
+    rig.dialog.show(0);
+    const auto askToClose = [&rig] {
+        QCloseEvent close;
+        QSpontaneKeyEvent::setSpontaneous(&close);
+        QCoreApplication::instance()->notify(&rig.dialog, &close); // which leaves it as the desktop sends it
+        return close.isAccepted();
+    };
+    QVERIFY(askToClose()); // nobody has pressed Alt
+    rig.press(18);
+    QVERIFY(!askToClose());
+    QVERIFY(!rig.dialog.isHidden());
+    QCOMPARE(rig.display->text(), QStringLiteral("Alt + F4"));
 }
 
 void tst_ShortcutKey::ofFourKeysThreeAreReportedAndFourShown()

@@ -1,5 +1,6 @@
 #include "ui/MapPrinter.h"
 
+#include <QFileDialog>
 #include <QLabel>
 #include <QPainter>
 #include <QPdfWriter>
@@ -43,6 +44,8 @@ private Q_SLOTS:
     void whiteTextOnThePageIsBlackOnPaper();
     void oneSheetIsWrittenToAPdfWithoutAPrinter();
     void aPlaceThatCannotBeWrittenIsToldOnce();
+    void aFileIsAskedForWhereTheDialogNeedsAPrinter();
+    void noFileIsWrittenWhenTheUserDoesNotWantTo();
 };
 
 void tst_MapPrinter::aPixelIsKeptOrInverted_data()
@@ -207,6 +210,37 @@ void tst_MapPrinter::aPlaceThatCannotBeWrittenIsToldOnce()
     QTest::ignoreMessage(QtWarningMsg, "The printer does not take the map");
     QVERIFY(!MapPrinter::printToPdf(page, QStringLiteral("/nonexistent/folder/map.pdf")));
     QCOMPARE(page.styleSheet(), QStringLiteral("background-color:#5342d9"));
+}
+
+void tst_MapPrinter::aFileIsAskedForWhereTheDialogNeedsAPrinter()
+{
+    const QTemporaryDir folder;
+    QWidget page;
+    page.resize(900, 650);
+    QTimer::singleShot(0, &page, [&folder] {
+        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        QVERIFY(dialog->selectedFiles().constFirst().endsWith(QLatin1String("/Veltrix.pdf")));
+        dialog->selectFile(folder.filePath(QStringLiteral("sheet")));
+        static_cast<QDialog *>(dialog)->accept();
+    });
+    QVERIFY(MapPrinter::askAndWritePdf(page));
+    QFile file(folder.filePath(QStringLiteral("sheet.pdf")));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.read(5) == "%PDF-");
+}
+
+void tst_MapPrinter::noFileIsWrittenWhenTheUserDoesNotWantTo()
+{
+    QWidget page;
+    page.setStyleSheet(QStringLiteral("background-color:red"));
+    QTimer::singleShot(0, &page, [] {
+        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        dialog->reject();
+    });
+    QVERIFY(!MapPrinter::askAndWritePdf(page));
+    QCOMPARE(page.styleSheet(), QStringLiteral("background-color:red"));
 }
 
 QTEST_MAIN(tst_MapPrinter)

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+/// What one start of the program needs of the system before it knows whether it goes on running. Needs no
+/// Platform, and but for bringToFront() no application object.
+namespace Session
+{
+
+/// Prints to standard output or error, wherever those lead; for a program that has none, to the console that
+/// it was started from.
+void print(const QString &text, bool toError);
+
+/// Prepares the toolkit for a window of this size (at 100 %): where the user's scale factor would make it
+/// larger than a screen, it gets the largest factor with which it fits. To be called before the application
+/// object exists. What the user has set for the toolkit himself wins.
+void fitToScreens(int windowWidth, int windowHeight);
+
+/// What tells this user from others in a name that all users of the machine share. Empty where such names are
+/// kept in a folder of the user's own.
+QString userMark();
+
+/// Lets the copy of the program that runs already come to the front in the place of this one, where the
+/// system asks for such a leave.
+void letOthersComeToFront();
+
+/// Brings a window to the front with the keyboard where raising it alone leaves it behind others: on Windows,
+/// and only after the leave above. Elsewhere nothing happens.
+void bringToFront(quintptr window);
+
+} // namespace Session
