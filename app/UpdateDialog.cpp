@@ -19,6 +19,7 @@ void UpdateDialog::ask(const QString &text, const QString &button1, const QStrin
         m_dialog->deleteLater();
     }
     m_dialog = new ZRDialog(text, button1, button2, m_window);
+    m_dialog->setAttribute(Qt::WA_ShowWithoutActivating); // the user is somewhere else, and may be typing
     const auto answer = [](Action action) {
         return [action = std::move(action)] {
             if (action) {

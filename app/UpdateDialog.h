@@ -7,7 +7,8 @@
 class ZRDialog;
 class QWidget;
 
-/// Asks about an update with the program's message dialog.
+/// Asks about an update with the program's message dialog, which takes no keys before the user has gone to
+/// it.
 class UpdateDialog : public UpdatePrompt
 {
     Q_OBJECT

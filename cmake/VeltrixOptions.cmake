@@ -8,6 +8,10 @@ option(VELTRIX_SERIAL_PORT "Reach devices at serial ports; off: virtual devices 
 set(VELTRIX_SANITIZERS "" CACHE STRING "Value of -fsanitize=, for example address,undefined")
 
 set(VELTRIX_API_URL "http://api.veltrix.invalid/api/" CACHE STRING "Address of the web service, ending in /api/")
+set(VELTRIX_UPDATES "install" CACHE STRING "What is done with a newer version: \"install\" it or only \"tell\" of it")
+if(NOT VELTRIX_UPDATES MATCHES "^(install|tell)$")
+    message(FATAL_ERROR "VELTRIX_UPDATES is neither install nor tell: ${VELTRIX_UPDATES}")
+endif()
 set(VELTRIX_SIGNING_KEY "" CACHE STRING
     "Ed25519 public key in base64 (deploy/make-key shows it): only installers and libraries signed with it are used")
 if(VELTRIX_SIGNING_KEY)

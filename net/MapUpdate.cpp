@@ -1,11 +1,11 @@
 #include "net/MapUpdate.h"
 
+#include "net/HttpManager.h"
 #include "net/NetLog.h"
 
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QSettings>
@@ -44,21 +44,23 @@ MapUpdate::MapUpdate(QString libraryFile, QSettings *settings, QString serviceUr
     , m_settings(settings)
     , m_serviceUrl(std::move(serviceUrl))
     , m_signatureCheck(signingKey)
-    , m_downloadFile(m_signatureCheck.isRequired() ? m_libraryFile + QStringLiteral(".download")
-                                                   : m_libraryFile)
+    , m_downloadFile(m_libraryFile + QStringLiteral(".download"))
 {
+    if (QFile::remove(m_downloadFile)) {
+        setFetched({}, {}); // the program ended while it was fetched
+    }
     m_downloader.setMaximumSize(maximumLibrarySize);
+    m_downloader.setDeadline(downloadDeadline);
     connect(&m_downloader, &QDownloader::dowloadFinished, this, &MapUpdate::onDownloaded);
 }
 
 void MapUpdate::check()
 {
     qCInfo(lcNet) << "Checking server for updates...";
-    auto *manager = new QNetworkAccessManager(this);
+    auto *manager = new HttpManager(this);
     connect(manager, &QNetworkAccessManager::finished, this, &MapUpdate::replyFinished);
     connect(manager, &QNetworkAccessManager::finished, manager, &QObject::deleteLater);
-    QNetworkRequest request(WebService::query(m_serviceUrl, QStringLiteral("zrsettingsversion")));
-    request.setRawHeader("Accept-Encoding", "identity"); // a small answer must not unfold into a large one
+    const QNetworkRequest request(WebService::query(m_serviceUrl, QStringLiteral("zrsettingsversion")));
     WebService::limit(manager->get(request));
 }
 
@@ -74,25 +76,42 @@ void MapUpdate::replyFinished(QNetworkReply *reply)
         return;
     }
     qCInfo(lcNet).noquote() << "Update requiered" << version << address;
+    if (!m_downloader.isRunning()) { // else what stands in the settings does not count yet
+        m_versionBefore = local;
+        m_addressBefore = m_settings->value(addressKey).toString();
+    }
+    m_version = version;
     m_signature = answer.value(signatureKey).toString();
     m_downloader.download(address, m_downloadFile);
-    m_settings->setValue(versionKey, version);
-    m_settings->setValue(addressKey, address);
+    setFetched(version, address);
     Q_EMIT updateStarted();
+}
+
+void MapUpdate::setFetched(const QString &version, const QString &address)
+{
+    if (version.isEmpty()) {
+        m_settings->remove(versionKey);
+        m_settings->remove(addressKey);
+    } else {
+        m_settings->setValue(versionKey, version);
+        m_settings->setValue(addressKey, address);
+    }
 }
 
 void MapUpdate::onDownloaded(bool success)
 {
-    if (m_signatureCheck.isRequired()) {
-        success = success && acceptDownload();
-        QFile::remove(m_downloadFile); // still there after a failure
+    success = success && acceptDownload();
+    if (!success) {
+        QFile::remove(m_downloadFile);
+        setFetched(m_versionBefore, m_addressBefore);
     }
     Q_EMIT dowloadFinished(success);
 }
 
 bool MapUpdate::acceptDownload() const
 {
-    QString fault = m_signatureCheck.faultOf(m_downloadFile, m_signature);
+    QString fault =
+        m_signatureCheck.faultOf(m_downloadFile, SignatureCheck::Kind::Library, m_version, m_signature);
     if (fault.isEmpty() && !replaceFile(m_downloadFile, m_libraryFile)) {
         fault = QStringLiteral("it cannot take the place of ") + m_libraryFile;
     }

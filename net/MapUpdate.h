@@ -13,11 +13,11 @@ class QSettings;
 /// Asks the web service for a newer library of mappings and downloads it. Knows nothing of what is in it.
 ///
 /// The settings "ZR_VERSION" and "ZR_URL" name the library that was fetched last. They are written as soon as
-/// a download starts, deliberately: one that fails is not tried again until a still greater version is
-/// announced.
+/// a download starts, and count only when its file was stored: a download that failed, or that the program's
+/// end cut off, takes them back.
 ///
-/// The download goes straight into the library file. With a signing key it goes into a file beside it, which
-/// takes the library's place once its signature ("ZR_SIGNATURE" of the answer) has been verified, and is
+/// The download goes into a file beside the library, which takes the library's place once it has arrived
+/// whole, with a signing key once its signature ("ZR_SIGNATURE" of the answer) has been verified too, and is
 /// deleted otherwise. GUI thread only.
 class MapUpdate : public QObject
 {
@@ -26,7 +26,10 @@ class MapUpdate : public QObject
 
 public:
     /// A library that is larger is not fetched to its end.
-    static constexpr qint64 maximumLibrarySize = 64LL * 1024 * 1024;
+    static constexpr qint64 maximumLibrarySize = 4LL * 1024 * 1024;
+
+    /// One that takes longer is given up.
+    static constexpr int downloadDeadline = 600000; ///< ms
 
     /// @p libraryFile is replaced by a download. @p settings stays the caller's and must outlive this object.
     MapUpdate(QString libraryFile, QSettings *settings, QString serviceUrl = WebService::baseUrl(),
@@ -41,8 +44,7 @@ Q_SIGNALS:
     /// A newer library is being fetched.
     void updateStarted();
 
-    /// The end of what updateStarted() announced. When false, the library file is as the download left it:
-    /// empty, cut off, or whatever the server sent. With a signing key it is as it was before.
+    /// The end of what updateStarted() announced. When false, the library file is as it was before.
     void dowloadFinished(bool success);
 
 public Q_SLOTS:
@@ -53,12 +55,16 @@ public Q_SLOTS:
 private:
     void onDownloaded(bool success);
     bool acceptDownload() const;
+    void setFetched(const QString &version, const QString &address);
 
     QString m_libraryFile;
     QSettings *m_settings;
     QString m_serviceUrl;
     SignatureCheck m_signatureCheck;
-    QString m_downloadFile; // the library itself, unless it has to be checked first
-    QString m_signature;    // of what is being downloaded
+    QString m_downloadFile;
+    QString m_version; // of what is being downloaded, as is the next
+    QString m_signature;
+    QString m_versionBefore;
+    QString m_addressBefore;
     QDownloader m_downloader;
 };

@@ -148,11 +148,18 @@ QString OSHelper::installerFile()
 
 QString OSHelper::applicationFile()
 {
-    QString image = qEnvironmentVariable("APPIMAGE");
-    if (!image.isEmpty()) {
-        return image;
-    }
-    return QCoreApplication::instance() ? QCoreApplication::applicationFilePath() : QString();
+    return QCoreApplication::instance()
+               ? applicationFile(QCoreApplication::applicationFilePath(), qEnvironmentVariable("APPIMAGE"),
+                                 qEnvironmentVariable("APPDIR"))
+               : QString();
+}
+
+QString OSHelper::applicationFile(const QString &executable, const QString &image, const QString &imageFolder)
+{
+    const QString folder = QFileInfo(imageFolder).canonicalFilePath();
+    const bool within = !folder.isEmpty() && folder != QLatin1String("/") &&
+                        QFileInfo(executable).canonicalFilePath().startsWith(folder + QLatin1Char('/'));
+    return within && !image.isEmpty() ? image : executable;
 }
 
 bool OSHelper::hasCommandCharacters(const QString &path)

@@ -34,6 +34,11 @@ QString installerFile();
 /// an application object.
 QString applicationFile();
 
+/// The same for @p executable: the image that APPIMAGE names, if the executable lies in the folder that
+/// APPDIR names. Every program that another one's image has started inherits both, so neither is believed by
+/// itself.
+QString applicationFile(const QString &executable, const QString &image, const QString &imageFolder);
+
 /// Whether the command interpreter of Windows would read @p path as anything but one file name. It never gets
 /// to read more of the installer's path than has no such characters; the file's own name must have none.
 bool hasCommandCharacters(const QString &path);

@@ -1,9 +1,10 @@
 #include "net/QDownloader.h"
 
+#include "net/HttpManager.h"
+#include "net/HttpReply.h"
 #include "net/NetLog.h"
 
 #include <QFile>
-#include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QUrl>
@@ -11,16 +12,17 @@
 namespace
 {
 
-// What may wait in memory for the disk; the sender is slowed down beyond it.
-constexpr qint64 readBufferSize = 1024LL * 1024;
-
 } // namespace
 
 QDownloader::QDownloader(QObject *parent)
     : QObject(parent)
-    , m_manager(new QNetworkAccessManager)
+    , m_manager(new HttpManager)
 {
     connect(m_manager, &QNetworkAccessManager::finished, this, &QDownloader::onFinished);
+    m_deadline.setSingleShot(true);
+    m_deadline.setInterval(defaultDeadline);
+    connect(&m_deadline, &QTimer::timeout, this,
+            [this] { abortWith(QStringLiteral("The download does not come to an end")); });
 }
 
 QDownloader::~QDownloader()
@@ -40,12 +42,11 @@ void QDownloader::download(const QString &url, const QString &filePath)
         address.clear(); // local files are no downloads; without an address the request fails
     }
     QNetworkRequest request(address);
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
-    request.setRawHeader("Accept-Encoding", "identity"); // so that the length is that of the file
     request.setTransferTimeout(m_stallTimeout);
     m_reply = m_manager->get(request);
-    m_reply->setReadBufferSize(readBufferSize);
+    m_deadline.start();
 
+    connect(m_reply, &QNetworkReply::metaDataChanged, this, &QDownloader::onHead);
     connect(m_reply, &QNetworkReply::downloadProgress, this, &QDownloader::onDownloadProgress);
     connect(m_reply, &QNetworkReply::readyRead, this, &QDownloader::onReadyRead);
     connect(m_reply, &QNetworkReply::finished, this, &QDownloader::onReplyFinished);
@@ -60,6 +61,18 @@ void QDownloader::openFile(const QString &filePath)
         m_error = m_file->errorString(); // reported with the end
     } else if (m_createNew) {
         m_file->setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    }
+}
+
+// What cannot end well is not fetched at all.
+void QDownloader::onHead()
+{
+    const auto *reply = qobject_cast<const HttpReply *>(m_reply.data());
+    const qint64 length = m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong();
+    if (m_markedEndRequired && reply && !reply->isEndMarked()) {
+        abortWith(QStringLiteral("The server did not tell the length of the file"));
+    } else if (m_maximumSize > 0 && length > m_maximumSize) {
+        abortWith(QStringLiteral("The file is larger than %1 bytes").arg(m_maximumSize));
     }
 }
 
@@ -78,8 +91,7 @@ void QDownloader::onReadyRead()
         abortWith(QStringLiteral("The file is larger than %1 bytes").arg(m_maximumSize));
     } else if (m_file->write(data) != data.size() || !m_file->flush()) {
         // What is left of a full disk takes a part of the data without calling that an error.
-        abortWith(m_file->error() != QFile::NoError ? m_file->errorString()
-                                                    : QStringLiteral("The file could not be written whole"));
+        abortWith(QStringLiteral("The file could not be written whole: ") + m_file->errorString());
     }
 }
 
@@ -110,6 +122,7 @@ void QDownloader::onFinished(QNetworkReply *reply)
     onReadyRead(); // what arrived with the end
     closeFile();
     const QString error = whatFailed(*reply);
+    m_deadline.stop();
     reply->disconnect(this); // a listener may start the next download from within the report
     reply->deleteLater();
     m_reply.clear();
@@ -135,16 +148,6 @@ QString QDownloader::whatFailed(const QNetworkReply &reply) const
     const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     if (status / 100 != 2) {
         return QStringLiteral("The server answered with status %1").arg(status);
-    }
-    // Qt 5 takes a connection that was cut off for a regular end now and then.
-    const QVariant length = reply.header(QNetworkRequest::ContentLengthHeader);
-    if (length.isValid() && length.toLongLong() != m_received) {
-        return QStringLiteral("Connection closed after %1 of %2 bytes")
-            .arg(m_received)
-            .arg(length.toLongLong());
-    }
-    if (!length.isValid() && m_lengthRequired) {
-        return QStringLiteral("The server did not tell the length of the file");
     }
     return {};
 }
@@ -173,6 +176,7 @@ void QDownloader::forgetDownload()
         reply->deleteLater(); // ends the transfer
     }
     closeFile();
+    m_deadline.stop();
     m_error.clear();
     m_received = 0;
 }

@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QTimer>
 
 class QNetworkAccessManager;
 
@@ -22,6 +23,9 @@ public:
     /// A server that sends nothing for this long counts as gone.
     static constexpr int defaultStallTimeout = 60000; ///< ms
 
+    /// A download that takes longer as a whole is given up, however it drips.
+    static constexpr int defaultDeadline = 3'600'000; ///< ms
+
     explicit QDownloader(QObject *parent = nullptr);
     ~QDownloader() override;
 
@@ -32,16 +36,18 @@ public:
 
     bool isRunning() const { return m_reply != nullptr; }
     void setStallTimeout(int milliseconds) { m_stallTimeout = milliseconds; }
+    void setDeadline(int milliseconds) { m_deadline.setInterval(milliseconds); }
 
     /// Has the file created new, for this user alone: a file or link that is there already makes the download
     /// fail.
     void setCreateNew(bool createNew) { m_createNew = createNew; }
 
-    /// Has a download fail if the server did not tell its length: an early end cannot always be told from a
-    /// regular one then.
-    void setLengthRequired(bool required) { m_lengthRequired = required; }
+    /// Has a download fail, as soon as its head is there, if neither a length nor chunks will mark its end:
+    /// an early end could not be told from the regular one.
+    void setMarkedEndRequired(bool required) { m_markedEndRequired = required; }
 
-    /// Ends a download as failed when more than @p bytes arrive; 0, the default, is no limit.
+    /// Ends a download as failed when more than @p bytes arrive or are announced; 0, the default, is no
+    /// limit.
     void setMaximumSize(qint64 bytes) { m_maximumSize = bytes; }
 
 Q_SIGNALS:
@@ -62,6 +68,7 @@ public Q_SLOTS:
 
 private:
     void openFile(const QString &filePath);
+    void onHead();
     QString whatFailed(const QNetworkReply &reply) const;
     void abortWith(const QString &error);
     void closeFile();
@@ -74,6 +81,7 @@ private:
     qint64 m_received = 0;
     qint64 m_maximumSize = 0;
     bool m_createNew = false;
-    bool m_lengthRequired = false;
+    bool m_markedEndRequired = false;
     int m_stallTimeout = defaultStallTimeout;
+    QTimer m_deadline;
 };

@@ -1,5 +1,6 @@
 #include "net/SignatureCheck.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
 
@@ -34,7 +35,27 @@ QByteArray SignatureCheck::builtInKey()
     return QByteArrayLiteral(VELTRIX_SIGNING_KEY);
 }
 
-QString SignatureCheck::faultOf(const QString &file, const QString &signature) const
+QByteArray SignatureCheck::signedText(Kind kind, const QString &version, const QByteArray &sha512)
+{
+    const QByteArray name = kind == Kind::Installer ? "installer" : "library";
+    return "veltrix\n" + name + '\n' + version.toUtf8() + '\n' + sha512.toHex() + '\n';
+}
+
+QString SignatureCheck::faultOf(const QString &file, Kind kind, const QString &version,
+                                const QString &signature) const
+{
+    if (!isRequired()) {
+        return {};
+    }
+    QFile data(file);
+    QCryptographicHash hash(QCryptographicHash::Sha512);
+    if (!QFileInfo(file).isFile() || !data.open(QIODevice::ReadOnly) || !hash.addData(&data)) {
+        return QStringLiteral("it cannot be read");
+    }
+    return faultOf(signedText(kind, version, hash.result()), signature);
+}
+
+QString SignatureCheck::faultOf(const QByteArray &text, const QString &signature) const
 {
     if (!isRequired()) {
         return {};
@@ -50,20 +71,7 @@ QString SignatureCheck::faultOf(const QString &file, const QString &signature) c
     if (signatureBytes.isEmpty()) {
         return QStringLiteral("its signature is not one");
     }
-
-    QFile data(file);
-    if (!QFileInfo(file).isFile() || !data.open(QIODevice::ReadOnly)) {
-        return QStringLiteral("it cannot be read");
-    }
-    const qint64 size = data.size();
-    // The whole message is wanted at once. Pages of a mapping are read when they are looked at, and given up
-    // when memory is needed elsewhere.
-    const uchar nothing = 0;
-    const uchar *message = size > 0 ? data.map(0, size) : &nothing;
-    if (!message) {
-        return QStringLiteral("it cannot be read");
-    }
-    const bool verifies = crypto_sign_verify_detached(bytes(signatureBytes), message,
-                                                      static_cast<quint64>(size), bytes(key)) == 0;
+    const bool verifies = crypto_sign_verify_detached(bytes(signatureBytes), bytes(text),
+                                                      static_cast<quint64>(text.size()), bytes(key)) == 0;
     return verifies ? QString() : QStringLiteral("its signature does not verify");
 }

@@ -17,12 +17,12 @@ bool isWebAddress(const QUrl &url)
            (url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https"));
 }
 
-void giveUp(QNetworkReply *reply, const char *reason)
+void giveUp(QNetworkReply *reply, WebService::Limit limit, const char *reason)
 {
-    if (reply->isFinished() || WebService::hitLimit(reply)) {
+    if (reply->isFinished()) {
         return;
     }
-    reply->setProperty(limitProperty, true);
+    reply->setProperty(limitProperty, static_cast<int>(limit));
     qCWarning(lcNet).noquote() << "The answer of" << reply->url().host() << reason;
     reply->abort();
 }
@@ -57,22 +57,23 @@ void WebService::limit(QNetworkReply *reply, int deadline)
     reply->setReadBufferSize(maximumAnswerSize + 1);
     const auto check = [reply] {
         if (reply->bytesAvailable() > maximumAnswerSize) {
-            giveUp(reply, "is too long");
+            giveUp(reply, Limit::Size, "is too long");
         }
     };
     QObject::connect(reply, &QNetworkReply::readyRead, reply, check);
-    QTimer::singleShot(deadline, reply, [reply] { giveUp(reply, "does not come to an end"); });
+    QTimer::singleShot(deadline, reply,
+                       [reply] { giveUp(reply, Limit::Deadline, "does not come to an end"); });
 }
 
 QByteArray WebService::body(QNetworkReply *reply)
 {
-    if (hitLimit(reply) || reply->bytesAvailable() > maximumAnswerSize) {
+    if (limitOf(reply) != Limit::None || reply->bytesAvailable() > maximumAnswerSize) {
         return {};
     }
     return reply->readAll();
 }
 
-bool WebService::hitLimit(const QNetworkReply *reply)
+WebService::Limit WebService::limitOf(const QNetworkReply *reply)
 {
-    return reply->property(limitProperty).toBool();
+    return static_cast<Limit>(reply->property(limitProperty).toInt());
 }

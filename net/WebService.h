@@ -32,7 +32,10 @@ void limit(QNetworkReply *reply, int deadline = answerDeadline);
 /// The body of a finished reply that was given to limit(); empty if a limit was hit.
 QByteArray body(QNetworkReply *reply);
 
-/// Whether @p reply was aborted because a limit was hit.
-bool hitLimit(const QNetworkReply *reply);
+/// A bound that an answer may break.
+enum class Limit { None, Size, Deadline };
+
+/// The limit for which @p reply was aborted.
+Limit limitOf(const QNetworkReply *reply);
 
 } // namespace WebService

@@ -1,5 +1,7 @@
 #include "net/ZRUpdater.h"
 
+#include "net/Alarm.h"
+#include "net/HttpManager.h"
 #include "net/NetLog.h"
 #include "net/QDownloader.h"
 #include "net/SignatureCheck.h"
@@ -8,14 +10,8 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
-#include <QRegularExpression>
-#include <QTimer>
-#include <QVersionNumber>
 
 #include <utility>
 
@@ -23,28 +19,6 @@ namespace
 {
 
 constexpr int firstCheckDelay = 1; // ms
-
-QJsonObject readAnswer(const QByteArray &body)
-{
-    QString text = QString::fromUtf8(body.constData()); // up to the first NUL
-    text.remove(QRegularExpression(QStringLiteral("[\n]")));
-    text.remove(QRegularExpression(QStringLiteral("[\n\t\r]")));
-    return QJsonDocument::fromJson(text.toUtf8()).object();
-}
-
-// The first of several addresses. The download deliberately always goes over plain HTTP.
-QString installerAddress(const QString &addresses)
-{
-    QString address = addresses.section(QLatin1Char(';'), 0, 0);
-    address.replace(QLatin1String("\\/"), QLatin1String("/"));
-    address.replace(QLatin1String("https"), QLatin1String("http"));
-    return address;
-}
-
-bool isGreater(const QString &version, const QString &than)
-{
-    return QVersionNumber::compare(QVersionNumber::fromString(version), QVersionNumber::fromString(than)) > 0;
-}
 
 } // namespace
 
@@ -56,6 +30,9 @@ ZRUpdater::Setup::Setup()
     , quit([] { QCoreApplication::quit(); })
     , system(OSHelper::thisSystem())
     , signingKey(SignatureCheck::builtInKey())
+    , mode(QLatin1String(VELTRIX_UPDATES) == QLatin1String("tell") ? Mode::Tell : Mode::Install)
+    , network(nullptr)
+    , alarm(nullptr)
     , checkInterval(defaultCheckInterval)
     , answerDeadline(WebService::answerDeadline)
 {
@@ -90,31 +67,31 @@ void ZRUpdater::configure(const Setup &setup)
 {
     m_setup = setup;
     m_prompt = setup.prompt;
+    m_network = setup.network;
 }
 
 void ZRUpdater::arm()
 {
-    if (!m_checkTimer) {
-        m_checkTimer = new QTimer(this);
-        connect(m_checkTimer, &QTimer::timeout, this, &ZRUpdater::startCheckingPeriodically);
+    if (!m_setup.alarm) {
+        m_ownAlarm = std::make_unique<TimerAlarm>();
+        m_setup.alarm = m_ownAlarm.get();
     }
-    m_checkTimer->start(firstCheckDelay);
+    m_setup.alarm->set(firstCheckDelay, [this] { startCheckingPeriodically(); });
 }
 
 void ZRUpdater::startCheckingPeriodically()
 {
-    if (m_checkTimer) {
-        m_checkTimer->start(m_setup.checkInterval);
+    if (m_setup.alarm) {
+        m_setup.alarm->set(m_setup.checkInterval, [this] { startCheckingPeriodically(); });
     }
     if (!m_network) {
-        m_network = new QNetworkAccessManager(this);
+        m_network = new HttpManager(this);
     }
     QNetworkRequest request(WebService::query(m_setup.serviceUrl, QStringLiteral("zrversion")));
     request.setHeader(QNetworkRequest::ContentTypeHeader,
                       QStringLiteral("application/x-www-form-urlencoded"));
     request.setRawHeader("User-Agent", "Mozilla/5.0");
     request.setRawHeader("Accept-Language", "en-US,en;q=0.5");
-    request.setRawHeader("Accept-Encoding", "identity"); // a small answer must not unfold into a large one
     disconnect(m_network, &QNetworkAccessManager::finished, nullptr, nullptr);
     connect(m_network, &QNetworkAccessManager::finished, this, &ZRUpdater::onUpdateResponse);
     WebService::limit(m_network->get(request), m_setup.answerDeadline);
@@ -125,42 +102,56 @@ void ZRUpdater::onUpdateResponse(QNetworkReply *reply)
     reply->deleteLater();
     if (reply->error() != QNetworkReply::NoError) {
         qCDebug(lcNet).noquote() << "[Updater]" << reply->errorString();
-        if (!WebService::hitLimit(reply)) {
+        if (WebService::limitOf(reply) != WebService::Limit::Size) { // there, but it says too much
             Q_EMIT onNoInet();
         }
         return;
     }
-    const QJsonObject answer = readAnswer(WebService::body(reply));
-    const QString version = answer.value(QLatin1String("UPDATE_VERSION")).toString();
-    if (!isBusy()) { // what is on its way stays what it is
-        m_updateVersion = version;
-        m_updateUrl = installerAddress(answer.value(QLatin1String("UPDATE_URL")).toString());
-        m_updateSignature = answer.value(QLatin1String("UPDATE_SIGNATURE")).toString();
-    }
-    // An updater that was not told its own version would take everything for newer.
-    if (m_setup.version.isEmpty() || !isGreater(version, m_setup.version)) {
+    const UpdateAnswer answer = readUpdateAnswer(WebService::body(reply), m_setup.version);
+    if (!answer.newer) {
         Q_EMIT onNoUpdate();
-    } else if (!isBusy()) {
-        offer(answer.value(QLatin1String("UPDATE_PRIORITY")).toString());
+    } else if (answer.offer && m_state == State::Idle) { // what is on its way stays what it is
+        take(*answer.offer);
     }
 }
 
-void ZRUpdater::offer(const QString &priority)
+void ZRUpdater::take(const UpdateOffer &offer)
 {
-    m_mandatory = priority == QLatin1String("MAN");
-    if (priority == QLatin1String("LOW")) {
-        Q_EMIT onUpdateAvailable(m_updateVersion);
-    } else if (priority == QLatin1String("MID")) {
-        if (!m_downloading && !(m_prompt && m_prompt->isVisible())) {
+    if (m_setup.mode == Mode::Tell) {
+        tell(offer);
+        return;
+    }
+    m_offer = offer;
+    switch (offer.priority) {
+    case UpdateOffer::Priority::Low:
+        Q_EMIT onUpdateAvailable(m_offer.version);
+        break;
+    case UpdateOffer::Priority::Mid:
+        if (!(m_prompt && m_prompt->isVisible())) {
             ask(tr("A new version of Veltrix is available. Do you want to install it?"), tr("OK"),
                 tr("Cancel"), &ZRUpdater::onUpdateAllowed, &ZRUpdater::onUpdateCanceled);
         }
-    } else if (priority == QLatin1String("HIGH")) {
+        break;
+    case UpdateOffer::Priority::High:
         ask(tr("A new version of Veltrix is available. Press OK to install it"), tr("OK"), QString(),
             &ZRUpdater::onUpdateAllowed, nullptr);
-    } else if (m_mandatory) {
+        break;
+    case UpdateOffer::Priority::Mandatory:
         startDownload();
+        break;
     }
+}
+
+void ZRUpdater::tell(const UpdateOffer &offer)
+{
+    if (offer.version == m_toldVersion) {
+        return;
+    }
+    m_toldVersion = offer.version;
+    ask(tr("A new version of Veltrix is available. Please install it in the way in which this copy was "
+           "installed: %1")
+            .arg(offer.version),
+        tr("OK"), QString(), nullptr, nullptr);
 }
 
 void ZRUpdater::ask(const QString &text, const QString &button1, const QString &button2,
@@ -186,7 +177,7 @@ void ZRUpdater::ask(const QString &text, const QString &button1, const QString &
 void ZRUpdater::onUpdateAllowed()
 {
     qCInfo(lcNet) << "[Updater] onUpdateAllowed";
-    if (isBusy()) {
+    if (m_state != State::Idle) {
         return; // offered in several places, taken once
     }
     Q_EMIT onDownloadStart();
@@ -195,19 +186,17 @@ void ZRUpdater::onUpdateAllowed()
 
 void ZRUpdater::onUpdateCanceled()
 {
-    if (isBusy()) {
-        return; // a question that was left standing; the download has begun elsewhere
+    if (m_state == State::Idle) { // else a question that was left standing
+        Q_EMIT onUpdateAvailable(m_offer.version);
     }
-    m_downloading = false;
-    Q_EMIT onUpdateAvailable(m_updateVersion);
 }
 
 void ZRUpdater::startDownload()
 {
-    if (isBusy()) {
+    if (m_state != State::Idle) {
         return;
     }
-    m_downloading = true;
+    m_state = State::Downloading;
     m_downloader = new QDownloader(this);
     connect(m_downloader, &QDownloader::dowloadFinished, this, &ZRUpdater::dowloadFinished);
     connect(m_downloader, &QDownloader::downloadProgress, this, &ZRUpdater::downloadProgress);
@@ -223,17 +212,18 @@ void ZRUpdater::startDownload()
     }
     QFile::remove(file); // takes a link away, not what it points to
     m_downloader->setCreateNew(true);
-    m_downloader->setLengthRequired(true);
+    m_downloader->setMarkedEndRequired(true);
+    m_downloader->setDeadline(downloadDeadline);
     m_downloader->setMaximumSize(maximumInstallerSize);
-    m_downloader->download(m_updateUrl, file);
+    m_downloader->download(m_offer.url, file);
 }
 
 void ZRUpdater::cancelDownload()
 {
-    if (!m_downloading || !m_downloader) {
+    if (m_state != State::Downloading || !m_downloader) {
         return;
     }
-    m_downloading = false;
+    m_state = State::Cancelled;
     const QPointer<QDownloader> downloader = m_downloader;
     Q_EMIT downloader->cancelDownload();
     Q_EMIT onDownloadCanceled();
@@ -246,18 +236,20 @@ void ZRUpdater::downloadProgress(float fraction)
 
 void ZRUpdater::dowloadFinished(bool success)
 {
-    const bool wasDownloading = std::exchange(m_downloading, false);
+    const State before = std::exchange(m_state, State::Idle);
     if (m_downloader) {
         m_downloader->deleteLater();
         m_downloader.clear();
         success = success && acceptInstaller();
-        m_complete = success;
+        m_state = success ? State::Complete : State::Idle;
     }
-    if (success && m_mandatory) {
-        install();
-    } else if (success) {
-        Q_EMIT onDownloadComplete();
-    } else if (wasDownloading) {
+    if (success) {
+        if (m_offer.priority == UpdateOffer::Priority::Mandatory) {
+            install();
+        } else {
+            Q_EMIT onDownloadComplete();
+        }
+    } else if (before == State::Downloading) {
         ask(tr("An error occurred during download."), tr("OK"), QString(), nullptr, nullptr);
         Q_EMIT onDownloadInterrupted();
     }
@@ -271,7 +263,7 @@ void ZRUpdater::install()
                "Please install it yourself:\n%1")
                 .arg(m_setup.installerFile),
             tr("OK"), QString(), nullptr, nullptr);
-    } else if (m_mandatory) {
+    } else if (m_offer.priority == UpdateOffer::Priority::Mandatory) {
         ask(tr("Please press OK to close Veltrix and complete the update process."), tr("OK"), QString(),
             &ZRUpdater::onCloseAllowed, nullptr);
     } else {
@@ -287,7 +279,8 @@ bool ZRUpdater::acceptInstaller() const
     if (QFileInfo(file).size() == 0) {
         fault = QStringLiteral("it is empty");
     } else {
-        fault = SignatureCheck(m_setup.signingKey).faultOf(file, m_updateSignature);
+        fault = SignatureCheck(m_setup.signingKey)
+                    .faultOf(file, SignatureCheck::Kind::Installer, m_offer.version, m_offer.signature);
     }
     if (fault.isEmpty() &&
         !QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner)) {
@@ -315,7 +308,7 @@ void ZRUpdater::aboutToQuit()
     if (!m_installOnQuit) {
         return;
     }
-    if (!m_complete) {
+    if (m_state != State::Complete) {
         qCWarning(lcNet) << "[Updater] the installer did not arrive whole and is not started";
         return;
     }
@@ -327,13 +320,14 @@ void ZRUpdater::aboutToQuit()
 void ZRUpdater::release()
 {
     delete m_downloader;
-    delete m_checkTimer;
-    delete m_network;
+    if (m_network && m_network->parent() == this) {
+        delete m_network;
+    }
+    m_network.clear();
+    if (m_setup.alarm == m_ownAlarm.get()) {
+        m_setup.alarm = nullptr;
+    }
+    m_ownAlarm.reset();
     m_prompt.clear();
     m_setup.quit = nullptr;
-}
-
-bool ZRUpdater::isBusy() const
-{
-    return m_downloader || m_complete;
 }

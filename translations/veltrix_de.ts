@@ -799,5 +799,9 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
         <translation>Die neue Version ist heruntergeladen, aber Veltrix darf sich hier nicht selbst ersetzen. Bitte installieren Sie sie selbst:
 %1</translation>
     </message>
+    <message>
+        <source>A new version of Veltrix is available. Please install it in the way in which this copy was installed: %1</source>
+        <translation>Eine neue Version von Veltrix ist verfügbar. Bitte installieren Sie sie auf dem Weg, auf dem diese Fassung installiert wurde: %1</translation>
+    </message>
 </context>
 </TS>

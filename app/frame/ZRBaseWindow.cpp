@@ -188,12 +188,20 @@ void ZRBaseWindow::onUpdateAvailable(const QString &version)
 
 void ZRBaseWindow::onDownloading(int percent)
 {
+    if (m_updatePanel->isVisibleTo(this)) { // what it offers is on its way
+        m_silentDownload = true;
+        bringToFront(m_downloadPanel);
+    } else if (m_silentDownload && percent == m_progress->maximum()) {
+        m_silentDownload = false; // its end is not told
+        bringToFront(m_header);
+    }
     m_progress->setValue(percent);
     FittingText::show(m_progressText, tr("Downloading  %1 %").arg(percent)); // two blanks, on purpose
 }
 
 void ZRBaseWindow::onDownloadStart()
 {
+    m_silentDownload = false;
     m_progress->setValue(0);
     FittingText::show(m_progressText, tr("Downloading 0 %"));
     bringToFront(m_downloadPanel);

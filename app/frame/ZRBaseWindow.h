@@ -46,4 +46,5 @@ private:
     QLabel *m_progressText = nullptr;
     QProgressBar *m_progress = nullptr;
     QGraphicsBlurEffect *m_blur = nullptr; // this widget's, created on first use
+    bool m_silentDownload = false;         // one that nobody asked for took the offer's place
 };

@@ -99,8 +99,10 @@ void ZRDialog::showEvent(QShowEvent *event)
     move(area.center() - rect().center());
     QWidget::showEvent(event);
     raise();
-    activateWindow();
-    m_button1->setFocus();
+    if (!testAttribute(Qt::WA_ShowWithoutActivating)) {
+        activateWindow();
+    }
+    m_button1->setFocus(); // for when the window has the keys
 }
 
 void ZRDialog::keyPressEvent(QKeyEvent *event)

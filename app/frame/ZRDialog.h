@@ -5,6 +5,9 @@
 class QPushButton;
 
 /// A small message with one or two buttons. Built hidden; each button hides it and then reports itself.
+///
+/// Shown, it takes the keys. One that no action of the user called up needs Qt::WA_ShowWithoutActivating: it
+/// then has them only once the user has gone to it.
 class ZRDialog : public QWidget
 {
     Q_OBJECT

@@ -24,6 +24,9 @@ private Q_SLOTS:
     void init();
     void lowIsOfferedInTheHeader();
     void downloadIsShownAndCancelled();
+    void mandatoryDownloadShowsItsProgressWhereItWasOffered();
+    void mandatoryDownloadFromNowhereStaysSilent();
+    void offerStandsThroughAnswersThatOfferNothing();
     void midAsks();
     void midDeclinedIsOfferedInTheHeader();
     void highOrders();
@@ -179,6 +182,46 @@ void tst_UpdateWindow::downloadIsShownAndCancelled()
     QVERIFY(shows("VERSION 1.10"));
     QVERIFY(!dialog());
     takePicture(m_window.get(), "none");
+}
+
+void tst_UpdateWindow::mandatoryDownloadShowsItsProgressWhereItWasOffered()
+{
+    offer("LOW");
+    QVERIFY(shows("Would you like to download Veltrix 1.11 now?"));
+    HttpAnswer answer;
+    answer.generatedSize = 1000;
+    answer.pieceSize = 70;
+    answer.pause = 150;
+    m_rig->server.setAnswer("/installer", answer);
+    offer("MAN");
+    QTRY_VERIFY(shows("Downloading  42 %"));
+    QVERIFY(!shows("A new version of Veltrix is available!"));
+    QTRY_VERIFY_WITH_TIMEOUT(dialog(), 10000);
+    QVERIFY(shows("VERSION 1.10"));
+}
+
+void tst_UpdateWindow::mandatoryDownloadFromNowhereStaysSilent()
+{
+    HttpAnswer answer;
+    answer.generatedSize = 1000;
+    answer.pieceSize = 250;
+    answer.pause = 150;
+    m_rig->server.setAnswer("/installer", answer);
+    offer("MAN");
+    QTRY_VERIFY(m_rig->progressReports > 1);
+    QVERIFY(shows("VERSION 1.10"));
+    QTRY_VERIFY(dialog());
+    QVERIFY(shows("VERSION 1.10"));
+}
+
+void tst_UpdateWindow::offerStandsThroughAnswersThatOfferNothing()
+{
+    offer("LOW");
+    m_rig->setAnswer("<html>Sign in</html>");
+    m_rig->check();
+    QVERIFY(shows("Would you like to download Veltrix 1.11 now?"));
+    press(m_window.get(), "Update");
+    QVERIFY(m_rig->waitFor(QStringLiteral("complete")));
 }
 
 void tst_UpdateWindow::midAsks()

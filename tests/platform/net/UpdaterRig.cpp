@@ -2,7 +2,6 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QNetworkAccessManager>
 #include <QTest>
 
 UpdaterRig::UpdaterRig()
@@ -19,6 +18,9 @@ ZRUpdater::Setup UpdaterRig::setup()
     setup.application = dir.filePath(QStringLiteral("application"));
     setup.prompt = prompt.get();
     setup.signingKey.clear();
+    setup.mode = ZRUpdater::Mode::Install;
+    setup.network = &network;
+    setup.alarm = &alarm;
     setup.quit = [this] { ++quits; };
     return setup;
 }
@@ -61,9 +63,8 @@ void UpdaterRig::setOffer(const char *version, const char *priority, const QStri
 void UpdaterRig::check()
 {
     updater->startCheckingPeriodically();
-    auto *network = updater->findChild<QNetworkAccessManager *>();
-    bool finished = false;
-    QObject::connect(network, &QNetworkAccessManager::finished, network, [&finished] { finished = true; });
+    bool finished = false; // the updater takes connections of before away
+    QObject::connect(&network, &QNetworkAccessManager::finished, &network, [&finished] { finished = true; });
     QVERIFY(QTest::qWaitFor([&finished] { return finished; }, 10000));
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "net/Alarm.h"
+#include "net/HttpManager.h"
 #include "net/ZRUpdater.h"
 #include "tests/platform/net/FakePrompt.h"
 #include "tests/support/http/HttpServer.h"
@@ -7,7 +9,29 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <functional>
 #include <memory>
+#include <utility>
+
+/// Lets the time until the next check pass by hand.
+class ManualAlarm : public Alarm
+{
+public:
+    void set(int milliseconds, std::function<void()> newAction) override
+    {
+        waits.append(milliseconds);
+        action = std::move(newAction);
+    }
+    /// The time is over.
+    void ring()
+    {
+        const auto due = std::exchange(action, nullptr);
+        due();
+    }
+
+    QList<int> waits; ///< ms, each that was set
+    std::function<void()> action;
+};
 
 /// An updater of version 1.10, a service for it, a prompt and a record of its signals.
 class UpdaterRig
@@ -35,6 +59,8 @@ public:
 
     QTemporaryDir dir;
     HttpServer server;
+    HttpManager network;
+    ManualAlarm alarm;
     std::unique_ptr<FakePrompt> prompt = std::make_unique<FakePrompt>();
     std::unique_ptr<ZRUpdater> updater;
     QStringList signalsSeen; ///< by name, the offer with its version

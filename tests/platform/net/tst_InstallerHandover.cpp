@@ -7,6 +7,7 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTest>
 
 namespace
@@ -35,6 +36,9 @@ class tst_InstallerHandover : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void imageIsBelievedOnlyFromWithinItsFolder_data();
+    void imageIsBelievedOnlyFromWithinItsFolder();
+    void imageOfAnotherProgramIsNotReplaced();
     void init();
     void cleanup() { qputenv("PATH", m_path); }
     void windowsStartsTheInstaller();
@@ -348,6 +352,49 @@ void tst_InstallerHandover::installerFileIsInAPlaceOfItsOwn()
     const QFileInfo place(file.path());
     QVERIFY(place.fileName().startsWith(QLatin1String("veltrix")));
     QCOMPARE(place.path(), QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation));
+}
+
+void tst_InstallerHandover::imageIsBelievedOnlyFromWithinItsFolder_data()
+{
+    QTest::addColumn<QString>("image");
+    QTest::addColumn<QString>("folder"); // below the test's own
+    QTest::addColumn<bool>("believed");
+    const QString image = QStringLiteral("/home/user/Veltrix.AppImage");
+    QTest::newRow("its own") << image << QStringLiteral("mount") << true;
+    QTest::newRow("through a link") << image << QStringLiteral("link") << true;
+    QTest::newRow("another program's") << image << QStringLiteral("other") << false;
+    QTest::newRow("a name that begins alike") << image << QStringLiteral("mou") << false;
+    QTest::newRow("that is not there") << image << QStringLiteral("none") << false;
+    QTest::newRow("the whole system") << image << QStringLiteral("/") << false;
+    QTest::newRow("no folder") << image << QString() << false;
+    QTest::newRow("no image") << QString() << QStringLiteral("mount") << false;
+}
+
+void tst_InstallerHandover::imageIsBelievedOnlyFromWithinItsFolder()
+{
+    QFETCH(QString, image);
+    QFETCH(QString, folder);
+    QFETCH(bool, believed);
+    const QTemporaryDir base;
+    const QDir dir(base.path());
+    for (const char *name : {"mount/usr/bin", "other", "mou"}) {
+        QVERIFY(dir.mkpath(QString::fromLatin1(name)));
+    }
+    const QString executable = dir.filePath(QStringLiteral("mount/usr/bin/veltrix"));
+    writeProgram(executable, "program");
+    QVERIFY(QFile::link(dir.filePath(QStringLiteral("mount")), dir.filePath(QStringLiteral("link"))));
+    const QString path = folder.isEmpty() || folder == QLatin1String("/") ? folder : dir.filePath(folder);
+    QCOMPARE(OSHelper::applicationFile(executable, image, path), believed ? image : executable);
+}
+
+void tst_InstallerHandover::imageOfAnotherProgramIsNotReplaced()
+{
+    qputenv("APPIMAGE", "/home/user/Another.AppImage"); // as every program inherits that it started
+    qputenv("APPDIR", "/usr/share");
+    const QString file = OSHelper::applicationFile();
+    qunsetenv("APPIMAGE");
+    qunsetenv("APPDIR");
+    QCOMPARE(file, QCoreApplication::applicationFilePath());
 }
 
 QTEST_GUILESS_MAIN(tst_InstallerHandover)

@@ -44,9 +44,13 @@ private Q_SLOTS:
     void errorStatusIsNotLookedAt();
     void eachCheckAsks();
     void managersGoWithTheirReplies();
-    void failedDownloadIsNotTriedAgainForTheSameVersion();
-    void failedDownloadLeavesTheFileAsItIs_data();
-    void failedDownloadLeavesTheFileAsItIs();
+    void failedDownloadDoesNotCount();
+    void fileThatCannotBeStoredDoesNotCount();
+    void downloadThatTheEndCutOffDoesNotCount();
+    void failedDownloadLeavesTheLibrary_data();
+    void failedDownloadLeavesTheLibrary();
+    void libraryThatIsTooLargeIsRefused_data();
+    void libraryThatIsTooLargeIsRefused();
     void libraryNeedsTheSignatureOfItsKey_data();
     void libraryNeedsTheSignatureOfItsKey();
     void withAKeyTheLibraryStandsUntilTheNewOneIsWhole();
@@ -238,31 +242,61 @@ void tst_MapUpdate::managersGoWithTheirReplies()
         m_update->findChildren<QNetworkAccessManager *>(QString(), Qt::FindDirectChildrenOnly).isEmpty());
 }
 
-void tst_MapUpdate::failedDownloadIsNotTriedAgainForTheSameVersion()
+void tst_MapUpdate::failedDownloadDoesNotCount()
 {
+    m_settings->setValue(QStringLiteral("ZR_VERSION"), QStringLiteral("4"));
+    m_settings->setValue(QStringLiteral("ZR_URL"), QStringLiteral("http://h/four"));
     setAnswer(QStringLiteral("5"), m_server->url("/missing"));
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("server replied")));
     checkAndWait();
     QTRY_COMPARE(m_finished->size(), 1);
     QCOMPARE(m_finished->first().first().toBool(), false);
-    checkAndWait();
-    QCOMPARE(m_started->size(), 1);
+    QCOMPARE(local(), QStringLiteral("4"));
+    QCOMPARE(m_settings->value(QStringLiteral("ZR_URL")).toString(), QStringLiteral("http://h/four"));
 
-    setAnswer(QStringLiteral("6"), m_server->url("/library"));
+    setAnswer(QStringLiteral("5"), m_server->url("/library"));
     checkAndWait();
     QCOMPARE(m_started->size(), 2);
     QTRY_COMPARE(m_finished->size(), 2);
     QCOMPARE(m_finished->last().first().toBool(), true);
+    QCOMPARE(local(), QStringLiteral("5"));
 }
 
-void tst_MapUpdate::failedDownloadLeavesTheFileAsItIs_data()
+void tst_MapUpdate::fileThatCannotBeStoredDoesNotCount()
+{
+    QVERIFY(QFile::remove(library()));
+    QVERIFY(QDir(m_dir->path()).mkdir(QStringLiteral("ZR.xml"))); // nothing takes the place of a folder
+    setAnswer(QStringLiteral("5"), m_server->url("/library"));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("cannot take the place of")));
+    checkAndWait();
+    QTRY_COMPARE(m_finished->size(), 1);
+    QCOMPARE(m_finished->first().first().toBool(), false);
+    QCOMPARE(local(), QString());
+}
+
+void tst_MapUpdate::downloadThatTheEndCutOffDoesNotCount()
+{
+    HttpAnswer answer;
+    answer.generatedSize = 1000;
+    answer.stallAt = 600;
+    m_server->setAnswer("/library", answer);
+    setAnswer(QStringLiteral("5"), m_server->url("/library"));
+    checkAndWait();
+    QTRY_COMPARE(contentOf(library() + QStringLiteral(".download")).size(), 600);
+    QCOMPARE(local(), QStringLiteral("5"));
+    build({}); // the next start
+    QCOMPARE(local(), QString());
+    QCOMPARE(files(), QStringList{QStringLiteral("ZR.xml")});
+}
+
+void tst_MapUpdate::failedDownloadLeavesTheLibrary_data()
 {
     QTest::addColumn<bool>("stalls");
     QTest::newRow("cut off") << false;
     QTest::newRow("stalls") << true;
 }
 
-void tst_MapUpdate::failedDownloadLeavesTheFileAsItIs()
+void tst_MapUpdate::failedDownloadLeavesTheLibrary()
 {
     QFETCH(bool, stalls);
     HttpAnswer answer;
@@ -275,7 +309,40 @@ void tst_MapUpdate::failedDownloadLeavesTheFileAsItIs()
     checkAndWait();
     QTRY_COMPARE(m_finished->size(), 1);
     QCOMPARE(m_finished->first().first().toBool(), false);
-    QCOMPARE(contentOf(library()), HttpServer::generated(0, 600));
+    QCOMPARE(contentOf(library()), QByteArray("<ZR>the old one</ZR>"));
+    QCOMPARE(files(), QStringList{QStringLiteral("ZR.xml")});
+}
+
+void tst_MapUpdate::libraryThatIsTooLargeIsRefused_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::addColumn<bool>("fits");
+    for (const bool fits : {true, false}) {
+        const QByteArray size = fits ? "4 MiB" : "a byte more";
+        QTest::newRow(size + ", length given") << int(HttpAnswer::Length::Given) << fits;
+        QTest::newRow(size + ", chunked") << int(HttpAnswer::Length::Chunked) << fits;
+        QTest::newRow(size + ", ends with the connection") << int(HttpAnswer::Length::Unknown) << fits;
+    }
+}
+
+void tst_MapUpdate::libraryThatIsTooLargeIsRefused()
+{
+    QFETCH(int, length);
+    QFETCH(bool, fits);
+    constexpr qint64 largest = 4LL * 1024 * 1024;
+    HttpAnswer answer;
+    answer.generatedSize = fits ? largest : largest + 1;
+    answer.length = HttpAnswer::Length(length);
+    m_server->setAnswer("/library", answer);
+    setAnswer(QStringLiteral("5"), m_server->url("/library"));
+    if (!fits) {
+        QTest::ignoreMessage(QtWarningMsg, "The file is larger than 4194304 bytes");
+    }
+    checkAndWait();
+    QTRY_COMPARE_WITH_TIMEOUT(m_finished->size(), 1, 20000);
+    QCOMPARE(m_finished->first().first().toBool(), fits);
+    QCOMPARE(QFileInfo(library()).size(), fits ? largest : qint64(20));
+    QCOMPARE(local(), fits ? QStringLiteral("5") : QString());
 }
 
 void tst_MapUpdate::libraryNeedsTheSignatureOfItsKey_data()
@@ -284,11 +351,14 @@ void tst_MapUpdate::libraryNeedsTheSignatureOfItsKey_data()
     QTest::addColumn<QString>("fault");
     const QByteArray library = "<ZR>the new one</ZR>";
     const QString wrong = QStringLiteral("its signature does not verify");
-    QTest::newRow("genuine") << SigningKey().sign(library) << QString();
+    QTest::newRow("genuine") << SigningKey().signFile("library", "5", library) << QString();
     QTest::newRow("none") << QByteArray() << QStringLiteral("it is not signed");
     QTest::newRow("garbage") << QByteArray("AAAA") << QStringLiteral("its signature is not one");
-    QTest::newRow("another key's") << SigningKey(2).sign(library) << wrong;
-    QTest::newRow("of another library") << SigningKey().sign("<ZR>the old one</ZR>") << wrong;
+    QTest::newRow("another key's") << SigningKey(2).signFile("library", "5", library) << wrong;
+    QTest::newRow("of an older version") << SigningKey().signFile("library", "4", library) << wrong;
+    QTest::newRow("an installer's") << SigningKey().signFile("installer", "5", library) << wrong;
+    QTest::newRow("of another library")
+        << SigningKey().signFile("library", "5", "<ZR>the old one</ZR>") << wrong;
 }
 
 void tst_MapUpdate::libraryNeedsTheSignatureOfItsKey()
@@ -307,7 +377,7 @@ void tst_MapUpdate::libraryNeedsTheSignatureOfItsKey()
     QCOMPARE(contentOf(library()),
              fault.isEmpty() ? QByteArray("<ZR>the new one</ZR>") : QByteArray("<ZR>the old one</ZR>"));
     QCOMPARE(files(), QStringList{QStringLiteral("ZR.xml")});
-    QCOMPARE(local(), QStringLiteral("5"));
+    QCOMPARE(local(), fault.isEmpty() ? QStringLiteral("5") : QString());
 }
 
 void tst_MapUpdate::withAKeyTheLibraryStandsUntilTheNewOneIsWhole()
@@ -317,7 +387,7 @@ void tst_MapUpdate::withAKeyTheLibraryStandsUntilTheNewOneIsWhole()
     answer.stallAt = 600;
     m_server->setAnswer("/library", answer);
     setAnswer(QStringLiteral("5"), m_server->url("/library"),
-              SigningKey().sign(HttpServer::generated(0, 1000)));
+              SigningKey().signFile("library", "5", HttpServer::generated(0, 1000)));
     build(SigningKey().publicKey());
     m_update->setStallTimeout(300);
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("closed|canceled")));
@@ -334,7 +404,8 @@ void tst_MapUpdate::withAKeyTheFirstLibraryNeedsNone()
 {
     QVERIFY(QFile::remove(library()));
     build(SigningKey().publicKey());
-    setAnswer(QStringLiteral("5"), m_server->url("/library"), SigningKey().sign("<ZR>the new one</ZR>"));
+    setAnswer(QStringLiteral("5"), m_server->url("/library"),
+              SigningKey().signFile("library", "5", "<ZR>the new one</ZR>"));
     checkAndWait();
     QTRY_COMPARE(m_finished->size(), 1);
     QCOMPARE(contentOf(library()), QByteArray("<ZR>the new one</ZR>"));

@@ -1,6 +1,7 @@
 #include "net/QDownloader.h"
 #include "tests/support/http/HttpServer.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QNetworkReply>
 #include <QRegularExpression>
@@ -96,8 +97,10 @@ private Q_SLOTS:
     void missingFolderIsFailure_data();
     void missingFolderIsFailure();
     void tooLargeIsFailure();
-    void lengthThatIsRequiredAndMissingIsFailure_data() { unknownLength_data(); }
-    void lengthThatIsRequiredAndMissingIsFailure();
+    void endThatHasToBeMarkedIsFailureWithTheHead();
+    void endThatHasToBeMarkedMayBeByChunks();
+    void announcedSizeThatIsTooLargeIsFailureWithTheHead();
+    void drippingIsBoundedAsAWhole();
     void createNewRefusesALink();
     void createNewIsForThisUserAlone();
     void usedAgainReportsEachEndOnce();
@@ -458,17 +461,58 @@ void tst_QDownloader::tooLargeIsFailure()
     QCOMPARE(outcome(), QVariant(true));
 }
 
-void tst_QDownloader::lengthThatIsRequiredAndMissingIsFailure()
+void tst_QDownloader::endThatHasToBeMarkedIsFailureWithTheHead()
 {
-    QFETCH(int, length);
     HttpAnswer answer;
-    answer.generatedSize = 1000;
-    answer.length = HttpAnswer::Length(length);
+    answer.generatedSize = gigabyte;
+    answer.length = HttpAnswer::Length::Unknown;
     m_server->setAnswer("/file", answer);
-    m_downloader->setLengthRequired(true);
+    m_downloader->setMarkedEndRequired(true);
     expectWarning("did not tell the length");
     download();
     QCOMPARE(outcome(), QVariant(false));
+    QCOMPARE(contentOf(path("file")), QByteArray());
+}
+
+void tst_QDownloader::endThatHasToBeMarkedMayBeByChunks()
+{
+    HttpAnswer answer;
+    answer.generatedSize = 100'000;
+    answer.length = HttpAnswer::Length::Chunked;
+    m_server->setAnswer("/file", answer);
+    m_downloader->setMarkedEndRequired(true);
+    download();
+    QCOMPARE(outcome(), QVariant(true));
+    QVERIFY(contentOf(path("file")) == HttpServer::generated(0, answer.generatedSize));
+}
+
+void tst_QDownloader::announcedSizeThatIsTooLargeIsFailureWithTheHead()
+{
+    HttpAnswer answer;
+    answer.generatedSize = gigabyte;
+    answer.stallAt = 0;
+    m_server->setAnswer("/file", answer);
+    m_downloader->setMaximumSize(1000);
+    expectWarning("larger than 1000 bytes");
+    download();
+    QCOMPARE(outcome(), QVariant(false));
+}
+
+void tst_QDownloader::drippingIsBoundedAsAWhole()
+{
+    HttpAnswer answer;
+    answer.generatedSize = 100'000;
+    answer.pieceSize = 1;
+    answer.pause = 20;
+    m_server->setAnswer("/file", answer);
+    m_downloader->setStallTimeout(5000);
+    m_downloader->setDeadline(400);
+    expectWarning("does not come to an end");
+    QElapsedTimer time;
+    time.start();
+    download();
+    QCOMPARE(outcome(), QVariant(false));
+    QVERIFY(time.elapsed() < 3000);
 }
 
 void tst_QDownloader::createNewRefusesALink()

@@ -23,6 +23,9 @@ private Q_SLOTS:
     void cancelWithoutADownloadDoesNothing();
     void cutOffIsInterruptedAndOfferedAgain();
     void lengthThatIsMissingIsInterrupted();
+    void lengthThatIsMissingIsNoticedWithTheHead();
+    void installerInChunksIsAccepted();
+    void chunksThatAreCutOffAreInterrupted();
     void emptyInstallerIsInterrupted();
     void installerNeedsTheSignatureOfItsKey_data();
     void installerNeedsTheSignatureOfItsKey();
@@ -188,6 +191,50 @@ void tst_UpdateDownload::lengthThatIsMissingIsInterrupted()
     QVERIFY(m_rig->waitFor(QStringLiteral("interrupted")));
 }
 
+void tst_UpdateDownload::lengthThatIsMissingIsNoticedWithTheHead()
+{
+    HttpAnswer answer;
+    answer.generatedSize = 100'000'000;
+    answer.length = HttpAnswer::Length::Unknown;
+    m_rig->server.setAnswer("/installer", answer);
+    m_rig->setOffer("2", "MAN", url());
+    QTest::ignoreMessage(QtWarningMsg, "The server did not tell the length of the file");
+    m_rig->check();
+    QVERIFY(m_rig->waitFor(QStringLiteral("interrupted")));
+    QCOMPARE(contentOf(m_rig->installer()), QByteArray());
+    QVERIFY(m_rig->server.bytesSent() < 10'000'000); // what fits between two sockets
+}
+
+void tst_UpdateDownload::installerInChunksIsAccepted()
+{
+    HttpAnswer answer;
+    answer.body = installerBody;
+    answer.length = HttpAnswer::Length::Chunked;
+    answer.pieceSize = 3;
+    m_rig->server.setAnswer("/installer", answer);
+    m_rig->setOffer("2", "MAN", url());
+    m_rig->check();
+    QTRY_COMPARE(m_rig->prompt->questions, QList<QStringList>{asked(pleaseClose, "OK")});
+    QCOMPARE(contentOf(m_rig->installer()), installerBody);
+}
+
+void tst_UpdateDownload::chunksThatAreCutOffAreInterrupted()
+{
+    HttpAnswer answer;
+    answer.body = installerBody;
+    answer.length = HttpAnswer::Length::Chunked;
+    answer.breakOffAt = installerBody.size(); // only the mark of the end is missing
+    m_rig->server.setAnswer("/installer", answer);
+    m_rig->setOffer("2", "MAN", url());
+    for (int round = 0; round < 30; ++round) {
+        QTest::ignoreMessage(QtWarningMsg, "Connection closed within the answer");
+        m_rig->signalsSeen.clear();
+        m_rig->check();
+        QVERIFY(m_rig->waitFor(QStringLiteral("interrupted")));
+    }
+    QVERIFY(!QFileInfo(m_rig->installer()).isExecutable());
+}
+
 void tst_UpdateDownload::emptyInstallerIsInterrupted()
 {
     m_rig->server.setAnswer("/installer", "");
@@ -202,13 +249,16 @@ void tst_UpdateDownload::installerNeedsTheSignatureOfItsKey_data()
 {
     QTest::addColumn<QByteArray>("signature");
     QTest::addColumn<QString>("fault");
-    const QByteArray genuine = SigningKey().sign(installerBody);
+    const QByteArray genuine = SigningKey().signFile("installer", "2", installerBody);
     const QString wrong = QStringLiteral("its signature does not verify");
     QTest::newRow("genuine") << genuine << QString();
     QTest::newRow("none") << QByteArray() << QStringLiteral("it is not signed");
     QTest::newRow("garbage") << QByteArray("c2lnbmF0dXJl!") << QStringLiteral("its signature is not one");
-    QTest::newRow("another key's") << SigningKey(2).sign(installerBody) << wrong;
-    QTest::newRow("of another installer") << SigningKey().sign("#!/bin/sh\nexit 1\n") << wrong;
+    QTest::newRow("another key's") << SigningKey(2).signFile("installer", "2", installerBody) << wrong;
+    QTest::newRow("of an older version") << SigningKey().signFile("installer", "1.9", installerBody) << wrong;
+    QTest::newRow("a library's") << SigningKey().signFile("library", "2", installerBody) << wrong;
+    QTest::newRow("of another installer")
+        << SigningKey().signFile("installer", "2", "#!/bin/sh\nexit 1\n") << wrong;
 }
 
 void tst_UpdateDownload::installerNeedsTheSignatureOfItsKey()
@@ -236,7 +286,7 @@ void tst_UpdateDownload::installerNeedsTheSignatureOfItsKey()
     m_rig->updater->aboutToQuit();
 
     // What comes next may be the maker's again.
-    m_rig->setOffer("2", "MAN", url(), SigningKey().sign(installerBody));
+    m_rig->setOffer("2", "MAN", url(), SigningKey().signFile("installer", "2", installerBody));
     m_rig->check();
     QTRY_COMPARE(m_rig->prompt->questions.last(), asked(pleaseClose, "OK"));
 }

@@ -1,7 +1,7 @@
+#include "net/HttpManager.h"
 #include "net/WebService.h"
 #include "tests/support/http/HttpServer.h"
 
-#include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -32,7 +32,7 @@ private:
     std::unique_ptr<QNetworkReply> get(const HttpAnswer &answer, int deadline);
 
     HttpServer m_server;
-    QNetworkAccessManager m_network;
+    HttpManager m_network;
 };
 
 void tst_WebService::addressIsReservedByDefault()
@@ -95,7 +95,7 @@ void tst_WebService::answerOfTheLargestSizeIsRead()
     HttpAnswer answer;
     answer.generatedSize = WebService::maximumAnswerSize;
     const auto reply = get(answer, WebService::answerDeadline);
-    QVERIFY(!WebService::hitLimit(reply.get()));
+    QVERIFY(WebService::limitOf(reply.get()) == WebService::Limit::None);
     QVERIFY(WebService::body(reply.get()) == HttpServer::generated(0, WebService::maximumAnswerSize));
 }
 
@@ -123,7 +123,7 @@ void tst_WebService::largerAnswerCountsAsNone()
     QTest::ignoreMessage(QtWarningMsg, "The answer of 127.0.0.1 is too long");
     const auto reply = get(answer, WebService::answerDeadline);
     QVERIFY(reply->isFinished());
-    QVERIFY(WebService::hitLimit(reply.get()));
+    QVERIFY(WebService::limitOf(reply.get()) == WebService::Limit::Size);
     QCOMPARE(WebService::body(reply.get()), QByteArray());
 }
 
@@ -147,7 +147,7 @@ void tst_WebService::answerThatDoesNotEndCountsAsNone()
     QTest::ignoreMessage(QtWarningMsg, "The answer of 127.0.0.1 does not come to an end");
     const auto reply = get(answer, 200);
     QVERIFY(reply->isFinished());
-    QVERIFY(WebService::hitLimit(reply.get()));
+    QVERIFY(WebService::limitOf(reply.get()) == WebService::Limit::Deadline);
     QCOMPARE(WebService::body(reply.get()), QByteArray());
 }
 

@@ -3,10 +3,8 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QNetworkAccessManager>
 #include <QRegularExpression>
 #include <QTest>
-#include <QTimer>
 
 class tst_ZRUpdater : public QObject
 {
@@ -14,7 +12,6 @@ class tst_ZRUpdater : public QObject
 
 private Q_SLOTS:
     void init();
-    void intervalIsHalfAnHour();
     void firstCheckAsSoonAsTheLoopRuns();
     void checksEveryHalfHour();
     void checksAgainAndAgain();
@@ -35,7 +32,10 @@ private Q_SLOTS:
     void addressIsTakenFromTheAnswer();
     void unknownPriorityDoesNothing_data();
     void unknownPriorityDoesNothing();
-    void withdrawnOfferIsNotFetched();
+    void answerThatOffersNothingLeavesTheOffer_data();
+    void answerThatOffersNothingLeavesTheOffer();
+    void laterOfferReplacesTheOneBefore();
+    void copyThatIsKeptUpToDateOtherwiseIsOnlyToldOf();
     void lowOffersInTheWindow();
     void midAsks();
     void midIsNotAskedTwice();
@@ -59,49 +59,37 @@ void tst_ZRUpdater::init()
     m_rig->server.setAnswer("/installer", installerBody);
 }
 
-void tst_ZRUpdater::intervalIsHalfAnHour()
-{
-    ZRUpdater &updater = *m_rig->updater;
-    updater.arm();
-    auto *timer = updater.findChild<QTimer *>();
-    QVERIFY(timer);
-    QCOMPARE(timer->interval(), 1);
-    m_rig->setOffer("1.10", "LOW", url());
-    QVERIFY(m_rig->waitFor(QStringLiteral("no update")));
-    QVERIFY(timer->isActive());
-    QCOMPARE(timer->interval(), 1800000);
-    QCOMPARE(updater.findChildren<QTimer *>().size(), 1);
-}
-
 void tst_ZRUpdater::firstCheckAsSoonAsTheLoopRuns()
 {
     m_rig->setOffer("1.10", "LOW", url());
     m_rig->updater->arm();
+    QCOMPARE(m_rig->alarm.waits, QList<int>{1});
     QCOMPARE(m_rig->server.requests().size(), 0);
+    m_rig->alarm.ring();
     QVERIFY(m_rig->waitFor(QStringLiteral("no update")));
     QCOMPARE(m_rig->server.requests().size(), 1);
 }
 
-// The half hours are let pass by hand.
 void tst_ZRUpdater::checksEveryHalfHour()
 {
     m_rig->setOffer("1.10", "LOW", url());
     m_rig->updater->arm();
-    auto *timer = m_rig->updater->findChild<QTimer *>();
     for (int check = 1; check <= 4; ++check) {
+        m_rig->alarm.ring();
         QTRY_COMPARE(m_rig->signalsSeen.size(), check);
         QCOMPARE(m_rig->server.requests().size(), check);
-        QCOMPARE(timer->interval(), 1800000);
-        QVERIFY(timer->remainingTime() > 1700000);
-        QTimerEvent halfHourLater(timer->timerId());
-        QCoreApplication::sendEvent(timer, &halfHourLater);
+        QCOMPARE(m_rig->alarm.waits.last(), 1800000);
+        QCOMPARE(m_rig->alarm.waits.size(), check + 1);
     }
 }
 
+// With a timer and a manager of its own.
 void tst_ZRUpdater::checksAgainAndAgain()
 {
     m_rig->setOffer("1.10", "LOW", url());
     ZRUpdater::Setup setup = m_rig->setup();
+    setup.network = nullptr;
+    setup.alarm = nullptr;
     setup.checkInterval = 30;
     m_rig->build(setup);
     m_rig->updater->arm();
@@ -234,7 +222,7 @@ void tst_ZRUpdater::answerWithoutAnEndOffersNothing()
     m_rig->build(setup);
     QTest::ignoreMessage(QtWarningMsg, "The answer of 127.0.0.1 does not come to an end");
     m_rig->check();
-    QCOMPARE(m_rig->signalsSeen, QStringList());
+    QCOMPARE(m_rig->signalsSeen, seen({"no inet"}));
 }
 
 void tst_ZRUpdater::errorOnTheCheckIsSilent_data()
@@ -308,17 +296,63 @@ void tst_ZRUpdater::unknownPriorityDoesNothing()
     QCOMPARE(m_rig->server.requestCount("/installer"), 0);
 }
 
-void tst_ZRUpdater::withdrawnOfferIsNotFetched()
+void tst_ZRUpdater::answerThatOffersNothingLeavesTheOffer_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::newRow("this version") << QByteArray(
+        R"({"UPDATE_VERSION":"1.10","UPDATE_PRIORITY":"LOW","UPDATE_URL":""})");
+    QTest::newRow("portal page") << QByteArray("<html><body>Sign in</body></html>");
+    QTest::newRow("unknown priority")
+        << QByteArray(R"({"UPDATE_VERSION":"3","UPDATE_PRIORITY":"x","UPDATE_URL":""})");
+    QTest::newRow("empty") << QByteArray();
+}
+
+void tst_ZRUpdater::answerThatOffersNothingLeavesTheOffer()
+{
+    QFETCH(QByteArray, body);
+    m_rig->setOffer("2", "LOW", url());
+    m_rig->check();
+    m_rig->setAnswer(body);
+    m_rig->check();
+    m_rig->updater->onUpdateCanceled();
+    QCOMPARE(m_rig->signalsSeen.last(), QStringLiteral("available 2"));
+    QTest::ignoreMessage(QtInfoMsg, "[Updater] onUpdateAllowed");
+    m_rig->updater->onUpdateAllowed(); // it still stands in the window
+    QVERIFY(m_rig->waitFor(QStringLiteral("complete")));
+    QCOMPARE(contentOf(m_rig->installer()), installerBody);
+}
+
+void tst_ZRUpdater::laterOfferReplacesTheOneBefore()
 {
     m_rig->setOffer("2", "LOW", m_rig->server.url("/withdrawn"));
     m_rig->check();
-    m_rig->setOffer("1.10", "LOW", url());
+    m_rig->setOffer("3", "LOW", url());
     m_rig->check();
-    QCOMPARE(m_rig->signalsSeen, seen({"available 2", "no update"}));
+    QCOMPARE(m_rig->signalsSeen, seen({"available 2", "available 3"}));
     QTest::ignoreMessage(QtInfoMsg, "[Updater] onUpdateAllowed");
-    m_rig->updater->onUpdateAllowed(); // the offer still stands in the window
+    m_rig->updater->onUpdateAllowed();
     QVERIFY(m_rig->waitFor(QStringLiteral("complete")));
     QCOMPARE(m_rig->server.requestCount("/withdrawn"), 0);
+}
+
+void tst_ZRUpdater::copyThatIsKeptUpToDateOtherwiseIsOnlyToldOf()
+{
+    ZRUpdater::Setup setup = m_rig->setup();
+    setup.mode = ZRUpdater::Mode::Tell;
+    m_rig->build(setup);
+    for (const char *priority : {"LOW", "MID", "HIGH", "MAN"}) {
+        m_rig->setOffer("2", priority, url());
+        m_rig->check();
+    }
+    QCOMPARE(m_rig->prompt->questions.size(), 1); // once for each version
+    QVERIFY(m_rig->prompt->questions.first().first().endsWith(QLatin1String("this copy was installed: 2")));
+    QCOMPARE(m_rig->prompt->questions.first().at(2), QString());
+    m_rig->prompt->press(0);
+    m_rig->setOffer("3", "MAN", url());
+    m_rig->check();
+    QCOMPARE(m_rig->prompt->questions.size(), 2);
+    QCOMPARE(m_rig->signalsSeen, QStringList());
+    QCOMPARE(m_rig->server.requestCount("/installer"), 0);
 }
 
 void tst_ZRUpdater::lowOffersInTheWindow()
@@ -459,7 +493,7 @@ int main(int argc, char **argv)
         ZRUpdater::instance()->arm();
         ZRUpdater::instance()->startCheckingPeriodically();
         if (ZRUpdater::instance()->children().isEmpty()) {
-            qCritical("the shared updater was not armed");
+            qCritical("the shared updater has not asked");
             ++result;
         }
     }

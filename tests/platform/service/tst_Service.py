@@ -233,6 +233,17 @@ class Signing(ServiceTest):
         self.assertEqual(ends, {"installer: refused", "library: refused"})
         self.assertEqual(set(files), {"settings.ini"})
 
+    def test_what_is_signed_is_of_its_kind_and_version(self):
+        self.publish_version("1.11", "--key", self.key)
+        self.publish_library("3", "--key", self.key)
+        for file in (self.service.site / "releases").rglob("*.json"):
+            answer = json.loads(file.read_text())
+            for member in ("UPDATE_VERSION", "ZR_VERSION"):
+                if member in answer:
+                    answer[member] += ".1"
+            file.write_text(json.dumps(answer))
+        self.assertEqual(self.client(self.public)[0], {"installer: refused", "library: refused"})
+
     def test_what_is_not_signed_is_refused_by_a_program_with_a_key(self):
         self.publish_version("1.11")
         self.publish_library("3")

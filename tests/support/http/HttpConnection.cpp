@@ -102,7 +102,7 @@ void HttpConnection::sendPiece(qint64 size)
 void HttpConnection::finish()
 {
     m_done = true;
-    if (m_answer.length == HttpAnswer::Length::Chunked && m_sent == m_answer.size()) {
+    if (m_answer.length == HttpAnswer::Length::Chunked && m_sent != m_answer.breakOffAt) {
         m_socket->write("0\r\n\r\n");
     }
     m_socket->disconnectFromHost();

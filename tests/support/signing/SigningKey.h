@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QCryptographicHash>
 
 #include <sodium.h>
 
@@ -24,6 +25,13 @@ public:
         crypto_sign_detached(bytes(signature), nullptr, bytes(message), static_cast<quint64>(message.size()),
                              bytes(m_secret));
         return signature.toBase64();
+    }
+
+    /// The signature of a file, as it is offered with an answer. @p kind is "installer" or "library".
+    QByteArray signFile(const QByteArray &kind, const QByteArray &version, const QByteArray &content) const
+    {
+        const QByteArray hash = QCryptographicHash::hash(content, QCryptographicHash::Sha512).toHex();
+        return sign("veltrix\n" + kind + '\n' + version + '\n' + hash + '\n');
     }
 
 private:

@@ -15,6 +15,9 @@ const char *const wrong = "its signature does not verify";
 const char *const noKey = "there is no key to check its signature with";
 const char *const unreadable = "it cannot be read";
 
+constexpr auto installer = SignatureCheck::Kind::Installer;
+const QString version = QStringLiteral("2.1");
+
 const QByteArray message = "what the maker has built";
 
 } // namespace
@@ -30,6 +33,7 @@ private Q_SLOTS:
     void flippedBitOfAVectorDoesNot();
     void whatIsRefused_data();
     void whatIsRefused();
+    void aLibraryIsSignedAsOne();
     void withoutAKeyNothingIsChecked();
     void keyThatIsNoneLetsNothingPass_data();
     void keyThatIsNoneLetsNothingPass();
@@ -40,6 +44,10 @@ private Q_SLOTS:
 
 private:
     QString write(const QByteArray &content) const;
+    QByteArray signInstaller(const QByteArray &content) const
+    {
+        return m_key.signFile("installer", version.toLatin1(), content);
+    }
 
     const SigningKey m_key;
     QTemporaryDir m_directory;
@@ -83,7 +91,7 @@ void tst_SignatureCheck::standardVectorsVerify()
     QFETCH(QByteArray, key);
     QFETCH(QByteArray, content);
     QFETCH(QByteArray, signature);
-    QCOMPARE(SignatureCheck(key).faultOf(write(content), QString::fromLatin1(signature)), QString());
+    QCOMPARE(SignatureCheck(key).faultOf(content, QString::fromLatin1(signature)), QString());
 }
 
 void tst_SignatureCheck::flippedBitOfAVectorDoesNot()
@@ -91,12 +99,11 @@ void tst_SignatureCheck::flippedBitOfAVectorDoesNot()
     QFETCH(QByteArray, key);
     QFETCH(QByteArray, content);
     QFETCH(QByteArray, signature);
-    const QString file = write(content);
     const QByteArray genuine = QByteArray::fromBase64(signature);
     for (int position = 0; position < genuine.size(); ++position) {
         QByteArray forged = genuine;
         forged[position] = static_cast<char>(forged[position] ^ 1);
-        QCOMPARE(SignatureCheck(key).faultOf(file, QString::fromLatin1(forged.toBase64())),
+        QCOMPARE(SignatureCheck(key).faultOf(content, QString::fromLatin1(forged.toBase64())),
                  QLatin1String(wrong));
     }
 }
@@ -106,15 +113,19 @@ void tst_SignatureCheck::whatIsRefused_data()
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("signature");
     QTest::addColumn<QString>("fault");
-    const QByteArray genuine = m_key.sign(message);
+    const QByteArray genuine = signInstaller(message);
     const QByteArray raw = QByteArray::fromBase64(genuine);
     const auto row = [](const char *name, const QByteArray &content, const QByteArray &signature,
                         const char *fault) {
         QTest::newRow(name) << content << QString::fromLatin1(signature) << QString::fromLatin1(fault);
     };
     row("genuine", message, genuine, "");
-    row("another key's", message, SigningKey(2).sign(message), wrong);
-    row("of another file", message, m_key.sign("another file"), wrong);
+    row("another key's", message, SigningKey(2).signFile("installer", "2.1", message), wrong);
+    row("of another file", message, signInstaller("another file"), wrong);
+    row("of an older version", message, m_key.signFile("installer", "2.0", message), wrong);
+    row("of a newer version", message, m_key.signFile("installer", "2.1.1", message), wrong);
+    row("a library's", message, m_key.signFile("library", "2.1", message), wrong);
+    row("over the file alone", message, m_key.sign(message), wrong);
     QByteArray flipped = message;
     flipped[7] = static_cast<char>(flipped[7] ^ 0x20);
     row("file with a byte changed", flipped, genuine, wrong);
@@ -138,15 +149,26 @@ void tst_SignatureCheck::whatIsRefused()
     QFETCH(QByteArray, content);
     QFETCH(QString, signature);
     QFETCH(QString, fault);
-    QCOMPARE(SignatureCheck(m_key.publicKey()).faultOf(write(content), signature), fault);
+    QCOMPARE(SignatureCheck(m_key.publicKey()).faultOf(write(content), installer, version, signature), fault);
+}
+
+void tst_SignatureCheck::aLibraryIsSignedAsOne()
+{
+    const SignatureCheck check(m_key.publicKey());
+    const auto fault = [&](const QByteArray &signature) {
+        return check.faultOf(write(message), SignatureCheck::Kind::Library, version,
+                             QString::fromLatin1(signature));
+    };
+    QCOMPARE(fault(m_key.signFile("library", "2.1", message)), QString());
+    QCOMPARE(fault(signInstaller(message)), QLatin1String(wrong));
 }
 
 void tst_SignatureCheck::withoutAKeyNothingIsChecked()
 {
     const SignatureCheck check{QByteArray()};
     QVERIFY(!check.isRequired());
-    QCOMPARE(check.faultOf(write(message), QString()), QString());
-    QCOMPARE(check.faultOf(write(message), QStringLiteral("anything")), QString());
+    QCOMPARE(check.faultOf(write(message), installer, version, QString()), QString());
+    QCOMPARE(check.faultOf(write(message), installer, version, QStringLiteral("anything")), QString());
     QVERIFY(SignatureCheck(m_key.publicKey()).isRequired());
 }
 
@@ -166,7 +188,8 @@ void tst_SignatureCheck::keyThatIsNoneLetsNothingPass()
     QFETCH(QByteArray, key);
     const SignatureCheck check(key);
     QVERIFY(check.isRequired());
-    QCOMPARE(check.faultOf(write(message), QString::fromLatin1(m_key.sign(message))), QLatin1String(noKey));
+    QCOMPARE(check.faultOf(write(message), installer, version, QString::fromLatin1(signInstaller(message))),
+             QLatin1String(noKey));
 }
 
 // With these, a signature that fits every file could be made without a private key.
@@ -181,27 +204,28 @@ void tst_SignatureCheck::weakKeysLetNothingPass()
 {
     QFETCH(QByteArray, key);
     const QByteArray neutral = QByteArray(1, '\1') + QByteArray(63, '\0'); // the neutral element, and s = 0
-    QCOMPARE(SignatureCheck(key.toBase64()).faultOf(write(message), QString::fromLatin1(neutral.toBase64())),
+    QCOMPARE(SignatureCheck(key.toBase64())
+                 .faultOf(write(message), installer, version, QString::fromLatin1(neutral.toBase64())),
              QLatin1String(wrong));
 }
 
 void tst_SignatureCheck::largeFileVerifiesAndItsLastByteCounts()
 {
     QByteArray content(48 * 1024 * 1024 + 1, 'x');
-    const QString signature = QString::fromLatin1(m_key.sign(content));
+    const QString signature = QString::fromLatin1(signInstaller(content));
     const SignatureCheck check(m_key.publicKey());
-    QCOMPARE(check.faultOf(write(content), signature), QString());
+    QCOMPARE(check.faultOf(write(content), installer, version, signature), QString());
     content[content.size() - 1] = 'y';
-    QCOMPARE(check.faultOf(write(content), signature), QLatin1String(wrong));
+    QCOMPARE(check.faultOf(write(content), installer, version, signature), QLatin1String(wrong));
 }
 
 void tst_SignatureCheck::whatIsNoFileIsRefused()
 {
     const SignatureCheck check(m_key.publicKey());
-    const QString signature = QString::fromLatin1(m_key.sign(QByteArray()));
-    QCOMPARE(check.faultOf(m_directory.filePath(QStringLiteral("missing")), signature),
+    const QString signature = QString::fromLatin1(signInstaller(QByteArray()));
+    QCOMPARE(check.faultOf(m_directory.filePath(QStringLiteral("missing")), installer, version, signature),
              QLatin1String(unreadable));
-    QCOMPARE(check.faultOf(m_directory.path(), signature), QLatin1String(unreadable));
+    QCOMPARE(check.faultOf(m_directory.path(), installer, version, signature), QLatin1String(unreadable));
 }
 
 QTEST_GUILESS_MAIN(tst_SignatureCheck)
