@@ -256,7 +256,7 @@ void tst_TextsFit::everywhere()
         [&](QWidget *parent, SerialProtocol *link, ZRUpdater *updater) {
             return rig.makePage(parent, link, updater);
         },
-        nullptr);
+        nullptr, rig.engine.clock);
     window.show();
     window.devicePage()->show();
     m_checked = 0;
