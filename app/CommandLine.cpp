@@ -3,6 +3,7 @@
 #include "app/Translations.h"
 #include "app/frame/AppInfo.h"
 #include "device/TcpAddress.h"
+#include "engine/platform/PlatformFactory.h"
 #include "engine/platform/Session.h"
 
 #include <QCommandLineParser>
@@ -36,6 +37,11 @@ CommandLine CommandLine::parse(const QStringList &arguments, const QString &envi
                                   tr("Use this serial port as the device's for as long as it exists. "
                                      "tcp:127.0.0.1:PORT is a virtual device."),
                                   tr("path"));
+    const QStringList inputs = PlatformFactory::choices();
+    const QCommandLineOption input(
+        QStringLiteral("input"),
+        tr("How keys and pointer reach the desktop: %1.").arg(inputs.join(QLatin1String(", "))), tr("way"),
+        inputs.constFirst());
     const QCommandLineOption verbose(QStringLiteral("verbose"), tr("Log every event."));
     // Not addHelpOption(), which would also promise --help-all: only the toolkit's own parsing answers that.
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, tr("Show this help."));
@@ -47,7 +53,7 @@ CommandLine CommandLine::parse(const QStringList &arguments, const QString &envi
     // The instance guard looks at this one itself.
     QCommandLineOption secondary(QStringLiteral("secondary"));
     secondary.setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOptions({help, port, verbose, secondary});
+    parser.addOptions({help, input, port, verbose, secondary});
 
     CommandLine result;
     if (!parser.parse(arguments)) {
@@ -64,6 +70,11 @@ CommandLine CommandLine::parse(const QStringList &arguments, const QString &envi
         result.message = tr("Unexpected argument: %1").arg(parser.positionalArguments().constFirst());
     }
     result.port = fromHere(parser.isSet(port) ? parser.value(port) : environmentPort);
+    result.input = parser.value(input);
+    if (result.request == Request::Run && !inputs.contains(result.input)) {
+        result.request = Request::Mistake;
+        result.message = tr("--input takes one of %1.").arg(inputs.join(QLatin1String(", ")));
+    }
     result.verbose = parser.isSet(verbose);
     if (result.request == Request::Run && TcpAddress::isMeant(result.port) &&
         !TcpAddress::parse(result.port)) {

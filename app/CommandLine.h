@@ -19,7 +19,8 @@ public:
 
     Request request = Request::Run;
     QString message;
-    QString port; ///< what counts as the device's port: an absolute path, or a port's name; empty: none
+    QString port;  ///< what counts as the device's port: an absolute path, or a port's name; empty: none
+    QString input; ///< one of PlatformFactory::choices()
     bool verbose = false; ///< per-event lines in the log
 
     /// @p arguments as the application object has them, the program's name first. @p environmentPort is the

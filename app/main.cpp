@@ -51,7 +51,7 @@ int main(int argc, char *argv[])
     const QString data = DataDirectory::path();
     DataDirectory::prepare(data, QCoreApplication::applicationDirPath());
     Logging::addFile(data);
-    Platform platform = platforms.create();
+    Platform platform = platforms.create(commandLine.input);
     // From here on a request to quit finds the event loop, now or as soon as it runs.
     const auto quitWatch = platform.watchQuitRequests([] { QCoreApplication::quit(); });
 
@@ -74,7 +74,7 @@ int main(int argc, char *argv[])
             return new DeviceZR(parent, serial,
                                 {&mappings, &core.dispatcher(), &core.settings(), &core.knobSettings(),
                                  &core.launchOnStartup(), &mapUpdate, pageUpdater, platform.desktop.get(),
-                                 core.midiPortName()});
+                                 core.midiPortName(), platform.notice});
         },
         updater, core.clock());
     updateDialog.setWindow(&window);

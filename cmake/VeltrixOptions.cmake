@@ -2,6 +2,9 @@
 include(CTest)
 
 option(VELTRIX_WARNINGS_AS_ERRORS "Treat compiler warnings as errors" OFF)
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    option(VELTRIX_UINPUT "Send keys through the kernel in Wayland sessions (needs libevdev and libwayland)" ON)
+endif()
 option(VELTRIX_FUZZERS "Build the libFuzzer targets (needs clang)" OFF)
 option(VELTRIX_COVERAGE "Instrument for gcov" OFF)
 option(VELTRIX_SERIAL_PORT "Reach devices at serial ports; off: virtual devices only, a build for testing" ON)

@@ -98,7 +98,7 @@ void KnobPointer::turn(char direction)
 
 void KnobPointer::jumpToScreen(bool right)
 {
-    m_pointer.moveTo(screenJumpTarget(m_pointer.position(), m_pointer.screens(), right));
+    m_pointer.jumpTo(screenJumpTarget(m_pointer.position(), m_pointer.screens(), right));
     m_jumped = true;
 }
 

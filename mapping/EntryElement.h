@@ -15,8 +15,8 @@ class QDomElement;
 namespace EntryElement
 {
 
-/// What @p layer says. The positions, among the mapping's children and the button's, number the controllers of
-/// MIDI actions that name none.
+/// What @p layer says. The positions, among the mapping's children and the button's, number the controllers
+/// of MIDI actions that name none.
 shortCut read(const QDomElement &layer, int buttonPosition, int layerPosition);
 
 /// An element called @p name, in no place of @p document yet. Characters that XML cannot carry are dropped.

@@ -233,6 +233,18 @@
         <source>%1 is not on this computer: a virtual device is at tcp:127.0.0.1:PORT, with a port from 1 to 65535.</source>
         <translation>%1 ist nicht auf diesem Rechner: Ein virtuelles Gerät steht unter tcp:127.0.0.1:PORT, mit einem Port von 1 bis 65535.</translation>
     </message>
+    <message>
+        <source>How keys and pointer reach the desktop: %1.</source>
+        <translation>Wie Tasten und Zeiger zum Desktop kommen: %1.</translation>
+    </message>
+    <message>
+        <source>way</source>
+        <translation>Weg</translation>
+    </message>
+    <message>
+        <source>--input takes one of %1.</source>
+        <translation>--input nimmt eines von %1.</translation>
+    </message>
 </context>
 <context>
     <name>DevicePicture</name>
@@ -540,6 +552,17 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>The MIDI output in use: the first one whose name contains &quot;FROM&quot; when the program starts</source>
         <translation>Der verwendete MIDI-Ausgang: der erste, dessen Name beim Programmstart „FROM“ enthält</translation>
+    </message>
+</context>
+<context>
+    <name>Platform</name>
+    <message>
+        <source>Keys reach no program. The user guide says under Wayland what helps.</source>
+        <translation>Tasten erreichen kein Programm. Was hilft, sagt das Handbuch unter Wayland.</translation>
+    </message>
+    <message>
+        <source>Keys reach X11 programs only. The user guide says under Wayland what helps.</source>
+        <translation>Tasten erreichen nur X11-Programme. Was hilft, sagt das Handbuch unter Wayland.</translation>
     </message>
 </context>
 <context>

@@ -51,6 +51,7 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
     }
     m_menus = new ActionMenus(*m_parts.mappings, serial, this, *m_parts.settings);
     PageTexts::addAll(*this, m_parts.midiPortName);
+    PageTexts::addNotice(*this, m_parts.notice);
     buildStartupBox();
     buildSliders();
     m_indicators = new DeviceIndicators(this);

@@ -46,6 +46,7 @@ public:
         ZRUpdater *updater;     ///< may be null
         const Desktop *desktop; ///< may be null, for its dialogs
         QString midiPortName;
+        QString notice; ///< what the user should know about where keys go; empty: nothing
     };
 
     /// @p serial must outlive the page. Loads the session.

@@ -72,3 +72,14 @@ void PageTexts::addAll(QWidget &page, const QString &midiPortName)
         tr("The MIDI output in use: the first one whose name contains \"FROM\" when the program "
            "starts"));
 }
+
+void PageTexts::addNotice(QWidget &page, const QString &notice)
+{
+    if (notice.isEmpty()) {
+        return;
+    }
+    QLabel *label = add(page, QString(), {150, 606, 600, 16}, Ink::Bright, 10, QFont::Normal);
+    label->setAlignment(Qt::AlignCenter);
+    label->setObjectName(QStringLiteral("notice"));
+    FittingText::show(label, notice);
+}

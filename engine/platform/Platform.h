@@ -52,14 +52,18 @@ struct Platform {
 struct Backend {
     const char *name; ///< as the option --input takes it
 
+    /// Whether this session is one that the backend is for.
+    bool (*fits)();
+
     /// Run first thing in main(), before any thread, file or connection and the application object exist.
     void (*prepare)();
 
-    /// Sets what every backend of the system has in common. Cannot fail.
+    /// Sets what every backend of the system has in common. Cannot fail. Null, like prepare, where another
+    /// backend of the list does it.
     void (*addSystem)(Platform &platform);
 
     /// Sets the members that reach the desktop, and `input`.
-    /// @return false when the desktop cannot be reached this way; `input` then says why, and nothing else has
-    /// changed.
+    /// @return false when the desktop cannot be reached this way; `input` then says why, `notice` what the
+    /// user can do about it, and nothing else has changed.
     bool (*addInput)(Platform &platform);
 };

@@ -2,6 +2,8 @@
 
 #include "engine/platform/Platform.h"
 
+#include <QStringList>
+
 /// Makes the platform from the backend that fits the session.
 class PlatformFactory
 {
@@ -13,8 +15,11 @@ public:
     /// object and any thread, file or connection exist.
     PlatformFactory();
 
-    /// Chooses the backend and says in the log which one is used and why. Without a usable one it says so
-    /// once, and the objects returned reach no desktop, so that the program runs on. Needs the application
-    /// object.
-    Platform create() const;
+    /// What create() takes: "auto" and the names of the backends that were built.
+    static QStringList choices();
+
+    /// Uses the backend named, or the first of those that fit the session that works ("auto"), and says in
+    /// the log which one it is and why. Without a usable one it says so once, and the objects returned reach
+    /// no desktop, so that the program runs on. Needs the application object.
+    Platform create(const QString &choice = QStringLiteral("auto")) const;
 };

@@ -19,6 +19,9 @@ public:
     /// lets it tell the two apart.
     virtual void moveTo(QPoint position) = 0;
 
+    /// Moves the pointer to another screen: moveTo(), where the pointer's place is always known.
+    virtual void jumpTo(QPoint position) { moveTo(position); }
+
     /// The screens' geometries, in the system's order with the primary one first. Never empty.
     virtual QVector<QRect> screens() const = 0;
 };

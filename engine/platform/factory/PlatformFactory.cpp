@@ -26,6 +26,8 @@ const std::vector<Backend> &backends()
     return all;
 }
 
+const QString automatic = QStringLiteral("auto");
+
 /// Takes down what would have happened, for whoever reads the verbose log.
 Recorder &nowhere()
 {
@@ -39,19 +41,44 @@ Recorder &nowhere()
 PlatformFactory::PlatformFactory()
 {
     for (const Backend &backend : backends()) {
-        backend.prepare();
+        if (backend.prepare) {
+            backend.prepare();
+        }
     }
 }
 
-Platform PlatformFactory::create() const
+QStringList PlatformFactory::choices()
+{
+    QStringList names(automatic);
+    for (const Backend &backend : backends()) {
+        names.append(QString::fromLatin1(backend.name));
+    }
+    return names;
+}
+
+Platform PlatformFactory::create(const QString &choice) const
 {
     Platform platform;
-    const Backend &backend = backends().front();
-    backend.addSystem(platform);
-    if (backend.addInput(platform)) {
-        qCInfo(lcPlatform).noquote() << "input goes through" << platform.input;
-        return platform;
+    for (const Backend &backend : backends()) {
+        if (backend.addSystem) {
+            backend.addSystem(platform);
+        }
     }
+    QStringList problems;
+    for (const Backend &backend : backends()) {
+        if (choice == automatic ? !backend.fits() : choice != QLatin1String(backend.name)) {
+            continue;
+        }
+        if (backend.addInput(platform)) {
+            for (const QString &problem : qAsConst(problems)) {
+                qCWarning(lcPlatform).noquote() << "a better way for input is closed:" << problem;
+            }
+            qCInfo(lcPlatform).noquote() << "input goes through" << platform.input;
+            return platform;
+        }
+        problems.append(platform.input);
+    }
+    platform.input = problems.join(QLatin1String("; "));
     qCWarning(lcPlatform).noquote() << "input goes nowhere:" << platform.input;
     platform.injector = std::make_unique<RecordingInjector>(nowhere());
     platform.pointer = std::make_unique<RecordingPointer>(nowhere());

@@ -53,6 +53,11 @@ void addSystem(Platform &platform)
     };
 }
 
+bool fits()
+{
+    return true;
+}
+
 void prepare()
 {
     // The toolkit finds the desktop by itself and declares the program aware of each monitor's resolution.
@@ -63,5 +68,5 @@ void prepare()
 
 Backend windowsBackend()
 {
-    return {"windows", prepare, addSystem, addInput};
+    return {"windows", fits, prepare, addSystem, addInput};
 }

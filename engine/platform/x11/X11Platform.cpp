@@ -1,5 +1,6 @@
 #include "engine/platform/Platform.h"
 #include "engine/platform/PlatformLog.h"
+#include "engine/platform/linux/SessionKind.h"
 #include "engine/platform/linux/SignalWatcher.h"
 #include "engine/platform/linux/XdgAutostartEntry.h"
 #include "engine/platform/x11/CrashRelease.h"
@@ -9,17 +10,14 @@
 #include "engine/platform/x11/X11Pointer.h"
 #include "engine/platform/x11/X11PointerAppearance.h"
 
+#include <QCoreApplication>
+
 #include <X11/XKBlib.h>
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
 
 namespace
 {
-
-bool isWaylandSession()
-{
-    return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") || qgetenv("XDG_SESSION_TYPE") == "wayland";
-}
 
 bool displayAnswers()
 {
@@ -76,7 +74,10 @@ bool addInput(Platform &platform)
     platform.watchMouse = watchMouse;
 
     platform.input = QStringLiteral("X11: display %1, %2").arg(name, found);
-    if (isWaylandSession()) {
+    platform.notice.clear();
+    if (SessionKind::isWayland()) {
+        platform.notice = QCoreApplication::translate(
+            "Platform", "Keys reach X11 programs only. The user guide says under Wayland what helps.");
         platform.input += QLatin1String("; this is a Wayland session, so only X11 programs are reached");
     }
     if (!CrashRelease::problem().isEmpty()) {
@@ -102,15 +103,28 @@ void addSystem(Platform &platform)
 
 void prepareToolkit()
 {
-    const bool decided = !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
-    // The toolkit ends the program when the display that is named does not answer.
-    if (!decided && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") && !displayAnswers()) {
+    if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        // The user has decided.
+    } else if (displayAnswers()) {
+        // As a Wayland client the window could not place itself or its dialogs, come to the front, or take
+        // all keys for a shortcut's capture.
+        if (SessionKind::isWayland()) {
+            qputenv("QT_QPA_PLATFORM", "xcb");
+        }
+    } else if (qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+        // The toolkit ends the program when the display that is named does not answer.
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     // Nothing here draws with OpenGL, whose libraries are larger than the rest of the program.
     if (qEnvironmentVariableIsEmpty("QT_XCB_GL_INTEGRATION")) {
         qputenv("QT_XCB_GL_INTEGRATION", "none");
     }
+}
+
+// XWayland's server is one too.
+bool fits()
+{
+    return true;
 }
 
 void prepare()
@@ -123,5 +137,5 @@ void prepare()
 
 Backend x11Backend()
 {
-    return {"x11", prepare, addSystem, addInput};
+    return {"x11", fits, prepare, addSystem, addInput};
 }

@@ -6,6 +6,8 @@
 
 #include <QTest>
 
+#include <unistd.h>
+
 class tst_PlatformFactory : public QObject
 {
     Q_OBJECT
@@ -15,6 +17,10 @@ private Q_SLOTS:
 
     void displayIsUsedAndNamed();
     void waylandSessionIsSaidToReachX11ProgramsOnly();
+    void x11SessionHasNothingToSay();
+    void waylandSessionWithoutTheKernelUsesX11AndSaysWhatHelps();
+    void x11SessionNeverAsksTheKernel();
+    void windowIsAnX11WindowOnWaylandToo();
     void withoutADisplayInputGoesNowhereAndThatIsSaidOnce();
     void displayThatDoesNotAnswerIsNamed();
     void serverWithoutXTestIsNotUsed();
@@ -63,11 +69,74 @@ void tst_PlatformFactory::waylandSessionIsSaidToReachX11ProgramsOnly()
     server.exportDisplay();
     qputenv("WAYLAND_DISPLAY", "wayland-0");
     LogCapture log;
-    const Platform platform = PlatformFactory().create();
+    const Platform platform = PlatformFactory().create(QStringLiteral("x11"));
     const QStringList lines = log.takeLines();
     QCOMPARE(lines.size(), 1);
     QVERIFY(
         lines.first().endsWith(QLatin1String("this is a Wayland session, so only X11 programs are reached")));
+    QCOMPARE(platform.notice,
+             QStringLiteral("Keys reach X11 programs only. The user guide says under Wayland what helps."));
+}
+
+void tst_PlatformFactory::x11SessionHasNothingToSay()
+{
+    const XServer server;
+    server.exportDisplay();
+    QVERIFY(PlatformFactory().create().notice.isEmpty());
+}
+
+// In a session where the kernel's devices cannot be had (a build machine mostly has none).
+void tst_PlatformFactory::waylandSessionWithoutTheKernelUsesX11AndSaysWhatHelps()
+{
+    if (!PlatformFactory::choices().contains(QLatin1String("uinput"))) {
+        QSKIP("built without uinput");
+    }
+    if (access("/dev/uinput", R_OK | W_OK) == 0) {
+        QSKIP("/dev/uinput can be used here");
+    }
+    const XServer server;
+    server.exportDisplay();
+    qputenv("WAYLAND_DISPLAY", "wayland-0");
+    LogCapture log;
+    const Platform platform = PlatformFactory().create();
+    QVERIFY(dynamic_cast<X11InputInjector *>(platform.injector.get()));
+    const QStringList lines = log.takeLines();
+    QCOMPARE(lines.size(), 2);
+    QVERIFY(
+        lines.first().startsWith(QLatin1String("warning: a better way for input is closed: /dev/uinput: ")));
+    QVERIFY(lines.first().endsWith(QLatin1String("(the user guide says under Wayland what helps)")));
+    QVERIFY(!platform.notice.isEmpty());
+
+    // Who asks for it gets no other.
+    const Platform asked = PlatformFactory().create(QStringLiteral("uinput"));
+    QVERIFY(dynamic_cast<RecordingInjector *>(asked.injector.get()));
+    QCOMPARE(asked.notice,
+             QStringLiteral("Keys reach no program. The user guide says under Wayland what helps."));
+}
+
+void tst_PlatformFactory::x11SessionNeverAsksTheKernel()
+{
+    const XServer server;
+    server.exportDisplay();
+    qputenv("XDG_SESSION_TYPE", "x11");
+    LogCapture log;
+    const Platform platform = PlatformFactory().create();
+    QVERIFY(dynamic_cast<X11InputInjector *>(platform.injector.get()));
+    QCOMPARE(log.takeLines().size(), 1);
+}
+
+void tst_PlatformFactory::windowIsAnX11WindowOnWaylandToo()
+{
+    const XServer server;
+    server.exportDisplay();
+    qputenv("WAYLAND_DISPLAY", "wayland-0");
+    {
+        const PlatformFactory platforms;
+        QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("xcb"));
+    }
+    qputenv("QT_QPA_PLATFORM", "wayland"); // the user knows better
+    const PlatformFactory platforms;
+    QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("wayland"));
 }
 
 void tst_PlatformFactory::withoutADisplayInputGoesNowhereAndThatIsSaidOnce()

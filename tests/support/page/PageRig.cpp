@@ -43,7 +43,7 @@ DeviceZR *PageRig::makePage(QWidget *parent, SerialProtocol *serial, ZRUpdater *
 {
     return new DeviceZR(parent, serial,
                         {&mappings, engine.dispatcher.get(), &store, &engine.settings, &launchOnStartup,
-                         &mapUpdate, updater, &desktop, QStringLiteral("Not Available")});
+                         &mapUpdate, updater, &desktop, QStringLiteral("Not Available"), notice});
 }
 
 std::unique_ptr<SerialProtocol> PageRig::makeSerial()

@@ -60,6 +60,7 @@ public:
     MappingSession mappings;
     MemoryAutostartEntry autostart;
     PlainDesktop desktop;
+    QString notice; ///< to be set before makePage()
     LaunchOnStartup launchOnStartup{autostart, QStringLiteral("/opt/veltrix/veltrix")};
     MapUpdate mapUpdate;
 };

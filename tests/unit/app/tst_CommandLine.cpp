@@ -1,4 +1,5 @@
 #include "app/CommandLine.h"
+#include "engine/platform/PlatformFactory.h"
 
 #include <QDir>
 #include <QFile>
@@ -16,6 +17,7 @@ private Q_SLOTS:
     void aRelativePortIsTakenFromTheCurrentFolder();
     void aPortThatIsNoPathStaysAName();
     void aVirtualDeviceIsTakenOnThisComputerOnly();
+    void inputIsOneOfTheWaysThatWereBuilt();
     void verboseIsOffUnlessAsked();
     void helpAndVersionAreAnswered();
     void anUnknownOptionIsAMistake();
@@ -87,6 +89,25 @@ void tst_CommandLine::aVirtualDeviceIsTakenOnThisComputerOnly()
     QCOMPARE(environments.request, CommandLine::Request::Mistake);
 }
 
+void tst_CommandLine::inputIsOneOfTheWaysThatWereBuilt()
+{
+    const auto parse = [](const QString &option) {
+        return CommandLine::parse({QStringLiteral("veltrix"), option}, QString());
+    };
+    QCOMPARE(CommandLine::parse({QStringLiteral("veltrix")}, QString()).input, QStringLiteral("auto"));
+    const QStringList ways = PlatformFactory::choices();
+    QVERIFY(ways.size() > 1);
+    for (const QString &way : ways) {
+        const CommandLine line = parse(QStringLiteral("--input=") + way);
+        QCOMPARE(line.request, CommandLine::Request::Run);
+        QCOMPARE(line.input, way);
+        QVERIFY(parse(QStringLiteral("--help")).message.contains(way));
+    }
+    const CommandLine mistake = parse(QStringLiteral("--input=telepathy"));
+    QCOMPARE(mistake.request, CommandLine::Request::Mistake);
+    QCOMPARE(mistake.message, QStringLiteral("--input takes one of %1.").arg(ways.join(QLatin1String(", "))));
+}
+
 void tst_CommandLine::verboseIsOffUnlessAsked()
 {
     QVERIFY(!CommandLine::parse({QStringLiteral("veltrix")}, QString()).verbose);
@@ -105,8 +126,8 @@ void tst_CommandLine::helpAndVersionAreAnswered()
     while (option.hasNext()) {
         const QString name = option.next().captured();
         const CommandLine line = CommandLine::parse({QStringLiteral("veltrix"), name}, QString());
-        QVERIFY2(name == QLatin1String("--port") || name == QLatin1String("--verbose") ||
-                     line.request == CommandLine::Request::Answer,
+        QVERIFY2(name == QLatin1String("--port") || name == QLatin1String("--input") ||
+                     name == QLatin1String("--verbose") || line.request == CommandLine::Request::Answer,
                  qPrintable(name));
     }
     const CommandLine version =

@@ -52,6 +52,7 @@ private Q_SLOTS:
     void versionIsStoredWhenThePageIsBuilt();
     void startupBoxFollowsTheEntryWheneverThePageShows();
     void dimmingEndsWhenADialogHides();
+    void noticeStandsOnTheBottomLine();
     void dialogsAskThePagesDesktopForKeys();
     void lostDeviceClosesTheDialogs();
     void updateNoticeFollowsTheDownload();
@@ -495,6 +496,19 @@ void tst_DeviceZR::dimmingEndsWhenADialogHides()
         late.hide();
         QVERIFY(!m_page->graphicsEffect()->isEnabled());
     }
+}
+
+void tst_DeviceZR::noticeStandsOnTheBottomLine()
+{
+    makePage();
+    QVERIFY(!m_page->findChild<QLabel *>(QStringLiteral("notice")));
+    delete m_page;
+    m_rig->notice = QStringLiteral("Keys reach X11 programs only.");
+    makePage();
+    const auto *notice = m_page->findChild<QLabel *>(QStringLiteral("notice"));
+    QVERIFY(notice && notice->isVisibleTo(m_page));
+    QCOMPARE(notice->text(), m_rig->notice);
+    QVERIFY(m_page->rect().contains(notice->geometry()));
 }
 
 void tst_DeviceZR::dialogsAskThePagesDesktopForKeys()

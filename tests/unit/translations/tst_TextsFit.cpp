@@ -251,6 +251,8 @@ void tst_TextsFit::everywhere()
     }
 
     PageRig rig;
+    rig.notice = QCoreApplication::translate(
+        "Platform", "Keys reach X11 programs only. The user guide says under Wayland what helps.");
     ZRMainWindow window(
         PageRig::makeSerial(),
         [&](QWidget *parent, SerialProtocol *link, ZRUpdater *updater) {
