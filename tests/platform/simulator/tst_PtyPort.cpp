@@ -126,7 +126,9 @@ void tst_PtyPort::aTerminalOfTheSamePathInAnotherFileSystemIsNotOurs()
     QProcess container;
     container.start(QStringLiteral("unshare"), {QStringLiteral("--map-root-user"), QStringLiteral("--mount"),
                                                 QStringLiteral(HOLD_TERMINAL), m_port->slavePath()});
-    QVERIFY2(container.waitForReadyRead(20000), container.readAllStandardError().constData());
+    while (!container.canReadLine()) {
+        QVERIFY2(container.waitForReadyRead(20000), container.readAllStandardError().constData());
+    }
     QCOMPARE(container.readLine(), QByteArray("ready\n"));
 
     QSignalSpy opened(m_port.get(), &PtyPort::openedChanged);

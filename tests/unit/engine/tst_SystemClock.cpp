@@ -1,8 +1,10 @@
 #include "engine/SystemClock.h"
+#include "tests/support/script/ManualClock.h"
 
 #include <QEventLoop>
 #include <QtTest>
 
+#include <functional>
 #include <memory>
 
 /// Real time, so it waits: for as long as it takes, never for a fixed time.
@@ -13,6 +15,7 @@ class tst_SystemClock : public QObject
 private Q_SLOTS:
     void runsOnceWhenTheTimeHasCome();
     void doesNotRunForADestroyedContext();
+    void theClockOfTheTestsDoesTheSame();
 };
 
 void tst_SystemClock::runsOnceWhenTheTimeHasCome()
@@ -41,6 +44,51 @@ void tst_SystemClock::doesNotRunForADestroyedContext()
     clock.singleShot(5, &loop, [&loop] { loop.quit(); });
     loop.exec();
     QVERIFY(!ran);
+}
+
+// What comes in which order, and how much of its time each had to wait at least.
+static QStringList orderOn(Clock &clock, const std::function<void(QObject &end)> &pass)
+{
+    QStringList order;
+    QObject end;
+    auto gone = std::make_unique<QObject>();
+    const qint64 begin = clock.now();
+    const auto note = [&](const char *name, int due) {
+        order.append(QLatin1String(clock.now() - begin >= due - 1 ? name : "too early"));
+    };
+    clock.singleShot(20, &end, [&] {
+        note("late", 20);
+        clock.singleShot(5, &end, [&] {
+            note("from a callback", 25);
+            clock.singleShot(0, &end, [&] { note("at once", 25); });
+            order.append(QStringLiteral("goes on before"));
+        });
+    });
+    clock.singleShot(2, gone.get(), [&] { note("of a destroyed context", 2); });
+    clock.singleShot(2, &end, [&] { note("first of two at a time", 2); });
+    clock.singleShot(2, &end, [&] { note("second of two at a time", 2); });
+    gone.reset();
+    order.append(QStringLiteral("nothing before time passes"));
+    pass(end);
+    return order;
+}
+
+// Every test of the engine believes the clock that it moves itself.
+void tst_SystemClock::theClockOfTheTestsDoesTheSame()
+{
+    SystemClock real;
+    const QStringList order = orderOn(real, [&real](QObject &end) {
+        QEventLoop loop;
+        // Each comes after all that was due before it, on a busy machine too.
+        real.singleShot(40, &end, [&] {
+            real.singleShot(40, &end, [&] { real.singleShot(40, &end, [&loop] { loop.quit(); }); });
+        });
+        loop.exec();
+    });
+    ManualClock ours;
+    QCOMPARE(orderOn(ours, [&ours](QObject &) { ours.advance(120); }), order);
+    QCOMPARE(order.size(), 7);
+    QVERIFY(!order.contains(QStringLiteral("too early")));
 }
 
 QTEST_GUILESS_MAIN(tst_SystemClock)
