@@ -421,7 +421,7 @@ void tst_Menus::thePrintDialogGoesWithItsPage()
         inner = new QDialog(dialog);
         static_cast<QDialog *>(inner.data())->exec();
     });
-    QVERIFY(!MapPrinter::askAndPrint(*m_page));
+    QVERIFY(!MapPrinter::askAndPrint(*m_page, true));
     QVERIFY(!QApplication::activeModalWidget());
     QVERIFY(!m_page->isVisible());
 }
