@@ -9,7 +9,7 @@ Core::Core(Platform &platform)
     , m_knobSettings(m_settings)
     , m_launchOnStartup(*platform.autostart, QCoreApplication::applicationFilePath())
     , m_ledger(*platform.injector, *platform.appearance)
-    , m_midi(m_midiPort)
+    , m_midi(m_midiPort, m_owed, m_clock)
     , m_midiPortName(m_midi.chooseOutputPort())
     , m_dispatcher(m_ledger, *platform.pointer, m_midi, m_knobSettings, m_clock)
 {

@@ -9,6 +9,7 @@
 #include "engine/SystemClock.h"
 #include "engine/platform/Platform.h"
 #include "midi/MidiOutPort.h"
+#include "midi/OwedMessages.h"
 
 #include <QObject>
 #include <QString>
@@ -45,6 +46,7 @@ private:
     SystemClock m_clock;
     InputLedger m_ledger;
     MidiOutPort m_midiPort;
+    OwedMessages m_owed;
     MidiActions m_midi;
     QString m_midiPortName;
     EventDispatcher m_dispatcher;

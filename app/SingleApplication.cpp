@@ -1,8 +1,11 @@
 #include "app/SingleApplication.h"
 
+#include "app/GuardKeys.h"
+#include "app/Leftovers.h"
 #include "engine/platform/Session.h"
 
 #include <QDeadlineTimer>
+#include <QDir>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QLockFile>
@@ -24,6 +27,7 @@ constexpr int blockSize = 2;
 
 constexpr int wakeTimeout = 100;    // ms
 constexpr int guardTimeout = 10000; // ms; far more than any number of starts at once needs
+constexpr int keysAtMost = 10;      // that are tried when the blocks that they lead to are somebody else's
 
 // Qt keeps shared blocks and sockets in the temporary directory, which all users share. While the guard
 // works, the user's own runtime directory takes its place, so that different users never meet under the same
@@ -63,27 +67,34 @@ class StartLock
 
 public:
     explicit StartLock(const QString &key)
-        : m_file(UsersTemporaryDirectory::path() + QLatin1Char('/') + key + QStringLiteral(".lock"))
+        : m_path(UsersTemporaryDirectory::path() + QLatin1Char('/') + key + QStringLiteral(".lock"))
+        , m_file(m_path)
     {
         // A lock whose process is gone is stale at once; one whose process lives never is.
         m_file.setStaleLockTime(0);
         const QDeadlineTimer deadline(guardTimeout);
         while (!m_file.tryLock(0) && m_file.error() == QLockFile::LockFailedError && !deadline.hasExpired()) {
+            Leftovers::clearLock(m_path);
             QThread::msleep(3);
         }
     }
 
 private:
+    QString m_path;
     QLockFile m_file;
 };
 
-void wakePrimary(const QString &key)
+// True when a primary of this user lives. One that has not taken its callers yet lets further ones wait.
+bool wakePrimary(const QString &key)
 {
     Session::letOthersComeToFront();
     QLocalSocket socket;
     socket.connectToServer(key, QIODevice::ReadWrite);
     socket.waitForConnected(wakeTimeout);
+    const bool reached =
+        socket.state() == QLocalSocket::ConnectedState || socket.state() == QLocalSocket::ConnectingState;
     socket.close();
+    return reached;
 }
 
 } // namespace
@@ -92,6 +103,7 @@ struct SingleApplication::Private {
     SingleApplication *owner;
     std::unique_ptr<QSharedMemory> memory;
     std::unique_ptr<QLocalServer> server; // null in a process that is not primary
+    QString problem;
 
     // Only between lock() and unlock().
     uchar *bytes() const { return static_cast<uchar *>(memory->data()); }
@@ -108,11 +120,9 @@ SingleApplication::SingleApplication(int &argc, char **argv, bool allowSecondary
     const UsersTemporaryDirectory temporaryDirectory;
     {
         const StartLock lock(key);
-        if (claim(key, asked && allowSecondary)) {
+        if (mayRun(key, asked && allowSecondary)) {
             return;
         }
-        wakePrimary(key);
-        releaseShare();
         d.reset();
     }
     // At once: nothing of the application has started yet that would want an orderly end.
@@ -135,7 +145,43 @@ QString SingleApplication::instanceKey(const QString &applicationName, const QSt
     return key.remove(QRegularExpression(QStringLiteral("[^\\w\\-. ]")));
 }
 
-// True when this process may go on running.
+const QString &SingleApplication::problem() const
+{
+    return d->problem;
+}
+
+// Decides whether this process goes on running. A refusal counts only from a primary that was reached: the block
+// that says that there is one may have been left by the system or belong to another user.
+bool SingleApplication::mayRun(const QString &key, bool mayBeSecondary)
+{
+    // Without a folder of the user's own the guard would stand in one that all users share.
+    const bool hasFolder = !UsersTemporaryDirectory::path().isEmpty();
+    GuardKeys keys(key);
+    for (int tries = 0; hasFolder && tries <= keysAtMost; ++tries) {
+        if (keys.lockWorks() && claim(key, mayBeSecondary)) {
+            return true;
+        }
+        const bool reached = wakePrimary(key);
+        releaseShare();
+        if (reached) {
+            return false;
+        }
+        // Once more with the same key first: the primary may just have ended.
+        if (tries > 0 && !keys.renew()) {
+            break;
+        }
+    }
+    d->problem = QStringLiteral("a second copy would not be noticed: the folder %1 cannot be used")
+                     .arg(UsersTemporaryDirectory::path());
+    if (hasFolder) {
+        startServer(key);
+    } else {
+        d->server = std::make_unique<QLocalServer>();
+    }
+    return true;
+}
+
+// True when this process may go on running as far as the block says.
 bool SingleApplication::claim(const QString &key, bool mayBeSecondary)
 {
     // Twice: the system names a block after the inode of its key file. Where a crash left a block and the
@@ -177,7 +223,10 @@ void SingleApplication::startServer(const QString &key)
     QLocalServer::removeServer(key);
     d->server = std::make_unique<QLocalServer>();
     d->server->setSocketOptions(QLocalServer::UserAccessOption);
-    d->server->listen(key);
+    if (!d->server->listen(key) && d->problem.isEmpty()) {
+        d->problem = QStringLiteral("a later start cannot bring the window back: no socket %1/%2 (%3)")
+                         .arg(QDir::tempPath(), key, d->server->errorString());
+    }
     connect(d->server.get(), &QLocalServer::newConnection, this,
             &SingleApplication::slotConnectionEstablished);
 }

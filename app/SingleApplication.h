@@ -10,6 +10,9 @@
 /// inside the constructor with status 0, before any window exists. What the copies share is a block of two
 /// bytes and a local socket that only this user may connect to, both named by instanceKey() and kept in the
 /// user's runtime directory, or, where such names are machine-wide, with the user's mark at their end.
+///
+/// A start ends only when it has reached the first copy: the system finds a block by 16 bits of a number, so that
+/// it may be somebody else's. Where no guard can work the program runs without one.
 class SingleApplication : public QApplication
 {
     Q_OBJECT
@@ -22,6 +25,9 @@ public:
     ~SingleApplication() override;
 
     bool isPrimary() const;
+
+    /// What is wrong with the guard, for the log; empty when it works.
+    const QString &problem() const;
     bool isSecondary() const { return !isPrimary(); }
 
     /// The application name and the organisation name, without what is no word character, "-", "." or blank.
@@ -37,6 +43,7 @@ private Q_SLOTS:
 private:
     struct Private;
 
+    bool mayRun(const QString &key, bool mayBeSecondary);
     bool claim(const QString &key, bool mayBeSecondary);
     void startServer(const QString &key);
     void releaseShare();

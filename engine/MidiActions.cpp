@@ -1,10 +1,11 @@
 #include "engine/MidiActions.h"
 
+#include "engine/Clock.h"
 #include "engine/EngineLog.h"
 #include "midi/MidiOutPort.h"
+#include "midi/OwedMessages.h"
 
 #include <algorithm>
-#include <utility>
 #include <vector>
 
 namespace
@@ -34,10 +35,21 @@ const char *yesNo(bool value)
     return value ? "true" : "false";
 }
 
+void logSent(const OwedMessages::Message &message)
+{
+    if (lcEngine().isDebugEnabled()) {
+        const auto text = QByteArray(reinterpret_cast<const char *>(message.data()), int(message.size()));
+        qCDebug(lcEngine).noquote().nospace() << "Midi Sent: " << text.toHex(' ').toUpper();
+    }
+}
+
 } // namespace
 
-MidiActions::MidiActions(MidiOutPort &port)
-    : m_port(port)
+MidiActions::MidiActions(MidiOutPort &port, OwedMessages &afterCrash, Clock &clock, QObject *parent)
+    : QObject(parent)
+    , m_port(port)
+    , m_afterCrash(afterCrash)
+    , m_clock(clock)
 {
 }
 
@@ -53,6 +65,7 @@ QString MidiActions::chooseOutputPort()
         }
         qCInfo(lcEngine).noquote().nospace() << "Using MIDI " << name;
         if (m_port.openPort(index) == 0) {
+            m_afterCrash.setPort(name.toStdString());
             return name;
         }
         qCWarning(lcEngine) << "error opening MidiOut";
@@ -70,14 +83,17 @@ void MidiActions::sendMidi(int ch, int cc, int v_on, int v_off, bool note, bool 
     qCDebug(lcEngine).nospace().noquote() << "Sendig Midi: " << ch << ' ' << cc << ' ' << v_on << ' ' << v_off
                                           << ' ' << yesNo(note) << ' ' << yesNo(pressing);
 
-    const unsigned int kind = !note ? controlChange : pressing ? noteOn : noteOff;
-    send({statusByte(kind, ch), lowByte(cc), lowByte(pressing ? v_on : v_off)});
-
+    // A note is owed from before it begins until after it has ended: the program may be killed in between.
     const Message end{statusByte(noteOff, ch), lowByte(cc), lowByte(v_off)};
+    if (note && pressing && v_off_enable && std::count(m_owed.begin(), m_owed.end(), end) < mostAlike) {
+        m_owed.push_back(end);
+        tellAfterCrash();
+    }
+    const unsigned int kind = !note ? controlChange : pressing ? noteOn : noteOff;
+    send({statusByte(kind, ch), lowByte(cc), lowByte(pressing ? v_on : v_off)}, !pressing);
     if (note && !pressing) {
         noteEnded(end);
-    } else if (note && v_off_enable && m_owed.count(end) < mostAlike) {
-        m_owed.append(end);
+        tellAfterCrash();
     }
 }
 
@@ -124,21 +140,83 @@ int MidiActions::knobValue(const shortCut &action, bool right)
 
 void MidiActions::releaseHeldNotes()
 {
-    const QVector<Message> owed = std::exchange(m_owed, {});
-    for (const Message &message : owed) {
-        send(message);
+    if (m_owed.empty()) {
+        return;
+    }
+    for (const Message &message : m_owed) {
+        send(message, true);
+    }
+    m_owed.clear();
+    tellAfterCrash();
+}
+
+// Whatever is overdue goes first, so that it never ends a note that was begun since.
+void MidiActions::send(const Message &message, bool ends)
+{
+    sendOverdue();
+    const bool accepted = m_overdue.empty() && isAccepted(message);
+    logSent(message);
+    if (!accepted && ends && m_port.isOpen()) {
+        owe(message);
     }
 }
 
-void MidiActions::send(const Message &message)
+void MidiActions::sendOverdue()
+{
+    const auto refused = std::find_if(m_overdue.begin(), m_overdue.end(), [this](const Message &message) {
+        const bool accepted = isAccepted(message);
+        if (accepted) {
+            logSent(message);
+        }
+        return !accepted;
+    });
+    if (refused != m_overdue.begin()) {
+        m_overdue.erase(m_overdue.begin(), refused);
+        tellAfterCrash();
+    }
+}
+
+// The last value of a controller is the one that counts.
+void MidiActions::owe(const Message &message)
+{
+    const auto same = std::find_if(m_overdue.begin(), m_overdue.end(), [&](const Message &overdue) {
+        return overdue[0] == message[0] && overdue[1] == message[1];
+    });
+    if (same != m_overdue.end()) {
+        *same = message;
+    } else {
+        m_overdue.push_back(message);
+    }
+    tellAfterCrash();
+    retryLater();
+}
+
+void MidiActions::retryLater()
+{
+    if (m_retries || !m_port.mayAcceptLater()) {
+        return;
+    }
+    m_retries = true;
+    m_clock.singleShot(retryInterval, this, [this] {
+        m_retries = false;
+        sendOverdue();
+        if (!m_overdue.empty()) {
+            retryLater();
+        }
+    });
+}
+
+void MidiActions::tellAfterCrash()
+{
+    std::vector<Message> all = m_overdue;
+    all.insert(all.end(), m_owed.begin(), m_owed.end());
+    m_afterCrash.set(all);
+}
+
+bool MidiActions::isAccepted(const Message &message)
 {
     std::vector<unsigned char> bytes(message.begin(), message.end());
-    m_port.sendMessage(&bytes);
-    if (lcEngine().isDebugEnabled()) {
-        const auto text =
-            QByteArray(reinterpret_cast<const char *>(bytes.data()), static_cast<int>(bytes.size()));
-        qCDebug(lcEngine).noquote().nospace() << "Midi Sent: " << text.toHex(' ').toUpper();
-    }
+    return m_port.sendMessage(&bytes) == MidiOutPort::Sent::Accepted;
 }
 
 // Two actions may have begun the same note: the one with this release value goes, else the oldest.

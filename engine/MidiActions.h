@@ -2,28 +2,38 @@
 
 #include "mapping/ShortCut.h"
 
+#include <QObject>
 #include <QString>
-#include <QVector>
 
 #include <array>
+#include <vector>
 
+class Clock;
 class MidiOutPort;
+class OwedMessages;
 
 /// Turns MIDI actions into three-byte messages and sends them through the output port.
 ///
 /// Keeps a ledger of the notes that were begun by an action that also ends them on release, and have not been
 /// ended yet. Notes whose action sends nothing on release are meant to ring on and are not in it. The ledger
-/// watches; what is sent and in which order does not depend on it. Used on the GUI thread.
-class MidiActions
+/// watches; what is sent and in which order does not depend on it.
+///
+/// What ends a note or puts a controller back is owed until the port has accepted it: while the port is full it
+/// is tried again every 50 ms, and goes before any other message. Used on the GUI thread.
+class MidiActions : public QObject
 {
+    Q_OBJECT
     Q_DISABLE_COPY_MOVE(MidiActions)
 
 public:
     /// The name of no port. Untranslated; the words are marked for the translators.
     static constexpr char notAvailable[] = QT_TRANSLATE_NOOP("MidiActions", "Not Available");
 
-    /// @p port must outlive this object.
-    explicit MidiActions(MidiOutPort &port);
+    static constexpr int retryInterval = 50; ///< ms
+
+    /// @p afterCrash is kept up to date with what would be owed if the program ended now. The arguments must
+    /// outlive this object.
+    MidiActions(MidiOutPort &port, OwedMessages &afterCrash, Clock &clock, QObject *parent = nullptr);
 
     /// Opens the first port whose name contains "FROM" and that can be opened. Returns its name, or
     /// notAvailable: messages then go nowhere. To be called once, at start.
@@ -47,11 +57,20 @@ public:
 private:
     using Message = std::array<unsigned char, 3>;
 
-    void send(const Message &message);
+    bool isAccepted(const Message &message);
+    void send(const Message &message, bool ends);
+    void sendOverdue();
+    void retryLater();
+    void owe(const Message &message);
+    void tellAfterCrash();
     void noteEnded(const Message &noteOff);
     int knobValue(const shortCut &action, bool right);
 
     MidiOutPort &m_port;
-    QVector<Message> m_owed; // note-off messages, in the order of their note-ons
-    int m_knobValue = 0;     // 0 to 126
+    OwedMessages &m_afterCrash;
+    Clock &m_clock;
+    std::vector<Message> m_owed;    // note-off messages, in the order of their note-ons
+    std::vector<Message> m_overdue; // what ends or puts back and was not accepted, oldest first
+    bool m_retries = false;
+    int m_knobValue = 0; // 0 to 126
 };

@@ -15,15 +15,28 @@ public:
     explicit MidiOutPort(QObject *parent = nullptr);
     explicit MidiOutPort(std::unique_ptr<MidiBackend> backend, QObject *parent = nullptr);
 
+    /// What became of a message.
+    enum class Sent {
+        Accepted, ///< it is on its way
+        Later,    ///< dropped, but the same message may be accepted later
+        Never,    ///< dropped, and so will be all others: no port is open, or its system has gone for good
+    };
+    Q_ENUM(Sent)
+
+    /// False when every message from now on will be dropped.
+    bool mayAcceptLater() const { return m_open && m_backend->isAlive(); }
+
 public Q_SLOTS:
     /// Sends @p message at once when a port is open, else does nothing. Never blocks: when the system behind
     /// the port has gone, that is logged once and messages are dropped; while it stands still and holds as
-    /// much as it can take, messages are dropped too. @p message stays the caller's.
-    void sendMessage(std::vector<unsigned char> *message);
+    /// much as it can take, messages are dropped too. @p message stays the caller's; nothing is sent of an
+    /// empty one.
+    MidiOutPort::Sent sendMessage(std::vector<unsigned char> *message);
 
 private:
-    bool takesMessage(std::size_t bytes);
+    Sent room(std::size_t bytes);
 
     bool m_goneLogged = false;
     bool m_fullLogged = false;
+    QString m_lastError; // since a message was accepted: one that is tried again is not worth a line each time
 };

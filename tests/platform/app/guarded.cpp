@@ -25,6 +25,9 @@ int main(int argc, char *argv[])
     const SingleApplication application(argc, argv, qEnvironmentVariableIsSet("ALLOW_SECONDARY"));
     QObject::connect(&application, &SingleApplication::showUp, &application, [] { say("showUp"); });
     say(application.isPrimary() ? "primary" : "secondary");
+    if (!application.problem().isEmpty()) {
+        say(qPrintable(QStringLiteral("problem: ") + application.problem()));
+    }
 
     const QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, &application, [] {

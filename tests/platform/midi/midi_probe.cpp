@@ -13,8 +13,10 @@
 // Ends with its standard input. Log lines stand between the answers, after "log ".
 
 #include "engine/MidiActions.h"
+#include "engine/SystemClock.h"
 #include "midi/MidiInPort.h"
 #include "midi/MidiOutPort.h"
+#include "midi/OwedMessages.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -82,7 +84,7 @@ public:
             return "created" + took();
         }
         if (command == "choose")
-            return "chose " + MidiActions(*m_port).chooseOutputPort().toStdString();
+            return "chose " + MidiActions(*m_port, m_owed, m_clock).chooseOutputPort().toStdString();
         if (command == "send") {
             std::vector<unsigned char> message = bytesOf(argument);
             m_port->sendMessage(&message);
@@ -114,6 +116,8 @@ public:
     }
 
 private:
+    SystemClock m_clock;
+    OwedMessages m_owed;
     std::unique_ptr<MidiOutPort> m_port;
 };
 

@@ -11,6 +11,7 @@
 #include "engine/platform/recording/RecordingInjector.h"
 #include "engine/platform/recording/RecordingPointer.h"
 #include "midi/MidiOutPort.h"
+#include "midi/OwedMessages.h"
 #include "tests/support/script/ManualClock.h"
 #include "tests/support/script/Script.h"
 
@@ -43,7 +44,8 @@ public:
     Settings stored{directory.filePath(QStringLiteral("settings.ini"))};
     KnobSettings settings{stored};
     MidiOutPort midiPort;
-    MidiActions midi{midiPort};
+    OwedMessages afterCrash;
+    MidiActions midi{midiPort, afterCrash, clock};
     std::unique_ptr<EventDispatcher> dispatcher;
 
 private:

@@ -1,7 +1,9 @@
 #include "engine/MidiActions.h"
 #include "midi/MidiOutPort.h"
+#include "midi/OwedMessages.h"
 #include "tests/support/log/LogCapture.h"
 #include "tests/support/midi/FakeMidiBackend.h"
+#include "tests/support/script/ManualClock.h"
 
 #include <QtTest>
 
@@ -15,10 +17,11 @@ private Q_SLOTS:
     void init()
     {
         m_midi = std::make_shared<FakeMidi>();
+        m_afterCrash = std::make_unique<OwedMessages>();
         m_midi->ports = {"Midi Through:0", "loop:FROM host"};
         m_log = std::make_unique<LogCapture>();
         m_port = std::make_unique<MidiOutPort>(std::make_unique<FakeMidiBackend>(m_midi));
-        m_actions = std::make_unique<MidiActions>(*m_port);
+        m_actions = std::make_unique<MidiActions>(*m_port, *m_afterCrash, m_clock);
         QCOMPARE(m_port->openPort(1), 0);
     }
 
@@ -378,6 +381,90 @@ private Q_SLOTS:
         QCOMPARE(sent(), QStringList(QStringLiteral("81 30 00")));
     }
 
+    // What the port does not accept
+
+    void aNoteOffThatTheFullPortRefusesIsOwedUntilItIsAccepted()
+    {
+        m_actions->sendMidi(1, 60, 100, 0, true, true, true);
+        sent();
+        m_midi->hasRoom = false;
+        m_actions->sendMidi(1, 60, 100, 0, true, true, false);
+        m_clock.advance(10 * MidiActions::retryInterval);
+        QCOMPARE(sent(), QStringList());
+        QVERIFY(!m_afterCrash->isEmpty());
+        m_midi->hasRoom = true;
+        m_clock.advance(MidiActions::retryInterval);
+        QCOMPARE(sent(), QStringList(QStringLiteral("80 3C 00")));
+        QVERIFY(m_afterCrash->isEmpty());
+        m_clock.advance(10 * MidiActions::retryInterval);
+        QCOMPARE(sent(), QStringList());
+        QCOMPARE(m_clock.pendingCount(), std::size_t(0));
+    }
+
+    void aNoteOffThatFailsIsOwedAndLoggedOnce()
+    {
+        m_midi->fail["sendMessage"] = {1, 4};
+        m_actions->sendMidi(1, 60, 100, 0, true, true, false);
+        m_clock.advance(3 * MidiActions::retryInterval);
+        QCOMPARE(sent(), QStringList());
+        m_clock.advance(MidiActions::retryInterval);
+        QCOMPARE(sent(), QStringList(QStringLiteral("80 3C 00")));
+        QCOMPARE(m_log->linesHolding(QStringLiteral("sendMessage failed")).size(), 1);
+    }
+
+    void aControllerIsPutBackTooWhenThereIsRoom()
+    {
+        m_midi->hasRoom = false;
+        m_actions->sendMidi(1, 64, 127, 5, false, true, true);
+        m_actions->sendMidi(1, 64, 127, 5, false, true, false);
+        m_midi->hasRoom = true;
+        m_clock.advance(MidiActions::retryInterval);
+        QCOMPARE(sent(), QStringList(QStringLiteral("B0 40 05")));
+    }
+
+    void anOverdueNoteOffGoesBeforeTheNextNoteOn()
+    {
+        m_midi->hasRoom = false;
+        m_actions->sendMidi(1, 60, 100, 0, true, true, false);
+        m_midi->hasRoom = true;
+        m_actions->sendMidi(1, 60, 100, 0, true, true, true);
+        QCOMPARE(sent(), QStringList({QStringLiteral("80 3C 00"), QStringLiteral("90 3C 64")}));
+        m_clock.advance(MidiActions::retryInterval);
+        QCOMPARE(sent(), QStringList());
+    }
+
+    void theNotesOfALossStayOwedToAFullPort()
+    {
+        m_actions->sendMidi(1, 60, 100, 0, true, true, true);
+        m_actions->sendMidi(1, 61, 100, 0, true, true, true);
+        sent();
+        m_midi->hasRoom = false;
+        m_actions->releaseHeldNotes();
+        m_midi->hasRoom = true;
+        m_clock.advance(MidiActions::retryInterval);
+        QCOMPARE(sent(), QStringList({QStringLiteral("80 3C 00"), QStringLiteral("80 3D 00")}));
+    }
+
+    void aPortThatHasGoneForGoodIsNotAskedAgain()
+    {
+        m_actions->sendMidi(1, 60, 100, 0, true, true, true);
+        m_midi->alive = false;
+        m_actions->sendMidi(1, 60, 100, 0, true, true, false);
+        QCOMPARE(m_clock.pendingCount(), std::size_t(0));
+        QVERIFY(!m_afterCrash->isEmpty());
+    }
+
+    void whatSoundsIsOwedAfterACrash()
+    {
+        QVERIFY(m_afterCrash->isEmpty());
+        m_actions->sendMidi(1, 60, 100, 0, true, true, true);
+        QVERIFY(!m_afterCrash->isEmpty());
+        m_actions->sendMidi(1, 60, 100, 0, true, true, false);
+        QVERIFY(m_afterCrash->isEmpty());
+        m_actions->sendMidi(1, 60, 100, 0, true, false, true); // meant to ring on
+        QVERIFY(m_afterCrash->isEmpty());
+    }
+
     void theLedgerFiltersNothing()
     {
         for (int i = 0; i < 3; ++i) {
@@ -423,6 +510,8 @@ private:
     std::shared_ptr<FakeMidi> m_midi;
     std::unique_ptr<LogCapture> m_log;
     std::unique_ptr<MidiOutPort> m_port;
+    std::unique_ptr<OwedMessages> m_afterCrash;
+    ManualClock m_clock;
     std::unique_ptr<MidiActions> m_actions;
 };
 
