@@ -4,12 +4,12 @@
 
 #include <QCoreApplication>
 
-Core::Core(Platform &platform)
+Core::Core(Platform &platform, OwedMessages &owedMessages)
     : m_settings(QLatin1String(AppInfo::organisationName), QLatin1String(AppInfo::applicationName))
     , m_knobSettings(m_settings)
     , m_launchOnStartup(*platform.autostart, QCoreApplication::applicationFilePath())
     , m_ledger(*platform.injector, *platform.appearance)
-    , m_midi(m_midiPort, m_owed, m_clock)
+    , m_midi(m_midiPort, owedMessages, m_clock)
     , m_midiPortName(m_midi.chooseOutputPort())
     , m_dispatcher(m_ledger, *platform.pointer, m_midi, m_knobSettings, m_clock)
 {

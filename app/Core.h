@@ -9,10 +9,11 @@
 #include "engine/SystemClock.h"
 #include "engine/platform/Platform.h"
 #include "midi/MidiOutPort.h"
-#include "midi/OwedMessages.h"
 
 #include <QObject>
 #include <QString>
+
+class OwedMessages;
 
 /// The engine on a platform: what carries out the device's events, without any window.
 ///
@@ -24,8 +25,9 @@ class Core : public QObject
     Q_DISABLE_COPY_MOVE(Core)
 
 public:
-    /// @p platform must outlive this object.
-    explicit Core(Platform &platform);
+    /// @p owedMessages are kept up to date with what MIDI is owed if the program ends now. The arguments must
+    /// outlive this object.
+    Core(Platform &platform, OwedMessages &owedMessages);
     ~Core() override;
 
     Settings &settings() { return m_settings; }
@@ -46,7 +48,6 @@ private:
     SystemClock m_clock;
     InputLedger m_ledger;
     MidiOutPort m_midiPort;
-    OwedMessages m_owed;
     MidiActions m_midi;
     QString m_midiPortName;
     EventDispatcher m_dispatcher;

@@ -33,8 +33,8 @@ void Leftovers::clearBeside(const QString &path)
     clearLock(path + QStringLiteral(".lock"));
     const QFileInfo info(path);
     // The toolkit replaces the XXXXXX of its temporary files by letters.
-    const QRegularExpression temporary(QStringLiteral("^%1\\.[A-Za-z]{6}$")
-                                           .arg(QRegularExpression::escape(info.fileName())));
+    const QRegularExpression temporary(
+        QStringLiteral("^%1\\.[A-Za-z]{6}$").arg(QRegularExpression::escape(info.fileName())));
     QDir folder = info.dir();
     for (const QString &name : folder.entryList(QDir::Files | QDir::Hidden)) {
         if (temporary.match(name).hasMatch()) {

@@ -8,6 +8,7 @@ LogFile::LogFile(const QString &path)
     if (m_file.open(QIODevice::Append | QIODevice::Unbuffered)) {
         m_size = m_file.size();
     }
+    m_failed = !m_file.isOpen();
 }
 
 LogFile::~LogFile()
@@ -45,7 +46,9 @@ void LogFile::write()
     if (m_size > 0 && m_size + m_waiting.size() > sizeLimit) {
         rotate();
     }
-    m_size += qMax<qint64>(0, m_file.write(m_waiting));
+    const qint64 written = m_file.write(m_waiting);
+    m_failed = m_failed || written < m_waiting.size();
+    m_size += qMax<qint64>(0, written);
     m_waiting.clear();
 }
 

@@ -27,6 +27,9 @@ public:
     bool append(const QByteArray &line, bool urgent);
     void flush();
 
+    /// Whether lines were lost, since the file cannot be opened or written.
+    bool hasFailed() const { return m_failed; }
+
 private:
     void write();
     void rotate();
@@ -35,4 +38,5 @@ private:
     QFile m_file;
     QByteArray m_waiting;
     qint64 m_size = 0;
+    bool m_failed = false;
 };

@@ -2,6 +2,7 @@
 
 #include "app/LogFile.h"
 
+#include <QByteArrayList>
 #include <QCoreApplication>
 #include <QLoggingCategory>
 #include <QMutex>
@@ -9,20 +10,45 @@
 
 #include <cstdio>
 #include <memory>
+#include <utility>
 
 namespace
 {
 
 constexpr int gatherTime = 1000; // ms that a line may wait for the file
 
-QMutex fileMutex;
-std::unique_ptr<LogFile> file; // under the mutex: the MIDI driver's thread logs too
+constexpr int earlyLinesAtMost = 1000;
+
+QMutex fileMutex; // the MIDI driver's thread logs too
+std::unique_ptr<LogFile> file;
+QByteArrayList earlyLines; // until there is a file
+bool fileExpected = true;
+bool failureTold = false;
+
+// Under the mutex. Not through the log, which it is about.
+void tellFailure()
+{
+    if (file->hasFailed() && !failureTold) {
+        failureTold = true;
+        std::fputs("veltrix.log cannot be written\n", stderr);
+    }
+}
 
 void flushFile()
 {
     const QMutexLocker locker(&fileMutex);
     if (file) {
         file->flush();
+        tellFailure();
+    }
+}
+
+void flushSoon()
+{
+    if (qApp) {
+        // Across threads only a queued call may start a timer.
+        QMetaObject::invokeMethod(
+            qApp, [] { QTimer::singleShot(gatherTime, qApp, flushFile); }, Qt::QueuedConnection);
     }
 }
 
@@ -37,12 +63,15 @@ void handle(QtMsgType type, const QMessageLogContext &context, const QString &te
     bool begins = false;
     {
         const QMutexLocker locker(&fileMutex);
-        begins = file && file->append(line.toUtf8(), urgent);
+        if (file) {
+            begins = file->append(line.toUtf8(), urgent);
+            tellFailure();
+        } else if (fileExpected && earlyLines.size() < earlyLinesAtMost) {
+            earlyLines.append(line.toUtf8());
+        }
     }
-    if (begins && qApp) {
-        // Across threads only a queued call may start a timer.
-        QMetaObject::invokeMethod(
-            qApp, [] { QTimer::singleShot(gatherTime, qApp, flushFile); }, Qt::QueuedConnection);
+    if (begins) {
+        flushSoon();
     }
 }
 
@@ -65,10 +94,18 @@ void Logging::addFile(const QString &directory)
 {
     const QMutexLocker locker(&fileMutex);
     file = std::make_unique<LogFile>(directory + QStringLiteral("/veltrix.log"));
+    bool begins = false;
+    for (const QByteArray &line : std::exchange(earlyLines, {})) {
+        begins = file->append(line, false) || begins;
+    }
+    if (begins) {
+        flushSoon();
+    }
 }
 
 void Logging::closeFile()
 {
     const QMutexLocker locker(&fileMutex);
     file.reset();
+    fileExpected = false;
 }

@@ -14,8 +14,8 @@ namespace Logging
 /// environment variable QT_LOGGING_RULES wins over it.
 void start(bool verbose);
 
-/// Also writes what is logged from now on to the file "veltrix.log" in @p directory (see LogFile). Needs the
-/// application object.
+/// Also writes what has been logged since start(), and what is logged from now on, to the file "veltrix.log"
+/// in @p directory (see LogFile). Needs the application object.
 void addFile(const QString &directory);
 
 /// Writes what still waits for the file, and closes it. To be called when the event loop has ended.

@@ -150,8 +150,8 @@ const QString &SingleApplication::problem() const
     return d->problem;
 }
 
-// Decides whether this process goes on running. A refusal counts only from a primary that was reached: the block
-// that says that there is one may have been left by the system or belong to another user.
+// Decides whether this process goes on running. A refusal counts only from a primary that was reached: the
+// block that says that there is one may have been left by the system or belong to another user.
 bool SingleApplication::mayRun(const QString &key, bool mayBeSecondary)
 {
     // Without a folder of the user's own the guard would stand in one that all users share.

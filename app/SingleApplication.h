@@ -11,8 +11,8 @@
 /// bytes and a local socket that only this user may connect to, both named by instanceKey() and kept in the
 /// user's runtime directory, or, where such names are machine-wide, with the user's mark at their end.
 ///
-/// A start ends only when it has reached the first copy: the system finds a block by 16 bits of a number, so that
-/// it may be somebody else's. Where no guard can work the program runs without one.
+/// A start ends only when it has reached the first copy: the system finds a block by 16 bits of a number, so
+/// that it may be somebody else's. Where no guard can work the program runs without one.
 class SingleApplication : public QApplication
 {
     Q_OBJECT

@@ -137,6 +137,7 @@ void ZRMainWindow::slideLater(int page)
 void ZRMainWindow::showOnFront()
 {
     const bool menuOpen = m_trayMenu->isVisible();
+    setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
     if (menuOpen && !m_trayMenu->isVisible()) {

@@ -1,8 +1,11 @@
+#include "app/AfterCrash.h"
 #include "app/AppLog.h"
 #include "app/CommandLine.h"
 #include "app/Core.h"
 #include "app/DataDirectory.h"
+#include "app/Leftovers.h"
 #include "app/Logging.h"
+#include "app/SettingsPlace.h"
 #include "app/SingleApplication.h"
 #include "app/Translations.h"
 #include "app/UpdateDialog.h"
@@ -12,6 +15,7 @@
 #include "device/SerialProtocol.h"
 #include "engine/platform/PlatformFactory.h"
 #include "engine/platform/Session.h"
+#include "mapping/MappingFiles.h"
 #include "mapping/MappingSession.h"
 #include "net/MapUpdate.h"
 #include "net/ZRUpdater.h"
@@ -22,7 +26,8 @@ int main(int argc, char *argv[])
     if (const auto status = CommandLine::answerEarly(argc, argv)) {
         return *status;
     }
-    const PlatformFactory platforms;
+    const PlatformFactory platforms(AfterCrash::task());
+    AfterCrash &afterCrash = AfterCrash::in(platforms.crashMemory());
 
     // Made before the names are set, so it finds nothing, and the window shows at every start. Deliberate.
     const QSettings settingsWithoutNames;
@@ -51,13 +56,22 @@ int main(int argc, char *argv[])
     const QString data = DataDirectory::path();
     DataDirectory::prepare(data, QCoreApplication::applicationDirPath());
     Logging::addFile(data);
+    if (!application.problem().isEmpty()) {
+        qCWarning(lcApp).noquote() << application.problem();
+    }
+    const SettingsPlace settingsPlace(QLatin1String(AppInfo::organisationName),
+                                      QLatin1String(AppInfo::applicationName));
+    const MappingFiles files(data);
+    for (const QString &path : {settingsPlace.file(), files.library(), files.custom(), files.workingCopy()}) {
+        Leftovers::clearBeside(path);
+    }
     Platform platform = platforms.create(commandLine.input);
     // From here on a request to quit finds the event loop, now or as soon as it runs.
     const auto quitWatch = platform.watchQuitRequests([] { QCoreApplication::quit(); });
 
     const bool show = Settings::isOlder(settingsWithoutNames, QLatin1String(AppInfo::version));
 
-    Core core(platform);
+    Core core(platform, afterCrash.messages);
     MappingSession mappings(data);
     core.dispatcher().follow(mappings);
     MapUpdate mapUpdate(mappings.files().library(), &core.settings());

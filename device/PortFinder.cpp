@@ -3,6 +3,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -37,7 +38,9 @@ std::optional<PortDescription> PortFinder::find()
         return port;
     }
     if (mayHaveChanged()) {
-        m_lastAnswer = walk(m_lister->availablePorts());
+        const QVector<PortDescription> ports = m_lister->availablePorts();
+        lookOnAtBarePorts(ports);
+        m_lastAnswer = walk(ports);
     }
     return m_lastAnswer;
 }
@@ -64,6 +67,27 @@ bool PortFinder::mayHaveChanged()
         return true;
     }
     return false;
+}
+
+// A port's properties may come seconds after it, and leave no trace in the folder.
+void PortFinder::lookOnAtBarePorts(const QVector<PortDescription> &ports)
+{
+    QStringList names;
+    QHash<QString, int> bare;
+    for (const PortDescription &port : ports) {
+        names.append(port.portName);
+        const bool isBare = port.serialNumber.isEmpty() && port.productIdentifier == 0;
+        const int left = m_known.contains(port.portName) ? m_bare.value(port.portName) - 1 : looksAtBarePort;
+        if (isBare && left > 0) {
+            bare.insert(port.portName, left);
+        }
+    }
+    // The ports of the machine itself never have any.
+    m_bare = std::exchange(m_looked, true) ? bare : QHash<QString, int>();
+    m_known = names;
+    if (!m_bare.isEmpty()) {
+        lookAgain();
+    }
 }
 
 std::optional<PortDescription> PortFinder::explicitPath() const

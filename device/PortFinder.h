@@ -2,7 +2,9 @@
 
 #include "device/PortLister.h"
 
+#include <QHash>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 #include <optional>
@@ -20,6 +22,10 @@ public:
     /// A change of the device folder is followed by this many more full looks: a port's properties and
     /// permissions are set some time after it has appeared.
     static constexpr int settlingLooks = 6;
+    /// While a port that has come since the look before is without any property, every look is a full one,
+    /// for this many looks (a minute of scans): what describes it is on its way, or there is nothing to
+    /// describe.
+    static constexpr int looksAtBarePort = 120;
     /// A full look at the latest after this many cheap ones (five minutes of scans), in case that a change
     /// left no trace in the folder.
     static constexpr int cheapLooksAtMost = 600;
@@ -37,6 +43,7 @@ public:
 
 private:
     bool mayHaveChanged();
+    void lookOnAtBarePorts(const QVector<PortDescription> &ports);
     std::optional<PortDescription> explicitPath() const;
     std::optional<PortDescription> walk(const QVector<PortDescription> &ports) const;
 
@@ -47,4 +54,7 @@ private:
     std::optional<PortDescription> m_lastAnswer;
     int m_fullLooksDue = 1;
     int m_cheapLooks = 0;
+    bool m_looked = false;
+    QStringList m_known;        // the ports of the last full look, by their names
+    QHash<QString, int> m_bare; // ports that came without properties: looks left
 };

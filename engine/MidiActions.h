@@ -18,8 +18,8 @@ class OwedMessages;
 /// ended yet. Notes whose action sends nothing on release are meant to ring on and are not in it. The ledger
 /// watches; what is sent and in which order does not depend on it.
 ///
-/// What ends a note or puts a controller back is owed until the port has accepted it: while the port is full it
-/// is tried again every 50 ms, and goes before any other message. Used on the GUI thread.
+/// What ends a note or puts a controller back is owed until the port has accepted it: while the port is full
+/// it is tried again every 50 ms, and goes before any other message. Used on the GUI thread.
 class MidiActions : public QObject
 {
     Q_OBJECT

@@ -38,5 +38,6 @@ private:
 
     bool m_goneLogged = false;
     bool m_fullLogged = false;
-    QString m_lastError; // since a message was accepted: one that is tried again is not worth a line each time
+    QString
+        m_lastError; // since a message was accepted: one that is tried again is not worth a line each time
 };

@@ -61,7 +61,8 @@ void OwedMessages::send() const
             break;
         }
         std::vector<unsigned char> message = unpacked(word);
-        for (int tries = 0; port.sendMessage(&message) == MidiOutPort::Sent::Later && tries < triesAtMost; ++tries) {
+        for (int tries = 0; port.sendMessage(&message) == MidiOutPort::Sent::Later && tries < triesAtMost;
+             ++tries) {
             std::this_thread::sleep_for(betweenTries);
         }
     }

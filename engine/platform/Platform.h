@@ -35,6 +35,14 @@ struct Platform {
     QString notice; ///< what the user should know about it, translated; empty: nothing
 };
 
+/// What else has to be done when the program is gone, however it ended. The process that releases held input
+/// does it, where there is one; it must not rely on anything but @c memory, and may take its time.
+struct CrashTask {
+    std::size_t bytes = 0; ///< of memory that the two processes share; all zero at first
+    /// Called with that memory and the number of the process that the program was. Null: nothing else.
+    void (*afterwards)(void *memory, qint64 program) = nullptr;
+};
+
 /// A way to the desktop, as its folder offers it to the factory.
 ///
 /// A new one is a folder with a function that returns this, and two lines: its add_subdirectory() in
@@ -56,7 +64,8 @@ struct Backend {
     bool (*fits)();
 
     /// Run first thing in main(), before any thread, file or connection and the application object exist.
-    void (*prepare)();
+    /// @return the memory of @p task; null when this backend will not carry it out.
+    void *(*prepare)(const CrashTask &task);
 
     /// Sets what every backend of the system has in common. Cannot fail. Null, like prepare, where another
     /// backend of the list does it.

@@ -38,11 +38,11 @@ Recorder &nowhere()
 
 } // namespace
 
-PlatformFactory::PlatformFactory()
+PlatformFactory::PlatformFactory(const CrashTask &task)
 {
     for (const Backend &backend : backends()) {
-        if (backend.prepare) {
-            backend.prepare();
+        if (void *memory = backend.prepare ? backend.prepare(task) : nullptr) {
+            m_crashMemory = memory;
         }
     }
 }

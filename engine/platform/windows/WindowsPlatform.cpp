@@ -58,10 +58,11 @@ bool fits()
     return true;
 }
 
-void prepare()
+void *prepare(const CrashTask &)
 {
     // The toolkit finds the desktop by itself and declares the program aware of each monitor's resolution.
     WindowsCrashRelease::start();
+    return nullptr;
 }
 
 } // namespace

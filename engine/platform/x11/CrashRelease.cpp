@@ -2,6 +2,7 @@
 
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
@@ -14,6 +15,8 @@
 
 namespace
 {
+
+constexpr int patience = 200; // ms that the program's end waits for the process
 
 /// Empties a keycode if it still carries the symbol that we put there.
 void emptySpare(Display *display, KeyCode keycode, KeySym keysym)
@@ -77,7 +80,16 @@ int detach(int pipe)
     return kept;
 }
 
-[[noreturn]] void watch(int pipe, const HeldInput &held)
+/// What the two processes share: memory of the system's own, which is never given back, since other objects
+/// may go later than the one that asks for it here.
+void *sharedMemory(std::size_t bytes)
+{
+    void *memory = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    return memory == MAP_FAILED ? nullptr : memory;
+}
+
+[[noreturn]] void watch(int pipe, pid_t program, const HeldInput &held, const CrashTask &task,
+                        void *taskMemory)
 {
     const int end = detach(pipe);
     char byte = 0;
@@ -86,6 +98,9 @@ int detach(int pipe)
     }
     if (!held.isEmpty()) {
         releaseHeld(held);
+    }
+    if (task.afterwards) {
+        task.afterwards(taskMemory, program);
     }
     _exit(0);
 }
@@ -99,44 +114,48 @@ public:
     Watchdog() = default;
     ~Watchdog();
 
-    void start();
+    void *start(const CrashTask &task);
 
     HeldInput &held() { return m_shared ? *m_shared : m_own; }
     const QString &problem() const { return m_problem; }
 
 private:
     HeldInput m_own;
-    HeldInput *m_shared = nullptr; // never unmapped: other objects may go later than this one
+    HeldInput *m_shared = nullptr;
+    void *m_taskMemory = nullptr;
     QString m_problem;
     int m_pipe = -1;
     pid_t m_process = -1;
 };
 
-void Watchdog::start()
+void *Watchdog::start(const CrashTask &task)
 {
-    if (m_process > 0 || qEnvironmentVariableIsEmpty("DISPLAY")) {
-        return;
+    if (m_process > 0) {
+        return m_taskMemory;
     }
     int ends[2];
-    void *memory =
-        mmap(nullptr, sizeof(HeldInput), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED || pipe2(ends, O_CLOEXEC) != 0) {
+    void *memory = sharedMemory(sizeof(HeldInput));
+    void *taskMemory = sharedMemory(std::max<std::size_t>(task.bytes, 1));
+    if (!memory || !taskMemory || pipe2(ends, O_CLOEXEC) != 0) {
         m_problem = QString::fromLocal8Bit(std::strerror(errno));
-        return;
+        return nullptr;
     }
     auto *shared = new (memory) HeldInput;
+    const pid_t program = getpid();
     m_process = fork();
     if (m_process == 0) {
-        watch(ends[0], *shared);
+        watch(ends[0], program, *shared, task, taskMemory);
     }
     close(ends[0]);
     if (m_process < 0) {
         m_problem = QString::fromLocal8Bit(std::strerror(errno));
         close(ends[1]);
-        return;
+        return nullptr;
     }
     m_shared = shared;
+    m_taskMemory = taskMemory;
     m_pipe = ends[1];
+    return taskMemory;
 }
 
 Watchdog::~Watchdog()
@@ -145,11 +164,10 @@ Watchdog::~Watchdog()
         return;
     }
     close(m_pipe);
-    // With nothing to release it ends at once, and nothing of the program is left when the shell prompts
-    // again.
-    if (m_shared->isEmpty()) {
-        while (waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) {
-        }
+    // With nothing to do it ends at once, and nothing of the program is left when the shell prompts again.
+    // What takes longer holds nobody up.
+    for (int waited = 0; waited < patience && waitpid(m_process, nullptr, WNOHANG) == 0; ++waited) {
+        usleep(1000);
     }
 }
 
@@ -171,7 +189,7 @@ QString CrashRelease::problem()
     return watchdog().problem();
 }
 
-void CrashRelease::start()
+void *CrashRelease::start(const CrashTask &task)
 {
-    watchdog().start();
+    return watchdog().start(task);
 }

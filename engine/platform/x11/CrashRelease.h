@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/platform/Platform.h"
 #include "engine/platform/x11/HeldInput.h"
 
 #include <QString>
@@ -10,8 +11,11 @@
 namespace CrashRelease
 {
 
-/// Starts it, first thing in main(), before any thread, file or connection exists.
-void start();
+/// Starts it, first thing in main(), before any thread, file or connection exists. After the release it
+/// carries out
+/// @p task.
+/// @return the memory of @p task; null when the process could not be started
+void *start(const CrashTask &task);
 
 /// What the process will release. Shared with it when start() has started it, else with nobody.
 HeldInput &heldInput();

@@ -13,7 +13,8 @@
 ///
 /// It watches the X server's raw motion, which the program's own pointer movements do not make, and leaves
 /// out synthesised input. Nothing polls: while the mouse rests nothing runs. A movement that goes on is
-/// reported every 50 ms, since a fast mouse sends a thousand events a second.
+/// reported every 10 ms, since a fast mouse sends a thousand events a second; its end is reported at most
+/// that late.
 class OSXMouseListener : public QObject
 {
     Q_OBJECT
@@ -42,14 +43,14 @@ public Q_SLOTS:
 
 private:
     QString open();
-    void selectMotion(bool on);
     void readEvents();
     void handle(void *genericEvent);
     void stop(const QString &reason);
 
     std::shared_ptr<X11Connection> m_connection;
     std::unique_ptr<QSocketNotifier> m_notifier;
-    QTimer m_pause; // after a report, until motion is looked at again
+    QTimer m_gathering;   // after a report, until the events are looked at again
+    bool m_moved = false; // seen in the events that are being read
     QVector<int> m_synthesised;
     int m_opcode = 0;
 };

@@ -2,6 +2,7 @@
 #include "engine/platform/PlatformLog.h"
 #include "engine/platform/linux/SessionKind.h"
 #include "engine/platform/linux/SignalWatcher.h"
+#include "engine/platform/linux/StartingProcess.h"
 #include "engine/platform/linux/XdgAutostartEntry.h"
 #include "engine/platform/x11/CrashRelease.h"
 #include "engine/platform/x11/OSXMouseListener.h"
@@ -11,10 +12,16 @@
 #include "engine/platform/x11/X11PointerAppearance.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 
 #include <X11/XKBlib.h>
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
+#include <algorithm>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 namespace
 {
@@ -26,6 +33,26 @@ bool displayAnswers()
         XCloseDisplay(display);
     }
     return display != nullptr;
+}
+
+bool waylandAnswers()
+{
+    if (qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+        return false;
+    }
+    const QDir folder(qEnvironmentVariable("XDG_RUNTIME_DIR"));
+    const QByteArray path =
+        QFile::encodeName(folder.absoluteFilePath(qEnvironmentVariable("WAYLAND_DISPLAY")));
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path.size() >= int(sizeof address.sun_path)) {
+        return false;
+    }
+    std::copy(path.begin(), path.end(), address.sun_path);
+    const int connection = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const bool answers = connect(connection, reinterpret_cast<sockaddr *>(&address), sizeof address) == 0;
+    close(connection);
+    return answers;
 }
 
 /// What the server lacks for us, or nothing.
@@ -111,8 +138,8 @@ void prepareToolkit()
         if (SessionKind::isWayland()) {
             qputenv("QT_QPA_PLATFORM", "xcb");
         }
-    } else if (qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
-        // The toolkit ends the program when the display that is named does not answer.
+    } else if (!waylandAnswers()) {
+        // The toolkit ends the program when what is named does not answer.
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     // Nothing here draws with OpenGL, whose libraries are larger than the rest of the program.
@@ -127,10 +154,12 @@ bool fits()
     return true;
 }
 
-void prepare()
+void *prepare(const CrashTask &task)
 {
-    CrashRelease::start();
+    prepareStartingProcess();
+    void *memory = CrashRelease::start(task);
     prepareToolkit();
+    return memory;
 }
 
 } // namespace

@@ -80,8 +80,8 @@ class DeviceLife(MockedDeviceTest):
         device.unplug()
         self.assertTrue(program.wait_for(": unplugged$", NOTICED), program.texts())
         # The knob is let go in circular mode: the pointer goes back to where it was touched, the middle of the screen.
-        self.assert_arrives("key 65 down", "key 68 down", "left down", "key 65 up", "key 68 up", "left up",
-                            "move 640 512")
+        self.assert_arrives("key 65 down", "key 68 down", "left down", "left up", "move 640 512", "key 65 up",
+                            "key 68 up")
         self.assert_nothing_held()
 
     def test_plugged_in_again_it_is_used_again(self):

@@ -66,7 +66,8 @@ void tst_SingleApplication::init()
 QProcessEnvironment tst_SingleApplication::environment(bool allowSecondary, const QString &runtimeDir) const
 {
     QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
-    variables.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtimeDir.isEmpty() ? m_runtimeDir->path() : runtimeDir);
+    variables.insert(QStringLiteral("XDG_RUNTIME_DIR"),
+                     runtimeDir.isEmpty() ? m_runtimeDir->path() : runtimeDir);
     if (allowSecondary) {
         variables.insert(QStringLiteral("ALLOW_SECONDARY"), QStringLiteral("1"));
     }
@@ -218,7 +219,8 @@ void tst_SingleApplication::twoUsersDoNotMeet()
 namespace
 {
 
-/// The last three bytes of the system's number for a block or a lock: of the file that the toolkit makes it of.
+/// The last three bytes of the system's number for a block or a lock: of the file that the toolkit makes it
+/// of.
 key_t lowBytes(const QString &file)
 {
     struct stat status {
@@ -228,7 +230,8 @@ key_t lowBytes(const QString &file)
                : -1;
 }
 
-/// The number under which the system has a block or a lock (@p kind is "shm" or "sem") for this file; -1 for none.
+/// The number under which the system has a block or a lock (@p kind is "shm" or "sem") for this file; -1 for
+/// none.
 key_t systemKey(const char *kind, const QString &file)
 {
     QFile table(QStringLiteral("/proc/sysvipc/") + QLatin1String(kind));
@@ -323,10 +326,11 @@ void tst_SingleApplication::aFolderThatTakesNoFilesStopsNoStart()
     // Permissions do not stop root, so the folder is another file system, seen by this process alone.
     auto process = std::make_unique<QProcess>();
     process->setProcessEnvironment(environment());
-    process->start(QStringLiteral("unshare"),
-                   {QStringLiteral("-rm"), QStringLiteral("sh"), QStringLiteral("-c"),
-                    QStringLiteral("mount -t tmpfs -o %1 none \"$XDG_RUNTIME_DIR\" && exec \"$0\"").arg(mountOptions),
-                    QStringLiteral(GUARDED)});
+    process->start(
+        QStringLiteral("unshare"),
+        {QStringLiteral("-rm"), QStringLiteral("sh"), QStringLiteral("-c"),
+         QStringLiteral("mount -t tmpfs -o %1 none \"$XDG_RUNTIME_DIR\" && exec \"$0\"").arg(mountOptions),
+         QStringLiteral(GUARDED)});
     QCOMPARE(line(*process), QStringLiteral("primary"));
     const QString problem = line(*process);
     QVERIFY2(problem.startsWith(QLatin1String("problem: a second copy would not be noticed")) &&

@@ -4,6 +4,7 @@
 //   choose           choose the output port                    chose NAME
 //   send HEX         send one message                          sent
 //   flood COUNT      send COUNT times 90 3C 64                 flooded MILLISECONDS
+//   note NUMBER      begin a note that its release would end  begun
 //   close            close the port                            closed MILLISECONDS
 //   delete           delete the port                           deleted MILLISECONDS
 //   threads          count the threads of the process          threads COUNT
@@ -12,6 +13,7 @@
 //
 // Ends with its standard input. Log lines stand between the answers, after "log ".
 
+#include "app/AfterCrash.h"
 #include "engine/MidiActions.h"
 #include "engine/SystemClock.h"
 #include "midi/MidiInPort.h"
@@ -73,7 +75,14 @@ std::string receive(const std::string &hex)
 
 class Probe
 {
+    Q_DISABLE_COPY_MOVE(Probe)
+
 public:
+    explicit Probe(AfterCrash &afterCrash)
+        : m_owed(afterCrash.messages)
+    {
+    }
+
     std::string answer(const std::string &command, const std::string &argument)
     {
         QElapsedTimer timer;
@@ -83,8 +92,14 @@ public:
             m_port = std::make_unique<MidiOutPort>();
             return "created" + took();
         }
-        if (command == "choose")
-            return "chose " + MidiActions(*m_port, m_owed, m_clock).chooseOutputPort().toStdString();
+        if (command == "choose") {
+            m_actions = std::make_unique<MidiActions>(*m_port, m_owed, m_clock);
+            return "chose " + m_actions->chooseOutputPort().toStdString();
+        }
+        if (command == "note") {
+            m_actions->sendMidi(1, std::stoi(argument), 100, 0, true, true, true);
+            return "begun";
+        }
         if (command == "send") {
             std::vector<unsigned char> message = bytesOf(argument);
             m_port->sendMessage(&message);
@@ -117,17 +132,19 @@ public:
 
 private:
     SystemClock m_clock;
-    OwedMessages m_owed;
+    OwedMessages &m_owed;
     std::unique_ptr<MidiOutPort> m_port;
+    std::unique_ptr<MidiActions> m_actions;
 };
 
 } // namespace
 
 int main(int argc, char **argv)
 {
+    const PlatformFactory platforms(AfterCrash::task());
     QCoreApplication application(argc, argv);
     qInstallMessageHandler(log);
-    Probe probe;
+    Probe probe(AfterCrash::in(platforms.crashMemory()));
     for (std::string line; std::getline(std::cin, line);) {
         const std::size_t blank = line.find(' ');
         const std::string argument = blank == std::string::npos ? "" : line.substr(blank + 1);

@@ -63,6 +63,12 @@ public:
         return good ? static_cast<int>(timer.elapsed()) : -1;
     }
 
+    void killNow()
+    {
+        m_process.kill();
+        m_process.waitForFinished(5000);
+    }
+
     /// What came on standard error so far: not from the log.
     QString printed() { return QString::fromLocal8Bit(m_process.readAllStandardError()); }
 
@@ -153,6 +159,19 @@ private Q_SLOTS:
         m_probe->ask(text("send 903C64"));
         QCOMPARE(first.waitForLines(1), QStringList(text("midi 90 3C 64")));
         QCOMPARE(none.lines() + second.lines(), QStringList());
+    }
+
+    void aKilledProgramsNotesAreEnded()
+    {
+        m_probe->ask(text("create"));
+        QCOMPARE(m_probe->ask(text("choose")), text("chose tester:FROM host"));
+        QTest::qWait(afterConnecting);
+        m_probe->ask(text("note 60"));
+        m_probe->ask(text("note 61"));
+        QCOMPARE(m_listener->waitForLines(2), QStringList({text("midi 90 3C 64"), text("midi 90 3D 64")}));
+        m_probe->killNow();
+        QCOMPARE(m_listener->waitForLines(4, 15000).mid(2),
+                 QStringList({text("midi 80 3C 00"), text("midi 80 3D 00")}));
     }
 
     void theChoiceOfTheSystemIsLogged()

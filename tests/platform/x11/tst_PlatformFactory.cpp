@@ -4,6 +4,8 @@
 #include "tests/support/log/LogCapture.h"
 #include "tests/support/xserver/XServer.h"
 
+#include <QLocalServer>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <unistd.h>
@@ -28,6 +30,7 @@ private Q_SLOTS:
     void toolkitDrawsNowhereWithoutADisplay();
     void toolkitDrawsNowhereWhenTheDisplayDoesNotAnswer();
     void toolkitIsLeftAloneWithADisplay();
+    void toolkitDrawsNowhereWhenTheCompositorDoesNotAnswer();
     void listenerReportsToTheFunction();
 };
 
@@ -213,9 +216,22 @@ void tst_PlatformFactory::toolkitIsLeftAloneWithADisplay()
         QVERIFY(!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"));
     }
     qunsetenv("DISPLAY");
+    const QTemporaryDir folder;
+    QLocalServer compositor;
+    QVERIFY(compositor.listen(folder.filePath(QStringLiteral("wayland-0"))));
+    qputenv("XDG_RUNTIME_DIR", folder.path().toLocal8Bit());
     qputenv("WAYLAND_DISPLAY", "wayland-0");
     const PlatformFactory platforms;
     QVERIFY(!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"));
+}
+
+void tst_PlatformFactory::toolkitDrawsNowhereWhenTheCompositorDoesNotAnswer()
+{
+    const QTemporaryDir folder;
+    qputenv("XDG_RUNTIME_DIR", folder.path().toLocal8Bit());
+    qputenv("WAYLAND_DISPLAY", "wayland-0");
+    const PlatformFactory platforms;
+    QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("offscreen"));
 }
 
 void tst_PlatformFactory::listenerReportsToTheFunction()

@@ -30,6 +30,7 @@ private Q_SLOTS:
     void trayMenuHasQuitAlone();
     void trayIconBringsTheWindowBack();
     void trayMenuStaysOpenWhenTheWindowComes();
+    void aMinimisedWindowComesBack();
     void quitEndsTheProgramAlsoWhenHidden();
     void quitEndsTheProgramAlsoWhileADialogIsVisible();
     void aDialogClosedWhileTheWindowIsHiddenDoesNotQuit();
@@ -152,6 +153,15 @@ void tst_ZRMainWindow::trayMenuStaysOpenWhenTheWindowComes()
     menu->close();
     m_window->showOnFront();
     QVERIFY(!menu->isVisible());
+}
+
+void tst_ZRMainWindow::aMinimisedWindowComesBack()
+{
+    m_window->showMinimized();
+    QVERIFY(m_window->isMinimized());
+    m_window->showOnFront();
+    QVERIFY(m_window->isVisible());
+    QVERIFY(!m_window->isMinimized());
 }
 
 void tst_ZRMainWindow::quitEndsTheProgramAlsoWhenHidden()

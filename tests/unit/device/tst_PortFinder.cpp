@@ -54,6 +54,39 @@ private Q_SLOTS:
         QCOMPARE(m_finder->find().has_value(), expected);
     }
 
+    void propertiesThatComeLateAndQuietlyAreFound()
+    {
+        start();
+        const PortDescription bare{QStringLiteral("ttyACM0"), QStringLiteral("/dev/ttyACM0"), QString(), 0};
+        m_finder->find();
+        m_lister->show({bare});
+        constexpr int looksIn30Seconds = 60;
+        for (int look = 0; look < looksIn30Seconds; ++look) {
+            QVERIFY(!m_finder->find());
+        }
+        m_lister->quietly({portWithSerial(QStringLiteral("ttyACM0"), QStringLiteral("HIDFG"))});
+        QVERIFY(m_finder->find().has_value());
+    }
+
+    void aPortThatNeverHasPropertiesIsLookedAtForAMinute()
+    {
+        const PortDescription own{QStringLiteral("ttyS0"), QStringLiteral("/dev/ttyS0"), QString(), 0};
+        const PortDescription bare{QStringLiteral("rfcomm0"), QStringLiteral("/dev/rfcomm0"), QString(), 0};
+        start();
+        m_lister->show({own});
+        for (int look = 0; look < 50; ++look) {
+            m_finder->find();
+        }
+        QCOMPARE(m_lister->fullLooks, 1 + PortFinder::settlingLooks);
+        m_lister->show({own, bare});
+        for (int look = 0; look < 300; ++look) {
+            m_finder->find();
+        }
+        const int looks = m_lister->fullLooks - 1 - PortFinder::settlingLooks;
+        QVERIFY2(looks >= PortFinder::looksAtBarePort && looks <= PortFinder::looksAtBarePort + 1,
+                 qPrintable(QString::number(looks)));
+    }
+
     void noPortsMeansNoDevice()
     {
         start();

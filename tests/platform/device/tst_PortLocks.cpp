@@ -1,0 +1,65 @@
+#include "device/PortLocks.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QLockFile>
+#include <QSysInfo>
+#include <QtTest>
+
+/// In the folder that the serial port library uses, under names that no port has.
+class tst_PortLocks : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theLockOfAnEndedProcessGoes()
+    {
+        const QString lock = write(ended, QSysInfo::machineHostName());
+        PortLocks::removeOf(ended);
+        QVERIFY(!QFile::exists(lock));
+    }
+
+    void othersStay()
+    {
+        const QString other = write(ended + 1, QSysInfo::machineHostName());
+        const QString elsewhere = write(ended, QStringLiteral("another-machine"));
+        PortLocks::removeOf(ended);
+        QVERIFY(QFile::remove(other));
+        QVERIFY(QFile::remove(elsewhere));
+    }
+
+    void oneThatAProcessHoldsMeanwhileStays()
+    {
+        const QString path = nextPath();
+        QLockFile lock(path);
+        QVERIFY(lock.tryLock());
+        PortLocks::removeOf(QCoreApplication::applicationPid());
+        QVERIFY(QFile::exists(path));
+    }
+
+private:
+    static constexpr qint64 ended = 4194305; // no process can have this number
+
+    static QString nextPath()
+    {
+        static int number = 0;
+        return QStringLiteral("%1/LCK..tst_PortLocks-%2-%3")
+            .arg(QDir::tempPath())
+            .arg(QCoreApplication::applicationPid())
+            .arg(++number);
+    }
+
+    static QString write(qint64 process, const QString &host)
+    {
+        const QString path = nextPath();
+        QFile file(path);
+        if (file.open(QIODevice::WriteOnly)) {
+            file.write(QStringLiteral("%1\nveltrix\n%2\n").arg(process).arg(host).toLatin1());
+        }
+        return path;
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_PortLocks)
+#include "tst_PortLocks.moc"
