@@ -103,6 +103,8 @@ int main(int argc, char *argv[])
     QObject::connect(updater, &ZRUpdater::onDownloadComplete, updater, &ZRUpdater::install);
     const auto mouseListener = platform.watchMouse([&] { window.devicePage()->onUserMovingMouse(); });
 
+    const auto refusedInput = platform.watchRefusedInput([&] { window.devicePage()->showRefusedInput(); });
+
     const int status = SingleApplication::exec();
     Logging::closeFile();
     return status;

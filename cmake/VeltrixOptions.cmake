@@ -6,6 +6,7 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     option(VELTRIX_UINPUT "Send keys through the kernel in Wayland sessions (needs libevdev and libwayland)" ON)
 endif()
 option(VELTRIX_FUZZERS "Build the libFuzzer targets (needs clang)" OFF)
+option(VELTRIX_PRECOMPILED_HEADERS "Compile the toolkit's headers once for all targets, for builds that are only tested" OFF)
 option(VELTRIX_COVERAGE "Instrument for gcov" OFF)
 option(VELTRIX_SERIAL_PORT "Reach devices at serial ports; off: virtual devices only, a build for testing" ON)
 set(VELTRIX_SANITIZERS "" CACHE STRING "Value of -fsanitize=, for example address,undefined")
@@ -51,6 +52,11 @@ target_compile_definitions(veltrix_settings INTERFACE
     QT_NO_KEYWORDS
     QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
     QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
+
+if(WIN32)
+    target_compile_definitions(veltrix_settings INTERFACE
+        UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601)
+endif()
 
 if(MSVC)
     target_compile_options(veltrix_settings INTERFACE /W4 /utf-8)

@@ -1,15 +1,47 @@
+# The toolkit's headers, compiled once. A target that lacks an include builds with them all the same, so the ordinary
+# builds do without.
+function(veltrix_precompile target)
+    if(NOT VELTRIX_PRECOMPILED_HEADERS)
+        return()
+    endif()
+    if(NOT TARGET veltrix_precompiled)
+        file(CONFIGURE OUTPUT "${CMAKE_BINARY_DIR}/precompiled.cpp" CONTENT "")
+        add_library(veltrix_precompiled STATIC "${CMAKE_BINARY_DIR}/precompiled.cpp")
+        set_target_properties(veltrix_precompiled PROPERTIES AUTOMOC OFF)
+        # Not linked: the modules' definitions differ from target to target, and a header compiled with one of them would
+        # be of use to few.
+        target_link_libraries(veltrix_precompiled PRIVATE veltrix_settings)
+        target_include_directories(veltrix_precompiled SYSTEM PRIVATE
+            $<TARGET_PROPERTY:Qt5::Core,INTERFACE_INCLUDE_DIRECTORIES>
+            $<TARGET_PROPERTY:Qt5::Gui,INTERFACE_INCLUDE_DIRECTORIES>
+            $<TARGET_PROPERTY:Qt5::Widgets,INTERFACE_INCLUDE_DIRECTORIES>)
+        target_compile_definitions(veltrix_precompiled PRIVATE $<$<NOT:$<CONFIG:Debug>>:QT_NO_DEBUG>)
+        target_precompile_headers(veltrix_precompiled PRIVATE <QtCore/QtCore> <QtWidgets/QtWidgets>)
+    endif()
+    target_precompile_headers(${target} REUSE_FROM veltrix_precompiled)
+endfunction()
+
 # veltrix_add_library(NAME SOURCES... LINK libraries...)
 #   One static library per folder. NAME is the folder's name; the target is veltrix_NAME.
 function(veltrix_add_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
     add_library(veltrix_${name} STATIC ${ARG_SOURCES})
     target_link_libraries(veltrix_${name} PUBLIC veltrix_settings ${ARG_LINK})
+    veltrix_precompile(veltrix_${name})
 endfunction()
 
 # Sanitizers watch the program, not its tests: those would take half of the build's time.
 set(VELTRIX_TEST_OPTIONS)
 if(VELTRIX_SANITIZERS)
     set(VELTRIX_TEST_OPTIONS -fno-sanitize=all -O0)
+endif()
+
+# What tests find the tree under when they run. Under Wine the system's folders are a drive of their own.
+set(VELTRIX_SOURCE_AT_RUN "${CMAKE_SOURCE_DIR}")
+set(VELTRIX_BINARY_AT_RUN "${CMAKE_BINARY_DIR}")
+if(CMAKE_CROSSCOMPILING AND WIN32)
+    string(PREPEND VELTRIX_SOURCE_AT_RUN "Z:")
+    string(PREPEND VELTRIX_BINARY_AT_RUN "Z:")
 endif()
 
 # What every test needs, those that are not Qt Test programs too.
@@ -46,13 +78,16 @@ function(veltrix_add_test name)
         set_property(SOURCE "${CMAKE_SOURCE_DIR}/tests/support/main/main.cpp" PROPERTY OBJECT_DEPENDS "${list}")
         set_target_properties(${program} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
         target_link_libraries(${program} PRIVATE veltrix_settings Qt5::Test)
-        target_compile_definitions(${program} PRIVATE VELTRIX_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
+        target_compile_definitions(${program} PRIVATE VELTRIX_TEST_DATA="${VELTRIX_SOURCE_AT_RUN}/tests/data")
         target_compile_options(${program} PRIVATE ${VELTRIX_TEST_OPTIONS})
+        veltrix_precompile(${program})
     endif()
     set_property(TARGET ${program} APPEND PROPERTY VELTRIX_TESTS ${name})
     target_sources(${program} PRIVATE ${ARG_SOURCES})
     target_link_libraries(${program} PRIVATE ${ARG_LINK})
     set_property(SOURCE ${name}.cpp APPEND PROPERTY COMPILE_DEFINITIONS main=run_${name})
+    # Precompiled headers know another "main".
+    set_source_files_properties(${name}.cpp PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
     set_property(SOURCE ${ARG_SOURCES} APPEND PROPERTY COMPILE_DEFINITIONS ${ARG_DEFINITIONS})
 
     add_custom_target(${name})

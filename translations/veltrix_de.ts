@@ -289,6 +289,10 @@ Buttons with a knob mode choose what it does.</source>
         <translation>Der Drehknopf: berühren heißt anfassen, drehen heißt handeln.
 Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     </message>
+    <message>
+        <source>The program in front has more rights and takes no keys. Start Veltrix as administrator.</source>
+        <translation>Das Programm vorn hat mehr Rechte und nimmt keine Tasten an. Veltrix als Administrator starten.</translation>
+    </message>
 </context>
 <context>
     <name>GameView</name>

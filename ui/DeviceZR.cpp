@@ -29,6 +29,7 @@
 #include <QChildEvent>
 #include <QCoreApplication>
 #include <QGraphicsOpacityEffect>
+#include <QLabel>
 #include <QSignalBlocker>
 
 #include <memory>
@@ -246,6 +247,17 @@ void DeviceZR::dowloadFinished(bool success)
         m_parts.mappings->reloadLibrary();
     }
     m_notices->endUpdating(success);
+}
+
+void DeviceZR::showRefusedInput()
+{
+    QLabel *line =
+        PageTexts::add(*this, QString(), {150, 606, 600, 16}, PageTexts::Ink::Bright, 10, QFont::Normal);
+    line->setObjectName(QStringLiteral("refusedInput"));
+    line->setAlignment(Qt::AlignCenter);
+    FittingText::show(
+        line, tr("The program in front has more rights and takes no keys. Start Veltrix as administrator."));
+    line->show();
 }
 
 void DeviceZR::printCurrentView()

@@ -65,6 +65,8 @@ public Q_SLOTS:
     void replyFinished(QNetworkReply *reply);
     void dowloadFinished(bool success);
     void printCurrentView();
+    /// Says at the bottom of the page that the program in front gets no keys from this one.
+    void showRefusedInput();
     void saveCurrentMap(const QString &name);
     void deleteMap(const QString &name);
     void setKnobSensitivityNormal(int val);

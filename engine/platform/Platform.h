@@ -31,6 +31,10 @@ struct Platform {
     std::unique_ptr<AutostartEntry> autostart;
     Watch watchQuitRequests; ///< the system asks the program to end: a signal, the end of the session
 
+    /// The system refuses an event for the first time. Only a system that tells has this; elsewhere nothing
+    /// is ever called.
+    Watch watchRefusedInput = [](const std::function<void()> &) { return std::unique_ptr<QObject>(); };
+
     QString input;  ///< where input goes, for the log: "X11: display :0, XTEST 2.2"
     QString notice; ///< what the user should know about it, translated; empty: nothing
 };

@@ -58,7 +58,15 @@ VIAddVersionKey "LegalCopyright" "Copyright (c) 2026 The Veltrix developers"
         FileOpen $R0 "$INSTDIR\veltrix.exe" a
         ${IfNot} ${Errors}
             FileClose $R0
-            ${ExitDo}
+            ; Its helper ends a moment after it.
+            ${IfNot} ${FileExists} "$INSTDIR\veltrix-release.exe"
+                ${ExitDo}
+            ${EndIf}
+            FileOpen $R0 "$INSTDIR\veltrix-release.exe" a
+            ${IfNot} ${Errors}
+                FileClose $R0
+                ${ExitDo}
+            ${EndIf}
         ${EndIf}
         Sleep 500
         IntOp $R1 $R1 + 1
@@ -70,6 +78,49 @@ VIAddVersionKey "LegalCopyright" "Copyright (c) 2026 The Veltrix developers"
             ${EndIf}
         ${EndIf}
     ${Loop}
+!macroend
+
+; The user at the desktop, who need not be the one whose password has allowed the uninstaller to run. Afterwards this thread
+; works with that user's rights (so that a link among the user's files leads nowhere else), $R5 and $R6 are the roaming and
+; the local data folder, $R7 is the user's key below HKU. Without a desktop they are those of the uninstaller's own user.
+!macro BECOME_THE_USER
+    StrCpy $R8 0 ; the token
+    System::Call 'user32::GetShellWindow() p .r0'
+    ${If} $0 P<> 0
+        System::Call 'user32::GetWindowThreadProcessId(p r0, *i .r1)'
+        System::Call 'kernel32::OpenProcess(i 0x1000, i 0, i r1) p .r2' ; PROCESS_QUERY_LIMITED_INFORMATION
+        System::Call 'advapi32::OpenProcessToken(p r2, i 0xE, *p .R8) i .r3' ; duplicate, impersonate, query
+        System::Call 'kernel32::CloseHandle(p r2)'
+        ${If} $3 = 0
+            StrCpy $R8 0
+        ${EndIf}
+    ${EndIf}
+    StrCpy $3 $R8
+    ${If} $3 P= 0
+        System::Call 'kernel32::GetCurrentProcess() p .r2'
+        System::Call 'advapi32::OpenProcessToken(p r2, i 8, *p .r3)'
+    ${EndIf}
+    System::Call 'advapi32::GetTokenInformation(p r3, i 1, p 0, i 0, *i .r4)' ; TokenUser
+    System::Alloc $4
+    Pop $2
+    System::Call 'advapi32::GetTokenInformation(p r3, i 1, p r2, i r4, *i .r4)'
+    System::Call '*$2(p .r4)'
+    System::Call 'advapi32::ConvertSidToStringSidW(p r4, *p .r1)'
+    System::Call '*$1(&w256 .R7)'
+    System::Call 'kernel32::LocalFree(p r1)'
+    System::Free $2
+    System::Call 'shell32::SHGetFolderPathW(p 0, i 0x1A, p R8, i 0, w .R5)' ; CSIDL_APPDATA
+    System::Call 'shell32::SHGetFolderPathW(p 0, i 0x1C, p R8, i 0, w .R6)' ; CSIDL_LOCAL_APPDATA
+    ${If} $R8 P<> 0
+        System::Call 'advapi32::ImpersonateLoggedOnUser(p R8)'
+    ${EndIf}
+!macroend
+
+!macro BE_ONESELF_AGAIN
+    ${If} $R8 P<> 0
+        System::Call 'advapi32::RevertToSelf()'
+        System::Call 'kernel32::CloseHandle(p R8)'
+    ${EndIf}
 !macroend
 
 ; Not with the rights of the installer.
@@ -139,18 +190,22 @@ Section "Uninstall"
     DeleteRegValue HKLM "${RUN_KEY}" "Veltrix"
 
     ; The user's own: mappings, log and settings go only when asked for. The braces belong to the names.
-    SetShellVarContext current
-    Delete "$LOCALAPPDATA\cache\veltrix-update\veltrix-update.exe"
-    RMDir "$LOCALAPPDATA\cache\veltrix-update"
+    StrCpy $R4 yes
     ClearErrors
     ${GetOptions} $R2 "/REMOVEDATA" $R3
     ${If} ${Errors}
         ${If} ${Cmd} `MessageBox MB_YESNO|MB_ICONQUESTION|MB_DEFBUTTON2 "Remove your own mappings and settings as well?" /SD IDNO IDNO`
-            Return
+            StrCpy $R4 no
         ${EndIf}
     ${EndIf}
-    RMDir /r "$APPDATA\{Brimwell Labs}\{Veltrix}"
-    RMDir "$APPDATA\{Brimwell Labs}"
-    DeleteRegKey HKCU "Software\{Brimwell Labs}\{Veltrix}"
-    DeleteRegKey /ifempty HKCU "Software\{Brimwell Labs}"
+    !insertmacro BECOME_THE_USER
+    Delete "$R6\cache\veltrix-update\veltrix-update.exe"
+    RMDir "$R6\cache\veltrix-update"
+    ${If} $R4 == yes
+        RMDir /r "$R5\{Brimwell Labs}\{Veltrix}"
+        RMDir "$R5\{Brimwell Labs}"
+        DeleteRegKey HKU "$R7\Software\{Brimwell Labs}\{Veltrix}"
+        DeleteRegKey /ifempty HKU "$R7\Software\{Brimwell Labs}"
+    ${EndIf}
+    !insertmacro BE_ONESELF_AGAIN
 SectionEnd

@@ -3,13 +3,20 @@
 #include "engine/platform/windows/WindowsCrashRelease.h"
 #include "engine/platform/windows/win32/Win32Input.h"
 
+#include <utility>
+
+WindowsInputInjector::WindowsInputInjector(std::shared_ptr<RefusedInput> refused)
+    : m_refused(std::move(refused))
+{
+}
+
 void WindowsInputInjector::sendKey(quint16 virtualKey, bool down)
 {
     Win32HeldInput &held = WindowsCrashRelease::heldInput();
     if (down) {
         held.setKey(virtualKey, true);
     }
-    Win32Input::sendKey(virtualKey, down);
+    m_refused->note(Win32Input::sendKey(virtualKey, down));
     if (!down) {
         held.setKey(virtualKey, false);
     }
@@ -21,7 +28,7 @@ void WindowsInputInjector::sendLeftButton(bool down)
     if (down) {
         held.setLeftButton(true);
     }
-    Win32Input::sendLeftButton(down);
+    m_refused->note(Win32Input::sendLeftButton(down));
     if (!down) {
         held.setLeftButton(false);
     }

@@ -34,7 +34,11 @@ bool addInput(Platform &platform)
                "did not start:"
             << problem;
     }
-    platform.injector = std::make_unique<WindowsInputInjector>();
+    const auto refused = std::make_shared<RefusedInput>();
+    platform.injector = std::make_unique<WindowsInputInjector>(refused);
+    platform.watchRefusedInput = [refused](std::function<void()> told) {
+        return refused->watch(std::move(told));
+    };
     platform.pointer = std::make_unique<WindowsPointer>();
     platform.appearance = std::make_unique<WindowsPointerAppearance>(QCoreApplication::applicationDirPath() +
                                                                      QStringLiteral("/transp.cur"));

@@ -60,6 +60,7 @@ private Q_SLOTS:
     void drawingTellsWhatItsControlsDoAlsoWithoutAMapping();
     void controlsTellWhatTheyDoInEachLayer();
     void everyControlHasANameForScreenReaders();
+    void refusedInputIsSaidAtTheBottom();
 
 private:
     void makePage();
@@ -598,6 +599,21 @@ void tst_DeviceZR::everyControlHasANameForScreenReaders()
         const bool named = !widget->accessibleName().isEmpty() || qobject_cast<const QLabel *>(widget) ||
                            qobject_cast<const QCheckBox *>(widget) || widget->focusPolicy() == Qt::NoFocus;
         QVERIFY2(named, widget->metaObject()->className());
+    }
+}
+
+void tst_DeviceZR::refusedInputIsSaidAtTheBottom()
+{
+    makePage();
+    QVERIFY(!m_page->findChild<QLabel *>(QStringLiteral("refusedInput")));
+    m_page->showRefusedInput();
+    const auto *line = m_page->findChild<QLabel *>(QStringLiteral("refusedInput"));
+    QVERIFY(line && !line->isHidden());
+    QVERIFY(line->text().endsWith(QStringLiteral("as administrator."))); // whole
+    for (const QWidget *widget : m_page->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
+        QVERIFY2(widget == line || widget->isHidden() || !widget->geometry().intersects(line->geometry()),
+                 qPrintable(widget->objectName() + QLatin1Char(' ') +
+                            QLatin1String(widget->metaObject()->className())));
     }
 }
 

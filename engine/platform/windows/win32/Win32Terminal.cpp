@@ -39,9 +39,15 @@ void Win32Terminal::print(const std::wstring &text, bool toError)
         file != nullptr && file != INVALID_HANDLE_VALUE ? GetFileType(file) : DWORD(FILE_TYPE_UNKNOWN);
     if (type == FILE_TYPE_DISK || type == FILE_TYPE_PIPE) {
         writeBytes(file, text);
-    } else if (AttachConsole(ATTACH_PARENT_PROCESS)) {
-        // The shell has not waited: its prompt stands there already.
-        writeToConsole(L"\n" + text);
+        return;
+    }
+    const bool attached = AttachConsole(ATTACH_PARENT_PROCESS) != 0;
+    if (!attached && GetLastError() != ERROR_ACCESS_DENIED) { // denied: there is one already
+        return;
+    }
+    // The shell has not waited: its prompt stands there already.
+    writeToConsole(L"\n" + text);
+    if (attached) {
         FreeConsole();
     }
 }

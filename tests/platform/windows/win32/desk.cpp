@@ -9,9 +9,11 @@
 #include <cstdio>
 #include <cstring>
 #include <string>
-#include <tlhelp32.h>
 #include <vector>
 #include <windows.h>
+// clang-format off: it needs the one above
+#include <tlhelp32.h>
+// clang-format on
 
 namespace
 {
@@ -88,7 +90,7 @@ void listWindows(const std::wstring &program)
 int clickTray(const std::wstring &program, bool menu)
 {
     for (const HWND window : windowsOf(program)) {
-        if (className(window).find(L"QTrayIconMessageWindowClass") != std::wstring::npos) {
+        if (className(window).find(L"TrayIconMessageWindowClass") != std::wstring::npos) {
             PostMessageW(window, trayMessage, MAKEWPARAM(200, 200),
                          MAKELPARAM(menu ? WM_CONTEXTMENU : WM_USER, 0));
             return 0;

@@ -1,5 +1,5 @@
-// Stands in for a new version's installer: writes to C:\updated.txt that it was run, and whether whoever has started it
-// shows a console.
+// Stands in for a new version's installer: writes to C:\updated.txt that it was run, and whether whoever has
+// started it shows a console.
 #include <cstdio>
 #include <windows.h>
 
