@@ -90,7 +90,14 @@ private:
             }
         }
         m_home.writeCurrentMap(map);
+        const bool moves = m_desk.devices().pointerPosition() != pointer;
         m_desk.devices().warpPointerTo(pointer.x(), pointer.y());
+        if (moves) {
+            // On a busy machine the window tells late of it.
+            const QString own = QStringLiteral("move %1 %2").arg(pointer.x()).arg(pointer.y());
+            m_desk.listener().readUntil([&own](const QStringList &lines) { return lines.contains(own); },
+                                        2000);
+        }
         m_desk.listener().readFor(settled);
         m_desk.listener().take();
     }
