@@ -36,8 +36,6 @@ int main(int argc, char *argv[])
     QCoreApplication::setOrganizationDomain(QLatin1String(AppInfo::organisationDomain));
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    // 125 % is 125 %, and not 100 % or 200 %.
-    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     Session::fitToScreens(ZRMainWindow::windowWidth, ZRMainWindow::windowHeight);
     const SingleApplication application(argc, argv, false);
     Translations::install();

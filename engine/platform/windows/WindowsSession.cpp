@@ -4,6 +4,7 @@
 #include "engine/platform/windows/win32/Win32Users.h"
 
 #include <QByteArray>
+#include <QGuiApplication>
 
 void Session::print(const QString &text, bool toError)
 {
@@ -12,6 +13,8 @@ void Session::print(const QString &text, bool toError)
 
 void Session::fitToScreens(int windowWidth, int windowHeight)
 {
+    // 125 % is 125 %, and not 100 % or 200 %.
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     constexpr char factors[] = "QT_SCREEN_SCALE_FACTORS";
     if (qEnvironmentVariableIsSet(factors) || qEnvironmentVariableIsSet("QT_SCALE_FACTOR")) {
         return;
