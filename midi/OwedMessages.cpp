@@ -15,6 +15,8 @@ namespace
 constexpr std::chrono::milliseconds afterConnecting(200);
 constexpr std::chrono::milliseconds betweenTries(20);
 constexpr int triesAtMost = 100;
+constexpr int connectionsAtMost = 6;
+constexpr std::chrono::milliseconds betweenConnections(500);
 
 constexpr quint32 present = 1U << 24U;
 
@@ -48,13 +50,22 @@ void OwedMessages::set(const std::vector<Message> &messages)
     }
 }
 
+// A server can need five seconds to notice that a client died, and answers nobody meanwhile.
 void OwedMessages::send() const
 {
-    MidiOutPort port;
-    const int index = port.portNames().indexOf(QString::fromLatin1(m_port.data()));
-    if (index < 0 || port.openPort(index) != 0) {
-        return;
+    for (int tries = 0; tries < connectionsAtMost; ++tries) {
+        MidiOutPort port;
+        const int index = port.portNames().indexOf(QString::fromLatin1(m_port.data()));
+        if (index >= 0 && port.openPort(index) == 0) {
+            sendThrough(port);
+            return;
+        }
+        std::this_thread::sleep_for(betweenConnections);
     }
+}
+
+void OwedMessages::sendThrough(MidiOutPort &port) const
+{
     std::this_thread::sleep_for(afterConnecting);
     for (const std::atomic<quint32> &word : m_messages) {
         if (word == 0) {

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+class MidiOutPort;
+
 /// The messages that have to be sent after the program is gone, so that no note sounds on. It can stand in
 /// memory that is shared with another process: it consists of lock-free words, and any moment's state is a
 /// valid one.
@@ -36,6 +38,8 @@ public:
     void send() const;
 
 private:
+    void sendThrough(MidiOutPort &port) const;
+
     std::array<char, 256> m_port{};
     std::array<std::atomic<quint32>, capacity> m_messages{}; // 0 behind the last one
 };
