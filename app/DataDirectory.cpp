@@ -1,6 +1,7 @@
 #include "app/DataDirectory.h"
 
 #include "app/AppLog.h"
+#include "mapping/MappingFile.h"
 #include "mapping/MappingFiles.h"
 
 #include <QDir>
@@ -26,8 +27,8 @@ void DataDirectory::prepare(const QString &directory, const QString &seedDirecto
                                    << "mappings will not be kept";
     }
     for (const QLatin1String name : {MappingFiles::customName, MappingFiles::libraryName}) {
-        if (QFile::exists(seedDirectory + name)) {
-            QFile::copy(seedDirectory + name, directory + name);
+        if (QFile::copy(seedDirectory + name, directory + name)) {
+            MappingFile::makeWritable(directory + name); // a package's files are often for reading only
         }
     }
     qCInfo(lcApp).noquote() << "storage:" << directory;

@@ -11,8 +11,8 @@ namespace DataDirectory
 QString path();
 
 /// Creates @p directory with its parents, makes it the current directory, and copies the mapping files there
-/// that stand in @p seedDirectory. A file that is there already is never replaced. Failures leave things as
-/// they are; an empty @p directory ends the program.
+/// that stand in @p seedDirectory. A file that is there already is never replaced; a copy can be written by
+/// its owner. Failures leave things as they are; an empty @p directory ends the program.
 void prepare(const QString &directory, const QString &seedDirectory);
 
 } // namespace DataDirectory

@@ -52,14 +52,15 @@ int main(int argc, char *argv[])
     }
     DevicePorts ports = DevicePorts::at(commandLine.port);
     const QString data = DataDirectory::path();
-    DataDirectory::prepare(data, QCoreApplication::applicationDirPath());
+    const QString seeds = QCoreApplication::applicationDirPath();
+    DataDirectory::prepare(data, seeds);
     Logging::addFile(data);
     if (!application.problem().isEmpty()) {
         qCWarning(lcApp).noquote() << application.problem();
     }
     const SettingsPlace settingsPlace(QLatin1String(AppInfo::organisationName),
                                       QLatin1String(AppInfo::applicationName));
-    const MappingFiles files(data);
+    const MappingFiles files(data, seeds);
     for (const QString &path : {settingsPlace.file(), files.library(), files.custom(), files.workingCopy()}) {
         Leftovers::clearBeside(path);
     }
@@ -70,7 +71,7 @@ int main(int argc, char *argv[])
     const bool show = Settings::isOlder(settingsWithoutNames, QLatin1String(AppInfo::version));
 
     Core core(platform, afterCrash.messages);
-    MappingSession mappings(data);
+    MappingSession mappings(files);
     core.dispatcher().follow(mappings);
     MapUpdate mapUpdate(mappings.files().library(), &core.settings());
     UpdateDialog updateDialog;

@@ -18,6 +18,9 @@ public:
     /// What stood in the way; empty when nothing did.
     const QString &reason() const { return m_reason; }
 
+    /// The same in the user's language, where it has words for it.
+    QString inWords() const;
+
 private:
     FileResult(bool done, QString reason)
         : m_done(done)

@@ -34,6 +34,16 @@ bool same(const MappingFile::ReadResult &one, const MappingFile::ReadResult &oth
            one.bytes == other.bytes;
 }
 
+FileResult put(const MappingFile::ReadResult &file, const QString &library)
+{
+    const QString fault = whatIsWrong(file);
+    if (!fault.isEmpty()) {
+        return FileResult::failed(fault);
+    }
+    MappingFile::makeWritable(library); // or it is no file that could be replaced, which says why
+    return MappingFile::replace(library, file.bytes);
+}
+
 } // namespace
 
 QString LibraryKeeper::keptFile(const QString &library)
@@ -41,7 +51,7 @@ QString LibraryKeeper::keptFile(const QString &library)
     return library + QStringLiteral(".kept");
 }
 
-LibraryKeeper::Outcome LibraryKeeper::restore(const QString &library)
+LibraryKeeper::Outcome LibraryKeeper::restore(const QString &library, const QString &seed)
 {
     const MappingFile::ReadResult current = MappingFile::read(library);
     if (current.status == MappingFile::Status::Missing) {
@@ -56,15 +66,23 @@ LibraryKeeper::Outcome LibraryKeeper::restore(const QString &library)
         return Outcome::Usable;
     }
     qCWarning(lcMapping).noquote() << "The library" << library << "is not a mapping file:" << fault;
-    const QString keptFault = whatIsWrong(kept);
-    const FileResult putBack =
-        keptFault.isEmpty() ? MappingFile::replace(library, kept.bytes) : FileResult::failed(keptFault);
+    const FileResult putBack = put(kept, library);
     if (putBack) {
         qCWarning(lcMapping).noquote() << "The last library that was read has been put back";
         return Outcome::PutBack;
     }
     qCWarning(lcMapping).noquote() << "The last library that was read could not be put back:"
                                    << putBack.reason();
+    if (seed.isEmpty()) {
+        return Outcome::Lost;
+    }
+    const FileResult seeded = put(MappingFile::read(seed), library);
+    if (seeded) {
+        qCWarning(lcMapping).noquote() << "The library that came with the program has taken its place";
+        return Outcome::PutBack;
+    }
+    qCWarning(lcMapping).noquote() << "The library that came with the program could not take its place:"
+                                   << seeded.reason();
     return Outcome::Lost;
 }
 

@@ -1,5 +1,7 @@
 #include "mapping/MappingFile.h"
 
+#include "mapping/DiskSync.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -76,10 +78,20 @@ FileResult MappingFile::replace(const QString &path, const QByteArray &bytes)
         return FileResult::failed(QStringLiteral("too many symbolic links"));
     }
     QSaveFile file(target);
-    // flush() by hand: commit() would rename in spite of what fails in its own flush.
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush() ||
-        !file.commit()) {
+    // Flushed and synchronized by hand: commit() would rename in spite of what fails in its own.
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
         return FileResult::failed(file.errorString());
     }
-    return FileResult::done();
+    const QString fault = DiskSync::sync(file.handle());
+    if (!fault.isEmpty()) {
+        return FileResult::failed(fault);
+    }
+    return file.commit() ? FileResult::done() : FileResult::failed(file.errorString());
+}
+
+bool MappingFile::makeWritable(const QString &path)
+{
+    const QFile::Permissions permissions = QFile::permissions(path);
+    const QFile::Permissions wanted = permissions | QFile::ReadOwner | QFile::WriteOwner;
+    return permissions == wanted || QFile::setPermissions(path, wanted);
 }

@@ -33,7 +33,10 @@ ReadResult read(const QString &path);
 ///
 /// The file holds the old or the new content, whole, at every moment: the new one is written beside it,
 /// flushed to the disk and renamed. Permissions are kept; a symbolic link stays and the file it points to is
-/// replaced. On failure the old file is as it was.
+/// replaced. On failure, also of the disk's own, the old file is as it was.
 [[nodiscard]] FileResult replace(const QString &path, const QByteArray &bytes);
+
+/// Lets the file's owner read and write it. False when the owner is somebody else.
+bool makeWritable(const QString &path);
 
 } // namespace MappingFile

@@ -14,9 +14,11 @@ public:
     static constexpr QLatin1String customName{"/custom.xml"};
     static constexpr QLatin1String workingCopyName{"/current.xml"};
 
-    /// @p directory is the program's data directory.
-    explicit MappingFiles(QString directory)
+    /// @p directory is the program's data directory. @p seedDirectory holds the files that came with the
+    /// program; empty means that none did.
+    explicit MappingFiles(QString directory, QString seedDirectory = QString())
         : m_directory(std::move(directory))
+        , m_seedDirectory(std::move(seedDirectory))
     {
     }
 
@@ -24,6 +26,12 @@ public:
 
     /// The mappings that come with the program; replaced when the web service has newer ones.
     QString library() const { return m_directory + libraryName; }
+
+    /// The library as it came with the program; empty when none did.
+    QString seedLibrary() const
+    {
+        return m_seedDirectory.isEmpty() ? QString() : m_seedDirectory + libraryName;
+    }
 
     /// The user's own.
     QString custom() const { return m_directory + customName; }
@@ -33,4 +41,5 @@ public:
 
 private:
     QString m_directory;
+    QString m_seedDirectory;
 };

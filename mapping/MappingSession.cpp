@@ -1,41 +1,97 @@
 #include "mapping/MappingSession.h"
 
+#include "mapping/EntryElement.h"
 #include "mapping/LibraryKeeper.h"
 #include "mapping/MappingLog.h"
+#include "mapping/SpecialAction.h"
 
+#include <QDomDocument>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <memory>
+#include <tuple>
 #include <utility>
 
+namespace
+{
+
+// What the reader makes of what the writer writes of @p action.
+shortCut asReadBack(const shortCut &action)
+{
+    QDomDocument document;
+    ZRButtonMap map{QString()};
+    const Layer layer = Layer::Normal;
+    const QDomElement element = EntryElement::write(&document, Layers::fileName(layer), action);
+    map.setAction(0, Layers::number(layer), EntryElement::read(element, 0, 0));
+    return map.actions[0][layer];
+}
+
+bool sameInAFile(const shortCut &one, const shortCut &other)
+{
+    return one == other || asReadBack(one) == asReadBack(other);
+}
+
+bool sameForTheKnob(const shortCut &one, const shortCut &other)
+{
+    const auto fields = [](const shortCut &s) { return std::tie(s.knobcc, s.m01h, s.m3fh, s.m0_127); };
+    return actionKind(one) != ActionKind::MidiKnob || fields(one) == fields(other);
+}
+
+template <typename Same>
+bool all(const ActionTable &ones, const ActionTable &others, Same same)
+{
+    return std::equal(ones.begin(), ones.end(), others.begin(), [same](const auto &one, const auto &other) {
+        return std::equal(one.begin(), one.end(), other.begin(), same);
+    });
+}
+
+} // namespace
+
 MappingSession::MappingSession(const QString &dataDirectory, QObject *parent)
+    : MappingSession(MappingFiles(dataDirectory), parent)
+{
+}
+
+MappingSession::MappingSession(MappingFiles files, QObject *parent)
     : QObject(parent)
-    , m_files(dataDirectory)
-    , m_writer(dataDirectory)
+    , m_files(std::move(files))
+    , m_writer(m_files.directory())
 {
     connect(&m_reader, &XmlMappingReader::newMapListReady, this, &MappingSession::takeList);
     connect(&m_reader, &XmlMappingReader::onCurrentMapLoaded, this, &MappingSession::takeWorkingCopy);
 }
 
-void MappingSession::load(const std::function<ActionTable()> &otherwise)
+void MappingSession::load(const std::function<void()> &selectDefault,
+                          const std::function<ActionTable()> &otherwise)
 {
-    LibraryKeeper::restore(m_files.library());
-    m_reader.readMapList(m_files.library(), false);
+    LibraryKeeper::restore(m_files.library(), m_files.seedLibrary());
+    reloadLibrary();
     m_reader.readMapList(m_files.custom(), true);
 
     if (QFileInfo::exists(m_files.workingCopy())) {
-        if (m_reader.readCurrentMap(m_files.workingCopy())) {
-            return; // takeWorkingCopy() has begun with it
-        }
-    } else if (const ZRButtonMap *map = defaultMapping()) {
-        begin(*map);
-        return;
+        m_reader.readCurrentMap(m_files.workingCopy()); // takeWorkingCopy() begins with it
+    } else {
+        selectDefault();
     }
-    adopt(otherwise());
+    if (!m_begun) {
+        adopt(otherwise());
+    }
+}
+
+bool MappingSession::isKept() const
+{
+    return all(m_now.actions, m_kept, sameInAFile);
+}
+
+bool MappingSession::endsKnobFields() const
+{
+    return !all(m_now.actions, m_kept, sameForTheKnob);
 }
 
 void MappingSession::adopt(const ActionTable &actions)
 {
+    m_begun = true;
     m_kept = actions;
     const ActionTable before = std::exchange(m_now.actions, actions);
     for (int control = 0; control < ActionTable::controlCount; ++control) {
@@ -64,9 +120,6 @@ void MappingSession::takeList(const QList<ZRButtonMap *> &maps, bool custom, int
             map->deleteLater(); // somebody may have it in hand
         }
     }
-    if (!custom) {
-        LibraryKeeper::keep(m_files.library(), maps.size());
-    }
 }
 
 void MappingSession::takeWorkingCopy(ZRButtonMap *map)
@@ -82,6 +135,7 @@ void MappingSession::begin(const ZRButtonMap &map)
 
 void MappingSession::begin(const ActionTable &actions, const QString &name)
 {
+    m_begun = true;
     m_before.clear();
     m_undone.clear();
     m_kept = actions;
@@ -117,6 +171,10 @@ void MappingSession::assign(int control, const QMap<Layer, shortCut> &layers)
 
 void MappingSession::use(const ZRButtonMap &map)
 {
+    if (!m_begun) {
+        begin(map);
+        return;
+    }
     State after{map.actions, map.name};
     if (after.actions != m_now.actions || after.name != m_now.name) {
         addStep();
@@ -166,6 +224,10 @@ void MappingSession::followKept()
     if (std::exchange(m_saidKept, kept) != kept) {
         Q_EMIT keptChanged(kept);
     }
+    const bool ends = endsKnobFields();
+    if (std::exchange(m_saidEndsKnobFields, ends) != ends) {
+        Q_EMIT endsKnobFieldsChanged(ends);
+    }
 }
 
 FileResult MappingSession::write(const QString &name, const QString &fileName, bool alone)
@@ -179,7 +241,11 @@ FileResult MappingSession::keep()
 {
     const FileResult result = write(QLatin1String(workingCopyMapping), MappingFiles::workingCopyName, true);
     if (result) {
-        m_kept = m_now.actions;
+        for (int control = 0; control < ActionTable::controlCount; ++control) {
+            for (const Layer layer : Layers::all) {
+                m_kept[control][layer] = asReadBack(m_now.actions[control][layer]);
+            }
+        }
     }
     followKept();
     return result;
@@ -204,5 +270,9 @@ FileResult MappingSession::remove(const QString &name)
 
 FileResult MappingSession::reloadLibrary()
 {
-    return m_reader.readMapList(m_files.library(), false);
+    FileResult result = m_reader.readMapList(m_files.library(), false);
+    if (result) {
+        LibraryKeeper::keep(m_files.library(), m_reader.buttonMapList().size());
+    }
+    return result;
 }

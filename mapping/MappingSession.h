@@ -12,6 +12,7 @@
 
 #include <deque>
 #include <functional>
+#include <utility>
 
 /// The one owner of what the device does: the mapping in use, what of it is kept for the next start, and the
 /// library's and the user's mappings. Whoever shows or carries out a mapping follows its signals.
@@ -28,16 +29,20 @@ public:
 
     static constexpr int mostSteps = 20; ///< as many can be taken back
 
-    /// The files are in @p dataDirectory. Touches none of them.
+    /// Touches none of @p files.
+    explicit MappingSession(MappingFiles files, QObject *parent = nullptr);
+
+    /// The files are in @p dataDirectory, and none came with the program.
     explicit MappingSession(const QString &dataDirectory, QObject *parent = nullptr);
 
     const MappingFiles &files() const { return m_files; }
 
-    /// Reads the files and begins with the working copy, if there is one, or with the library's default
-    /// mapping. When neither gives a mapping, what @p otherwise answers is in use; it is no mapping that
-    /// replaces another, so assigned() tells of it. To be called once. A library that is none is replaced
-    /// before by the last one that was read (see LibraryKeeper).
-    void load(const std::function<ActionTable()> &otherwise);
+    /// Reads the files and begins with the working copy. When there is none, @p selectDefault is to use() the
+    /// library's default mapping, if it has one. When neither gives a mapping, what @p otherwise answers is
+    /// in use; it is no mapping that replaces another, so assigned() tells of it. To be called once. A
+    /// library that is none is replaced before by the last one that was read, or by the seed (see
+    /// LibraryKeeper).
+    void load(const std::function<void()> &selectDefault, const std::function<ActionTable()> &otherwise);
 
     /// What each control does, all fields.
     const ActionTable &actions() const { return m_now.actions; }
@@ -46,8 +51,13 @@ public:
     /// The mapping that was used or saved last; empty when it is the working copy, which has none.
     const QString &name() const { return m_now.name; }
 
-    /// Whether the next start begins with what is in use now.
-    bool isKept() const { return m_now.actions == m_kept; }
+    /// Whether the next start begins with what is in use now, as far as a file of mappings can hold it: with
+    /// what reading it back would give.
+    bool isKept() const;
+
+    /// Whether the knob's controller number and encoding of some action end with the program: no file brings
+    /// them back.
+    bool endsKnobFields() const;
 
     /// The mappings of the library, and the user's own, in the order of their files. They are this object's.
     const QList<ZRButtonMap *> &library() const { return m_library.maps; }
@@ -63,7 +73,7 @@ public:
     void assign(int control, const QMap<Layer, shortCut> &layers);
     void assign(int control, Layer layer, const shortCut &action);
 
-    /// Puts a copy of @p map to use.
+    /// Puts a copy of @p map to use. The first use, while load() runs, is a begin().
     void use(const ZRButtonMap &map);
     /// @}
 
@@ -85,12 +95,19 @@ public:
     /// Adds what is in use to the user's mappings as @p name. Others of this name stay.
     FileResult saveAs(const QString &name);
 
-    /// Removes the first of the user's mappings that is called @p name.
+    /// Removes the first of the user's mappings that is called @p name; one without a name for an empty one.
     FileResult remove(const QString &name);
 
     /// Reads the library again, for example when a newer one has arrived. One without any mapping leaves the
     /// list as it is.
     FileResult reloadLibrary();
+
+    /// Asks for a file with @p chooser and shows its mappings as the library's, until that is read again.
+    void setFileChooser(XmlMappingReader::FileChooser chooser)
+    {
+        m_reader.setFileChooser(std::move(chooser));
+    }
+    void openXml() { m_reader.openXml(); }
 
 Q_SIGNALS:
     /// A control does something else in @p layer: action() says what.
@@ -101,6 +118,9 @@ Q_SIGNALS:
 
     /// isKept() has changed.
     void keptChanged(bool kept);
+
+    /// endsKnobFields() has changed.
+    void endsKnobFieldsChanged(bool ends);
 
     /// The library's list (not @p custom) or the user's is another one. The maps stay this object's. Those of
     /// the list before are deleted when control has returned to the event loop, but for those that a slot
@@ -131,7 +151,9 @@ private:
     XmlMappingWriter m_writer;
     State m_now;
     ActionTable m_kept; // what the next start begins with
+    bool m_begun = false;
     bool m_saidKept = true;
+    bool m_saidEndsKnobFields = false;
     std::deque<State> m_before; // the last step at the back
     std::deque<State> m_undone;
     List m_library;

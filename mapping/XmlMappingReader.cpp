@@ -12,6 +12,8 @@
 namespace
 {
 
+constexpr char namelessProperty[] = "nameless";
+
 // The next element in document order, a null element behind the last.
 QDomElement following(const QDomElement &element)
 {
@@ -42,7 +44,10 @@ QDomElement firstMapping(QDomElement element)
 ZRButtonMap *readMapping(const QDomElement &mapping)
 {
     const QString name = mapping.attribute(QStringLiteral("software"));
-    auto *map = new ZRButtonMap(name.isEmpty() ? QStringLiteral("Unknown") : name, nullptr);
+    auto *map = new ZRButtonMap(name.isEmpty() ? XmlMappingReader::nameForNone() : name, nullptr);
+    if (name.isEmpty()) {
+        map->setProperty(namelessProperty, true);
+    }
     int buttonPosition = 0;
     for (QDomNode button = mapping.firstChild(); !button.isNull(); button = button.nextSibling()) {
         const QString id = button.toElement().attribute(QStringLiteral("id"));
@@ -122,6 +127,11 @@ FileResult XmlMappingReader::readCurrentMap(const QString &path)
     }
     Q_EMIT onCurrentMapLoaded(readMapping(mapping));
     return result;
+}
+
+bool XmlMappingReader::isNameless(const ZRButtonMap &map)
+{
+    return map.property(namelessProperty).toBool();
 }
 
 void XmlMappingReader::openXml()

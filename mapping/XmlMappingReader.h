@@ -9,6 +9,7 @@
 #include <QXmlStreamReader>
 
 #include <functional>
+#include <utility>
 
 /// Reads mapping files and announces what they hold by signal.
 ///
@@ -38,6 +39,15 @@ public:
 
     /// Lets the user choose a file and reads it as a list that is not the user's own.
     void openXml();
+
+    /// What a mapping is called that has no name in its file, or an empty one.
+    static QString nameForNone() { return QStringLiteral("Unknown"); }
+
+    /// Whether @p map came from a file without a name for it: another may really be called nameForNone().
+    static bool isNameless(const ZRButtonMap &map);
+
+    /// What openXml() asks from now on.
+    void setFileChooser(FileChooser chooser) { m_chooser = std::move(chooser); }
 
     /// The list of the last successful readMapList(). The maps belong to whoever received the signal: after
     /// it has deleted them, the pointers here dangle.

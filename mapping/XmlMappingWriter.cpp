@@ -5,6 +5,7 @@
 #include "mapping/MappingFile.h"
 #include "mapping/MappingFiles.h"
 #include "mapping/MappingLog.h"
+#include "mapping/XmlMappingReader.h"
 
 #include <QDomDocument>
 #include <QStandardPaths>
@@ -33,6 +34,21 @@ QDomElement mappingElement(QDomDocument *document, const ZRButtonMap &map)
     return mapping;
 }
 
+// The first mapping below @p root that is called @p name, as the reader calls it. The empty name is that of
+// mappings without one only.
+QDomElement called(const QString &name, const QDomElement &root)
+{
+    const bool none = name.isEmpty();
+    for (QDomElement child = root.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
+        const QString its = child.attribute(QStringLiteral("software"));
+        const bool nameless = its.isEmpty() && child.tagName() == QLatin1String("MAPPING");
+        if (nameless ? none || name == XmlMappingReader::nameForNone() : !none && its == name) {
+            return child;
+        }
+    }
+    return {};
+}
+
 FileResult leftUntouched(const QString &path, const QString &reason)
 {
     qCWarning(lcMapping).noquote() << "The mapping file" << path << "was left as it is:" << reason;
@@ -43,6 +59,31 @@ FileResult store(const QString &path, const QByteArray &bytes)
 {
     FileResult result = MappingFile::replace(path, bytes);
     return result ? result : leftUntouched(path, result.reason());
+}
+
+// Leaves a copy of a file that is no mapping file beside it, before anything is added to it. What was added
+// before is no part of the copy, so that a file is copied once, however often that happens.
+FileResult copyAside(const QString &path, QByteArray bytes)
+{
+    while (bytes.endsWith(emptyDocument)) {
+        bytes.chop(static_cast<int>(qstrlen(emptyDocument)));
+    }
+    constexpr int mostCopies = 100;
+    for (int number = 1; number <= mostCopies; ++number) {
+        const QString copy = XmlMappingWriter::copyName(path, number);
+        const MappingFile::ReadResult there = MappingFile::read(copy);
+        if (there.status == MappingFile::Status::Missing) {
+            FileResult result = MappingFile::replace(copy, bytes);
+            if (result) {
+                qCInfo(lcMapping).noquote() << "A copy of the file" << path << "was left in" << copy;
+            }
+            return result;
+        }
+        if (there.status == MappingFile::Status::Read && there.bytes == bytes) {
+            return FileResult::done();
+        }
+    }
+    return FileResult::failed(QStringLiteral("it is no mapping file, and there are too many copies of it"));
 }
 
 // What could not be read back is not let near the user's file.
@@ -80,8 +121,14 @@ FileResult XmlMappingWriter::saveMap(const ZRButtonMap *map, const QString &file
         if (outcome == Outcome::Malformed) {
             qCWarning(lcMapping).noquote() << "The mapping" << map->name << "was not saved, the file" << path
                                            << "does not parse:" << reason;
+            const FileResult copied = copyAside(path, file.bytes);
+            if (!copied) {
+                return leftUntouched(path, copied.reason());
+            }
             const FileResult stored = store(path, content);
-            return stored ? FileResult::failed(reason) : stored;
+            return stored ? FileResult::failed(
+                                QStringLiteral("it is no mapping file; a copy of it lies beside it"))
+                          : stored;
         }
         if (outcome == Outcome::Parsed) {
             qCInfo(lcMapping) << "custom XML created";
@@ -121,13 +168,13 @@ FileResult XmlMappingWriter::removeMap(const QString &name)
         return leftUntouched(path, reason);
     }
     QDomElement root = document.firstChildElement(QStringLiteral("ZR"));
-    for (QDomElement child = root.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
-        if (child.attribute(QStringLiteral("software")) == name) {
-            root.removeChild(child);
-            break;
-        }
-    }
+    root.removeChild(called(name, root));
     return rewrite(path, &document);
+}
+
+QString XmlMappingWriter::copyName(const QString &path, int number)
+{
+    return path + (number == 1 ? QStringLiteral(".broken") : QStringLiteral(".broken%1").arg(number));
 }
 
 QString XmlMappingWriter::fullPath(const QString &fileName) const

@@ -293,6 +293,81 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
         <source>The program in front has more rights and takes no keys. Start Veltrix as administrator.</source>
         <translation>Das Programm vorn hat mehr Rechte und nimmt keine Tasten an. Veltrix als Administrator starten.</translation>
     </message>
+    <message>
+        <source>Not saved: %1</source>
+        <translation>Nicht gespeichert: %1</translation>
+    </message>
+    <message>
+        <source>Not deleted: %1</source>
+        <translation>Nicht gelöscht: %1</translation>
+    </message>
+    <message>
+        <source>Not kept: %1</source>
+        <translation>Nicht behalten: %1</translation>
+    </message>
+    <message>
+        <source>The settings cannot be stored.</source>
+        <translation>Einstellungen werden nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>Launch on startup could not be changed.</source>
+        <translation>Der Autostart ließ sich nicht ändern.</translation>
+    </message>
+</context>
+<context>
+    <name>FileResult</name>
+    <message>
+        <source>No space left on device</source>
+        <translation>Der Datenträger ist voll</translation>
+    </message>
+    <message>
+        <source>Permission denied</source>
+        <translation>Keine Berechtigung</translation>
+    </message>
+    <message>
+        <source>Existing file is not writable</source>
+        <translation>Die Datei ist schreibgeschützt</translation>
+    </message>
+    <message>
+        <source>Input/output error</source>
+        <translation>Fehler des Datenträgers</translation>
+    </message>
+    <message>
+        <source>File too large</source>
+        <translation>Die Datei wäre zu groß</translation>
+    </message>
+    <message>
+        <source>Disk quota exceeded</source>
+        <translation>Der erlaubte Platz ist aufgebraucht</translation>
+    </message>
+    <message>
+        <source>Read-only file system</source>
+        <translation>Der Datenträger ist schreibgeschützt</translation>
+    </message>
+    <message>
+        <source>not a regular file</source>
+        <translation>keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>larger than 64 MiB</source>
+        <translation>größer als 64 MiB</translation>
+    </message>
+    <message>
+        <source>too many symbolic links</source>
+        <translation>zu viele symbolische Links</translation>
+    </message>
+    <message>
+        <source>there is none</source>
+        <translation>es gibt sie nicht</translation>
+    </message>
+    <message>
+        <source>it has no place for a mapping</source>
+        <translation>die Datei hat keinen Platz für eine Belegung</translation>
+    </message>
+    <message>
+        <source>it is no mapping file; a copy of it lies beside it</source>
+        <translation>keine Belegungsdatei; eine Kopie liegt daneben</translation>
+    </message>
 </context>
 <context>
     <name>GameView</name>
@@ -396,6 +471,14 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>Your changes end with the program.</source>
         <translation>Ihre Änderungen enden mit dem Programm.</translation>
+    </message>
+    <message>
+        <source>The knob&apos;s encoding ends with the program.</source>
+        <translation>Die Knopfkodierung endet mit dem Programm.</translation>
+    </message>
+    <message>
+        <source>All else is kept. What turning the knob sends (the controller&apos;s number and the encoding of &quot;Midi for Knob&quot;) is no part of a mapping that is read from a file</source>
+        <translation>Alles andere bleibt. Was der Drehknopf beim Drehen sendet (Controllernummer und Kodierung von „Midi für Drehknopf“), gehört nicht zu einer gelesenen Belegung</translation>
     </message>
 </context>
 <context>
@@ -606,6 +689,10 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>The name under which the menu lists it</source>
         <translation>Der Name, unter dem das Menü sie aufführt</translation>
+    </message>
+    <message>
+        <source>Not saved: %1</source>
+        <translation>Nicht gespeichert: %1</translation>
     </message>
 </context>
 <context>

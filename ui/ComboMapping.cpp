@@ -2,6 +2,7 @@
 
 #include "app/frame/FittingText.h"
 #include "app/frame/Look.h"
+#include "mapping/XmlMappingReader.h"
 #include "ui/SaveDialog.h"
 #include "ui/UiLog.h"
 
@@ -19,8 +20,12 @@ constexpr QPoint menuPlace(0, 50); // of the pop-up, below the bar
 constexpr QRect arrowPlace(142, 22, 13, 7);
 constexpr QRect titlePlace(10, 0, 128, 51);
 
-// Longer names lose their end in the menu.
+// Longer names lose their end in the menu, and still longer ones in their tool tips too.
 constexpr int widestName = 360;
+constexpr int longestName = 200; // characters
+
+// As many are listed in a few milliseconds, with the whole menu; more only when their submenu is opened.
+constexpr int fewMappings = 1000;
 
 const QLatin1String barStyle("background-color: rgb(73, 90, 232)");
 const QLatin1String arrowStyle("background-image: url(:/icons/comboarrow.png);");
@@ -35,6 +40,11 @@ constexpr char indexProperty[] = "index";
 constexpr char typeProperty[] = "type";
 const QLatin1String defaultType("Default");
 const QLatin1String customType("Custom");
+
+QString cut(const QString &name)
+{
+    return name.size() > longestName ? name.left(longestName) + QChar(0x2026) : name;
+}
 
 } // namespace
 
@@ -71,6 +81,8 @@ void ComboMapping::buildMenu()
         m_submenus.at(kind)->setToolTipsVisible(true);
         m_submenus.at(kind)->menuAction()->setToolTip(submenus.at(kind).second);
         applyStyle(*m_submenus.at(kind));
+        connect(m_submenus.at(kind), &QMenu::aboutToShow, this,
+                [this, kind] { fill(static_cast<Kind>(kind)); });
         menu().addSeparator();
     }
     QAction *save = menu().addAction(tr(saveText));
@@ -78,6 +90,13 @@ void ComboMapping::buildMenu()
     save->setToolTip(tr("Keep what all buttons do now under a name of its own"));
     menu().addSeparator();
     menu().setToolTipsVisible(true);
+    connect(&menu(), &QMenu::aboutToShow, this, [this] {
+        for (const Kind kind : {Default, Custom}) {
+            if (m_maps.at(kind).size() <= fewMappings) {
+                fill(kind);
+            }
+        }
+    });
 }
 
 ZRButtonMap *ComboMapping::mapAt(Kind kind, int index) const
@@ -85,10 +104,20 @@ ZRButtonMap *ComboMapping::mapAt(Kind kind, int index) const
     return m_maps.at(kind).value(index); // null outside the list
 }
 
-void ComboMapping::newMapListReady(QList<ZRButtonMap *> defaultButtonMapList, bool custom, int)
+void ComboMapping::selectDefault()
+{
+    if (ZRButtonMap *map = mapAt(Default, m_defaultMap)) {
+        Q_EMIT newMap(map);
+    }
+}
+
+void ComboMapping::newMapListReady(QList<ZRButtonMap *> defaultButtonMapList, bool custom, int defaultMap)
 {
     qCInfo(lcUi).noquote().nospace() << "newMapListReady " << (custom ? "Costom" : "Default"); // as it is
     const Kind kind = custom ? Custom : Default;
+    if (!custom) {
+        m_defaultMap = defaultMap;
+    }
     for (ZRButtonMap *map : qAsConst(defaultButtonMapList)) {
         if (map->parent() == nullptr) {
             map->setParent(this);
@@ -131,32 +160,51 @@ void ComboMapping::replace(Kind kind, const MapList &arrived)
         map->deleteLater(); // a slot of newMap() may have it in hand
     }
     m_maps.at(kind) = arrived;
-    fill(kind);
+    m_filled.at(kind) = false;
+    empty(kind);
     update();
 }
 
-void ComboMapping::fill(Kind kind)
+void ComboMapping::empty(Kind kind)
 {
     QMenu &list = *m_submenus.at(kind);
     const QList<QMenu *> before = list.findChildren<QMenu *>(QString(), Qt::FindDirectChildrenOnly);
     list.clear();
     qDeleteAll(before);
+}
+
+// Not before the user opens the menu: a file may hold a hundred thousand mappings, and most are never seen.
+void ComboMapping::fill(Kind kind)
+{
+    if (std::exchange(m_filled.at(kind), true)) {
+        return;
+    }
+    QMenu &list = *m_submenus.at(kind);
     const QFontMetrics metrics(list.font());
     int index = 0;
     for (const ZRButtonMap *map : qAsConst(m_maps.at(kind))) {
-        QString title = metrics.elidedText(map->name, Qt::ElideRight, widestName);
+        const QString name = cut(map->name);
+        QString title = metrics.elidedText(name, Qt::ElideRight, widestName);
         title.replace(QLatin1Char('&'), QLatin1String("&&")); // a name, no mnemonic
         QMenu *mapping = list.addMenu(title);
-        mapping->menuAction()->setToolTip(FittingText::toolTip(map->name));
-        // Not before it is needed: most of a thousand are never opened.
-        connect(mapping, &QMenu::aboutToShow, this, [this, mapping] { applyStyle(*mapping); });
-        addAction(*mapping, setText, kind, index);
-        if (kind == Custom) {
-            mapping->addSeparator();
-            addAction(*mapping, deleteText, kind, index);
-        }
+        mapping->menuAction()->setToolTip(FittingText::toolTip(name));
+        connect(mapping, &QMenu::aboutToShow, this,
+                [this, mapping, kind, index] { fillMapping(*mapping, kind, index); });
         list.addSeparator();
         ++index;
+    }
+}
+
+void ComboMapping::fillMapping(QMenu &mapping, Kind kind, int index)
+{
+    if (!mapping.isEmpty()) {
+        return;
+    }
+    applyStyle(mapping);
+    addAction(mapping, setText, kind, index);
+    if (kind == Custom) {
+        mapping.addSeparator();
+        addAction(mapping, deleteText, kind, index);
     }
 }
 
@@ -190,7 +238,8 @@ void ComboMapping::carryOut(const QAction &chosen)
         return;
     }
     if (kind == Custom && text == QLatin1String(deleteText)) {
-        Q_EMIT deleteMap(map->name);
+        // By no name at all when it has none: another may really be called what this one is listed as.
+        Q_EMIT deleteMap(XmlMappingReader::isNameless(*map) ? QString() : map->name);
     } else {
         Q_EMIT newMap(map);
     }

@@ -28,11 +28,15 @@ public:
 
     SaveDialog *saveDialog() const { return m_saveDialog; }
 
+    /// Emits newMap() with the library's default mapping, if the list that arrived last has one.
+    void selectDefault();
+
 Q_SIGNALS:
     /// The user has picked this mapping. It may be gone when the next list of its kind has arrived and
     /// control has returned to the event loop: copy it.
     void newMap(ZRButtonMap *buttonMap);
 
+    /// Empty for a mapping that has no name in its file.
     void deleteMap(QString softwareName);
 
     /// What the save dialog says: save what the page shows as @p name.
@@ -41,9 +45,9 @@ Q_SIGNALS:
 public Q_SLOTS:
     void dislayMenu() override;
 
-    /// Fills the menu with a list, of the user's own mappings when @p custom is true. The selector's own maps
-    /// of the list before are deleted as soon as control has returned to the event loop. @p defaultMap, the
-    /// index of the library's default mapping, makes no difference to the menu.
+    /// Takes the list that the menu shows from when it is opened next, of the user's own mappings when
+    /// @p custom is true. The selector's own maps of the list before are deleted as soon as control has
+    /// returned to the event loop. @p defaultMap is the index of the library's default mapping.
     void newMapListReady(QList<ZRButtonMap *> defaultButtonMapList, bool custom, int defaultMap);
 
 protected:
@@ -59,12 +63,16 @@ private:
     void buildMenu();
     void replace(Kind kind, const MapList &arrived);
     MapList owned(const MapList &maps) const;
+    void empty(Kind kind);
     void fill(Kind kind);
+    void fillMapping(QMenu &mapping, Kind kind, int index);
     void addAction(QMenu &mapping, const char *text, Kind kind, int index);
     ZRButtonMap *mapAt(Kind kind, int index) const;
 
     SaveDialog *m_saveDialog;            // the page's
     std::array<QMenu *, 2> m_submenus{}; // the menu's
     std::array<MapList, 2> m_maps;
+    std::array<bool, 2> m_filled{}; // whether the submenu shows them already
+    int m_defaultMap = 0;
     std::array<std::optional<MapList>, 2> m_arrived; // while the menu was open
 };

@@ -23,11 +23,13 @@
 #include "ui/MapPrinter.h"
 #include "ui/OverlayDialog.h"
 #include "ui/PageTexts.h"
+#include "ui/SaveDialog.h"
 #include "ui/SensitivitySlider.h"
 
 #include <QCheckBox>
 #include <QChildEvent>
 #include <QCoreApplication>
+#include <QFileDialog>
 #include <QGraphicsOpacityEffect>
 #include <QLabel>
 #include <QSignalBlocker>
@@ -61,7 +63,12 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
     showSensitivity();
     followMappings();
     orderFocus();
-    m_parts.mappings->load([this] { return ComboMenuSettings::readAll(*m_parts.settings); });
+    m_parts.mappings->setFileChooser(
+        [this](const QString &title, const QString &folder, const QString &filter) {
+            return QFileDialog::getOpenFileName(this, title, folder, filter);
+        });
+    m_parts.mappings->load([this] { m_selector->selectDefault(); },
+                           [this] { return ComboMenuSettings::readAll(*m_parts.settings); });
 
     m_parts.settings->setUsedBy(version);
 }
@@ -103,11 +110,14 @@ void DeviceZR::followMappings()
     const MappingSession *mappings = m_parts.mappings;
     connect(mappings, &MappingSession::listChanged, m_selector, &ComboMapping::newMapListReady);
     connect(mappings, &MappingSession::keptChanged, m_notices, &MapNotices::setKept);
+    connect(mappings, &MappingSession::endsKnobFieldsChanged, m_notices, &MapNotices::setKnobEnds);
     connect(mappings, &MappingSession::assigned, this, &DeviceZR::updateToolTips);
     connect(mappings, &MappingSession::replaced, this, &DeviceZR::updateToolTips);
     connect(m_menus, &ActionMenus::onActionChanged, this, &DeviceZR::saveCurrentMapAsDefault);
     connect(m_notices, &MapNotices::keep, this, &DeviceZR::saveCurrentMapAsDefault);
     updateToolTips();
+    connect(m_parts.settings, &Settings::writtenChanged, this, &DeviceZR::showWhetherStored);
+    showWhetherStored(m_parts.settings->isWritten());
 }
 
 void DeviceZR::buildStartupBox()
@@ -269,17 +279,33 @@ void DeviceZR::printCurrentView()
 
 void DeviceZR::saveCurrentMap(const QString &name)
 {
-    m_parts.mappings->saveAs(name);
+    const FileResult result = m_parts.mappings->saveAs(name);
+    if (!result && m_selector->saveDialog()->isVisible()) {
+        m_selector->saveDialog()->showFailure(result.inWords());
+    } else {
+        m_notices->setFailure(MapNotices::Task::Save,
+                              result ? QString() : tr("Not saved: %1").arg(result.inWords()));
+    }
 }
 
 void DeviceZR::deleteMap(const QString &name)
 {
-    m_parts.mappings->remove(name);
+    const FileResult result = m_parts.mappings->remove(name);
+    m_notices->setFailure(MapNotices::Task::Delete,
+                          result ? QString() : tr("Not deleted: %1").arg(result.inWords()));
 }
 
 void DeviceZR::saveCurrentMapAsDefault()
 {
-    m_parts.mappings->keep();
+    const FileResult result = m_parts.mappings->keep();
+    m_notices->setFailure(MapNotices::Task::Keep,
+                          result ? QString() : tr("Not kept: %1").arg(result.inWords()));
+}
+
+void DeviceZR::showWhetherStored(bool stored)
+{
+    m_notices->setFailure(MapNotices::Task::Settings,
+                          stored ? QString() : tr("The settings cannot be stored."));
 }
 
 void DeviceZR::setKnobSensitivityNormal(int val)
@@ -310,6 +336,16 @@ void DeviceZR::onKnobevent(int count)
 void DeviceZR::setLaunchOnStartup(bool on)
 {
     m_parts.launchOnStartup->setLaunchOnStartup(on);
+    const bool done = m_parts.launchOnStartup->isLaunchOnStartup() == on;
+    m_notices->setFailure(MapNotices::Task::LaunchOnStartup,
+                          done ? QString() : tr("Launch on startup could not be changed."));
+    showLaunchOnStartup();
+}
+
+void DeviceZR::showLaunchOnStartup()
+{
+    const QSignalBlocker blocker(m_startup); // reading is no choice of the user's
+    m_startup->setChecked(m_parts.launchOnStartup->isLaunchOnStartup());
 }
 
 void DeviceZR::onUserMovingMouse()
@@ -326,9 +362,6 @@ void DeviceZR::showEvent(QShowEvent *event)
 {
     ZRBaseWindow::showEvent(event);
     m_notices->hideUpdate();
-    {
-        const QSignalBlocker blocker(m_startup); // reading is no choice of the user's
-        m_startup->setChecked(m_parts.launchOnStartup->isLaunchOnStartup());
-    }
+    showLaunchOnStartup();
     m_parts.mapUpdate->check();
 }

@@ -95,6 +95,8 @@ private:
     void connectIndicators();
     void orderFocus();
 
+    void showLaunchOnStartup();
+    void showWhetherStored(bool stored);
     void updateToolTips();
 
     Parts m_parts;

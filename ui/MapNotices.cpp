@@ -11,13 +11,17 @@ MapNotices::MapNotices(QWidget *page)
     , m_update(PageTexts::add(*page, QString(), {680, 64, 200, 16}, PageTexts::Ink::Dim, 10, QFont::Normal))
     , m_notKept(PageTexts::add(*page, QString(), {680, 81, 200, 18}, PageTexts::Ink::Dim, 9, QFont::Normal))
     , m_keep(new ClickableLabel(page))
+    , m_failure(
+          PageTexts::add(*page, QString(), {680, 119, 200, 18}, PageTexts::Ink::Bright, 9, QFont::DemiBold))
 {
     m_update->setObjectName(QStringLiteral("mapNotice"));
     m_update->hide();
 
     m_notKept->setObjectName(QStringLiteral("notKept"));
-    FittingText::show(m_notKept, tr("Your changes end with the program."));
     m_notKept->hide();
+
+    m_failure->setObjectName(QStringLiteral("failure"));
+    m_failure->hide();
 
     m_keep->setObjectName(QStringLiteral("keep"));
     m_keep->setGeometry(678, 99, 202, 20);
@@ -52,8 +56,46 @@ void MapNotices::hideUpdate()
 
 void MapNotices::setKept(bool kept)
 {
-    m_notKept->setVisible(!kept);
-    m_keep->setVisible(!kept);
+    m_kept = kept;
+    if (kept) {
+        setFailure(Task::Keep, QString()); // it does not matter any more
+    }
+    showKept();
+}
+
+void MapNotices::setKnobEnds(bool ends)
+{
+    m_knobEnds = ends;
+    showKept();
+}
+
+void MapNotices::showKept()
+{
+    if (!m_kept) {
+        FittingText::show(m_notKept, tr("Your changes end with the program."));
+    } else if (m_knobEnds) {
+        FittingText::show(
+            m_notKept, tr("The knob's encoding ends with the program."),
+            tr("All else is kept. What turning the knob sends (the controller's number and the "
+               "encoding of \"Midi for Knob\") is no part of a mapping that is read from a file"));
+    }
+    m_notKept->setVisible(!m_kept || m_knobEnds);
+    m_keep->setVisible(!m_kept);
+}
+
+void MapNotices::setFailure(Task task, const QString &words)
+{
+    if (words.isEmpty()) {
+        m_failures.remove(task);
+    } else {
+        m_failures[task] = words;
+    }
+    QStringList all = m_failures.values();
+    m_failure->setVisible(!all.isEmpty());
+    if (!all.isEmpty()) {
+        const QString first = all.takeFirst();
+        FittingText::show(m_failure, first, all.join(QLatin1Char('\n')));
+    }
 }
 
 QWidget *MapNotices::keepButton() const

@@ -1,6 +1,7 @@
 #include "ui/SaveDialog.h"
 
 #include "app/frame/ClickableLabel.h"
+#include "app/frame/FittingText.h"
 #include "ui/UiLog.h"
 
 #include <QLineEdit>
@@ -10,8 +11,11 @@ namespace
 {
 
 constexpr QSize panelSize(304, 137);
+constexpr int failureHeight = 22; // the line's, when there is one
+constexpr int buttonsTop = 105;
 
 const QLatin1String captionStyle("QLabel { color :#414141;}");
+const QLatin1String failureStyle("QLabel { color :#b3261e;}");
 const QLatin1String nameStyle("QLabel { color : black;  background-color:white}");
 
 // The field's own sheet is one for labels: its ground would be the page's.
@@ -51,10 +55,14 @@ SaveDialog::SaveDialog(QWidget *parent)
     m_name->setAccessibleName(tr("Name of the mapping"));
     m_name->setToolTip(tr("The name under which the menu lists it"));
 
-    m_cancel =
-        addPicture<ClickableLabel>(cancelPicture, {10, 105, 87, 22}, tr("Cancel"), tr("Saves nothing"));
-    m_ok = addPicture<ClickableLabel>(okPicture, {205, 105, 87, 22}, tr("OK"),
+    m_cancel = addPicture<ClickableLabel>(cancelPicture, {10, buttonsTop, 87, 22}, tr("Cancel"),
+                                          tr("Saves nothing"));
+    m_ok = addPicture<ClickableLabel>(okPicture, {205, buttonsTop, 87, 22}, tr("OK"),
                                       tr("Adds it to your own mappings; others of the same name stay"));
+    m_failure = addText(QString(), {10, 97, 284, failureHeight}, failureStyle,
+                        Look::font(Look::Face::DialogStrong, 10));
+    m_failure->setObjectName(QStringLiteral("failure"));
+    m_failure->hide();
     connect(m_ok, &ClickableLabel::clicked, this, &SaveDialog::accept);
     connect(m_cancel, &ClickableLabel::clicked, this, &SaveDialog::cancel);
     connect(m_name, &QLineEdit::returnPressed, this, &SaveDialog::accept);
@@ -74,6 +82,7 @@ void SaveDialog::showEvent(QShowEvent *event)
         return;
     }
     restoreButtons();
+    layOut(false);
     m_name->clear();
     m_name->setText(QStringLiteral("Untitled")); // a name, which is stored: the same in every language
     m_name->selectAll();
@@ -98,8 +107,13 @@ void SaveDialog::mouseReleaseEvent(QMouseEvent *event)
 void SaveDialog::accept()
 {
     m_ok->setStyleSheet(pictureSheet(okPicture, true));
+    layOut(false);
     const QString name = m_name->text();
     Q_EMIT saveCurrentMap(name);
+    if (!m_failure->isHidden()) {
+        restoreButtons();
+        return;
+    }
     qCInfo(lcUi).noquote().nospace() << "saved Map: " << name;
     hide();
 }
@@ -108,6 +122,21 @@ void SaveDialog::cancel()
 {
     m_cancel->setStyleSheet(pictureSheet(cancelPicture, true));
     hide();
+}
+
+void SaveDialog::showFailure(const QString &words)
+{
+    FittingText::show(m_failure, tr("Not saved: %1").arg(words));
+    layOut(true);
+}
+
+void SaveDialog::layOut(bool withFailure)
+{
+    const int more = withFailure ? failureHeight : 0;
+    m_failure->setVisible(withFailure);
+    m_cancel->move(m_cancel->x(), buttonsTop + more);
+    m_ok->move(m_ok->x(), buttonsTop + more);
+    setPanelHeight(panelSize.height() + more);
 }
 
 void SaveDialog::restoreButtons()

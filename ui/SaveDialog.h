@@ -15,11 +15,15 @@ public:
     explicit SaveDialog(QWidget *parent);
 
 Q_SIGNALS:
-    /// The user has confirmed @p name, as it stands, also an empty one.
+    /// The user has confirmed @p name, as it stands, also an empty one. Whoever saves and fails calls
+    /// showFailure() before he returns.
     void saveCurrentMap(QString name);
 
 public Q_SLOTS:
     void show();
+
+    /// Says what stood in the way, in the user's words, and leaves the dialog open for another try.
+    void showFailure(const QString &words);
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -30,8 +34,10 @@ private:
     void accept();
     void cancel();
     void restoreButtons();
+    void layOut(bool withFailure);
 
     ClickableLabel *m_ok;
     ClickableLabel *m_cancel;
     QLineEdit *m_name;
+    QLabel *m_failure = nullptr;
 };

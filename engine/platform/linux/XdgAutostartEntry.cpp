@@ -8,6 +8,9 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 
+#include <cerrno>
+#include <unistd.h>
+
 namespace
 {
 
@@ -29,6 +32,20 @@ QByteArray contentsFor(const QString &program)
            "\n"
            "Terminal=false\n"
            "StartupNotify=false\n";
+}
+
+/// The new contents are on the disk, whole, before they take the old ones' place: commit() alone would rename
+/// whatever became of its own flush.
+bool replace(QSaveFile &file, const QByteArray &contents)
+{
+    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size() || !file.flush()) {
+        return false;
+    }
+    if (::fsync(file.handle()) != 0 && errno != EINVAL) {
+        file.cancelWriting();
+        qCWarning(lcPlatform).noquote() << "the disk does not take it:" << qt_error_string(errno);
+    }
+    return file.commit();
 }
 
 /// Whether a line of the main group says that the desktop skips the entry.
@@ -59,15 +76,17 @@ bool XdgAutostartEntry::exists() const
         return false;
     }
     bool inMainGroup = false;
+    bool hasMainGroup = false;
     while (!file.atEnd()) {
         const QByteArray line = file.readLine(4096).trimmed();
         if (line.startsWith('[')) {
             inMainGroup = line == "[Desktop Entry]";
+            hasMainGroup = hasMainGroup || inMainGroup;
         } else if (inMainGroup && line.contains('=') && switchesOff(line)) {
             return false;
         }
     }
-    return true;
+    return hasMainGroup;
 }
 
 void XdgAutostartEntry::write(const QString &program)
@@ -79,8 +98,7 @@ void XdgAutostartEntry::write(const QString &program)
     }
     current.close();
     QSaveFile file(m_path);
-    if (!QDir().mkpath(QFileInfo(m_path).path()) || !file.open(QIODevice::WriteOnly) ||
-        file.write(contents) != contents.size() || !file.commit()) {
+    if (!QDir().mkpath(QFileInfo(m_path).path()) || !replace(file, contents)) {
         qCWarning(lcPlatform).noquote()
             << "cannot write the autostart entry" << m_path + QLatin1Char(':') << file.errorString();
     }

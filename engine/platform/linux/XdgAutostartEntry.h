@@ -4,8 +4,8 @@
 
 /// "veltrix.desktop" in the user's autostart folder, which every desktop reads at log-on.
 ///
-/// An entry that the desktop would not start (Hidden=true, or switched off in its session settings) counts as
-/// absent.
+/// An entry that the desktop would not start (Hidden=true, switched off in its session settings, or empty, as
+/// a full disk may leave it) counts as absent.
 class XdgAutostartEntry final : public AutostartEntry
 {
     Q_DISABLE_COPY_MOVE(XdgAutostartEntry)

@@ -19,10 +19,16 @@ class MemoryAutostartEntry : public AutostartEntry
 {
 public:
     bool exists() const override { return !program.isNull(); }
-    void write(const QString &path) override { program = path; }
+    void write(const QString &path) override
+    {
+        if (!refuses) {
+            program = path;
+        }
+    }
     void remove() override { program = QString(); }
 
     QString program;
+    bool refuses = false; // as a full disk does
 };
 
 /// A desktop whose key events carry the codes themselves.

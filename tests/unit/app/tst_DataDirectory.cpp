@@ -14,6 +14,7 @@ private Q_SLOTS:
     void cleanup();
     void createsTheFolderWithItsParentsAndEntersIt();
     void copiesTheSeedFilesOnce();
+    void copiesCanBeWrittenByTheirOwner();
     void neverReplacesTheUsersFile();
     void missingSeedFilesAreSkipped();
     void runsOnWhenTheFolderCannotBeCreated();
@@ -72,6 +73,16 @@ void tst_DataDirectory::copiesTheSeedFilesOnce()
     write(m_seeds + QStringLiteral("/ZR.xml"), "newer");
     DataDirectory::prepare(m_data, m_seeds);
     QCOMPARE(read(m_data + QStringLiteral("/ZR.xml")), QByteArray("library"));
+}
+
+void tst_DataDirectory::copiesCanBeWrittenByTheirOwner()
+{
+    const QString library = QStringLiteral("/ZR.xml");
+    write(m_seeds + library, "library");
+    QVERIFY(QFile::setPermissions(m_seeds + library, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+    DataDirectory::prepare(m_data, m_seeds);
+    QVERIFY(QFile::permissions(m_data + library) & QFile::WriteOwner);
+    QVERIFY(!(QFile::permissions(m_seeds + library) & QFile::WriteOwner));
 }
 
 void tst_DataDirectory::neverReplacesTheUsersFile()

@@ -2,6 +2,7 @@
 #include "app/frame/ClickableLabel.h"
 #include "mapping/SpecialAction.h"
 #include "mapping/XmlMappingReader.h"
+#include "tests/support/log/LogCapture.h"
 #include "tests/support/page/PageRig.h"
 #include "ui/ComboMapping.h"
 #include "ui/ComboMenu.h"
@@ -16,6 +17,7 @@
 #include <QGraphicsEffect>
 #include <QHelpEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QToolTip>
@@ -45,6 +47,10 @@ private Q_SLOTS:
     void onlyACapturedShortcutWritesTheWorkingCopy();
     void whatIsNotKeptIsSaidAndKeptOnRequest();
     void whatCouldNotBeKeptStaysSaid();
+    void whatNoFileHoldsOfTheKnobIsSaid();
+    void aSaveThatFailedIsSaidWhereTheUserLooks();
+    void settingsThatCannotBeStoredAreSaid();
+    void theStartupBoxShowsWhatIsSo();
     void whatIsTakenBackIsShownStoredAndActs();
     void savingTwiceUnderANameListsBothAndDeletingTakesTheFirst();
     void setMappingActsButWritesNothing();
@@ -402,6 +408,78 @@ void tst_DeviceZR::whatCouldNotBeKeptStaysSaid()
     QTest::mouseClick(keep, Qt::LeftButton);
     QVERIFY(keep->isVisible());
     QVERIFY(m_page->findChild<QLabel *>(QStringLiteral("notKept"))->isVisible());
+    const auto *failure = m_page->findChild<QLabel *>(QStringLiteral("failure"), Qt::FindDirectChildrenOnly);
+    QVERIFY(failure->isVisible());
+    QCOMPARE(failure->accessibleName(), QStringLiteral("Not kept: not a regular file"));
+
+    QVERIFY(QDir().rmdir(m_rig->data.filePath(QStringLiteral("current.xml"))));
+    QTest::mouseClick(keep, Qt::LeftButton);
+    QVERIFY(keep->isHidden() && failure->isHidden());
+}
+
+void tst_DeviceZR::whatNoFileHoldsOfTheKnobIsSaid()
+{
+    makePage();
+    menu(3)->loadMidiKnob(0, 1, 17, 127, 0, false, true, 16, false, true, false);
+    const auto *line = m_page->findChild<QLabel *>(QStringLiteral("notKept"));
+    auto *keep = m_page->findChild<ClickableLabel *>(QStringLiteral("keep"));
+    QCOMPARE(line->accessibleName(), QStringLiteral("Your changes end with the program."));
+    QTest::mouseClick(keep, Qt::LeftButton);
+    QVERIFY(keep->isHidden());
+    QVERIFY(line->isVisible());
+    QCOMPARE(line->accessibleName(), QStringLiteral("The knob's encoding ends with the program."));
+    menu(3)->loadShorcut(0, 65, -1, -1, QStringLiteral("A"));
+    QVERIFY(line->isHidden());
+}
+
+void tst_DeviceZR::aSaveThatFailedIsSaidWhereTheUserLooks()
+{
+    m_rig->writeFile(QStringLiteral("custom.xml"), "<ZR><MAPPING");
+    const LogCapture log;
+    makePage();
+    const auto *failure = m_page->findChild<QLabel *>(QStringLiteral("failure"), Qt::FindDirectChildrenOnly);
+    auto *dialog = m_page->findChild<SaveDialog *>();
+    dialog->show();
+    QTest::keyClick(dialog->findChild<QLineEdit *>(), Qt::Key_Return);
+    QVERIFY(dialog->isVisible());
+    QCOMPARE(dialog->findChild<QLabel *>(QStringLiteral("failure"))->accessibleName(),
+             QStringLiteral("Not saved: it is no mapping file; a copy of it lies beside it"));
+    QVERIFY(failure->isHidden());
+    dialog->hide();
+    m_page->deleteMap(QStringLiteral("mine"));
+    QVERIFY(failure->isVisible());
+    QVERIFY(failure->accessibleName().startsWith(QStringLiteral("Not deleted: ")));
+    QVERIFY(QFile::remove(m_rig->data.filePath(QStringLiteral("custom.xml"))));
+    m_page->saveCurrentMap(QStringLiteral("mine"));
+    m_page->deleteMap(QStringLiteral("mine"));
+    QVERIFY(failure->isHidden());
+}
+
+void tst_DeviceZR::settingsThatCannotBeStoredAreSaid()
+{
+    makePage();
+    const auto *failure = m_page->findChild<QLabel *>(QStringLiteral("failure"), Qt::FindDirectChildrenOnly);
+    QVERIFY(failure->isHidden());
+    Q_EMIT m_rig->store.writtenChanged(false);
+    QVERIFY(failure->isVisible());
+    QCOMPARE(failure->accessibleName(), QStringLiteral("The settings cannot be stored."));
+    Q_EMIT m_rig->store.writtenChanged(true);
+    QVERIFY(failure->isHidden());
+}
+
+void tst_DeviceZR::theStartupBoxShowsWhatIsSo()
+{
+    makePage();
+    auto *box = m_page->findChild<QCheckBox *>(QString(), Qt::FindDirectChildrenOnly);
+    const auto *failure = m_page->findChild<QLabel *>(QStringLiteral("failure"), Qt::FindDirectChildrenOnly);
+    m_rig->autostart.refuses = true;
+    box->click();
+    QVERIFY(!box->isChecked());
+    QVERIFY(failure->isVisible());
+    m_rig->autostart.refuses = false;
+    box->click();
+    QVERIFY(box->isChecked());
+    QVERIFY(failure->isHidden());
 }
 
 // Whatever changes the mapping, the page and the device follow.

@@ -45,6 +45,9 @@ private Q_SLOTS:
     void whatIsNoMappingFileIsReplaced();
     void missingLibraryIsLeftToTheSeedFiles();
     void nothingKeptSaysSo();
+    void withNothingKeptTheSeedTakesItsPlace();
+    void aSeedThatIsBrokenDoesNot();
+    void aLibraryThatMustNotBeWrittenIsReplacedToo();
     void keptFileThatIsBrokenIsNotPutBack();
     void replacedByALaterLibrary();
     void libraryWithoutMappingsIsNotKept();
@@ -158,6 +161,47 @@ void tst_LibraryKeeper::nothingKeptSaysSo()
     QTest::ignoreMessage(QtWarningMsg, "The last library that was read could not be put back: there is none");
     QCOMPARE(LibraryKeeper::restore(m_library), LibraryKeeper::Outcome::Lost);
     QCOMPARE(content(m_library), QByteArray("<html/>"));
+}
+
+void tst_LibraryKeeper::withNothingKeptTheSeedTakesItsPlace()
+{
+    const QString seed = m_dir->filePath(QStringLiteral("seed.xml"));
+    write(seed, better);
+    QVERIFY(QFile::setPermissions(seed, QFile::ReadOwner));
+    write(m_library, "<html/>");
+    expectFault("it holds no mapping$");
+    QTest::ignoreMessage(QtWarningMsg, "The last library that was read could not be put back: there is none");
+    QTest::ignoreMessage(QtWarningMsg, "The library that came with the program has taken its place");
+    QCOMPARE(LibraryKeeper::restore(m_library, seed), LibraryKeeper::Outcome::PutBack);
+    QCOMPARE(content(m_library), better);
+    QVERIFY(QFile::permissions(m_library) & QFile::WriteOwner);
+    QCOMPARE(LibraryKeeper::restore(m_library, seed), LibraryKeeper::Outcome::Usable);
+}
+
+void tst_LibraryKeeper::aSeedThatIsBrokenDoesNot()
+{
+    const QString seed = m_dir->filePath(QStringLiteral("seed.xml"));
+    write(seed, "<ZR/>");
+    write(m_library, "<html/>");
+    expectFault("it holds no mapping$");
+    QTest::ignoreMessage(QtWarningMsg, "The last library that was read could not be put back: there is none");
+    QTest::ignoreMessage(
+        QtWarningMsg, "The library that came with the program could not take its place: it holds no mapping");
+    QCOMPARE(LibraryKeeper::restore(m_library, seed), LibraryKeeper::Outcome::Lost);
+    QCOMPARE(content(m_library), QByteArray("<html/>"));
+}
+
+void tst_LibraryKeeper::aLibraryThatMustNotBeWrittenIsReplacedToo()
+{
+    write(m_library, good);
+    QVERIFY(LibraryKeeper::keep(m_library, 1));
+    write(m_library, "broken");
+    QVERIFY(QFile::setPermissions(m_library, QFile::ReadOwner));
+    expectFault(".");
+    expectPutBack();
+    QCOMPARE(LibraryKeeper::restore(m_library), LibraryKeeper::Outcome::PutBack);
+    QCOMPARE(content(m_library), good);
+    QVERIFY(QFile::permissions(m_library) & QFile::WriteOwner);
 }
 
 void tst_LibraryKeeper::keptFileThatIsBrokenIsNotPutBack()

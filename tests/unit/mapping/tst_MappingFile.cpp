@@ -8,10 +8,29 @@
 #include <QtTest>
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
+
+namespace
+{
+
+int syncError = 0; // what the disk answers when it is to be synchronized, as an error number
+
+} // namespace
+
+// In the system's place, for the program under test too.
+extern "C" int fsync(int fileDescriptor)
+{
+    if (syncError != 0) {
+        errno = syncError;
+        return -1;
+    }
+    return static_cast<int>(syscall(SYS_fsync, fileDescriptor));
+}
 
 namespace
 {
@@ -125,6 +144,9 @@ private Q_SLOTS:
     void linksInACircleFail();
     void aFullDiskLeavesTheOldFile_data();
     void aFullDiskLeavesTheOldFile();
+    void aDiskThatFailsLeavesTheOldFile();
+    void aDiskThatKnowsNoSuchThingIsNoFailure();
+    void aFileIsMadeWritableForItsOwner();
     void aDirectoryThatCannotBeWrittenLeavesTheOldFile();
     void aFileThatMustNotBeWrittenIsNotReplaced();
     void aDirectoryIsNotReplaced();
@@ -346,6 +368,36 @@ void tst_MappingFile::aFullDiskLeavesTheOldFile()
     QVERIFY(!m_reason.isEmpty());
     QCOMPARE(contentOf(path()), QByteArray("old"));
     QCOMPARE(names(), QStringList(QStringLiteral("file.xml"))); // nothing half-written stays behind
+}
+
+void tst_MappingFile::aDiskThatFailsLeavesTheOldFile()
+{
+    writeFile(path(), "old");
+    syncError = EIO;
+    const bool replaced = replace(path(), "new");
+    syncError = 0;
+    QVERIFY(!replaced);
+    QCOMPARE(m_reason, QStringLiteral("Input/output error"));
+    QCOMPARE(contentOf(path()), QByteArray("old"));
+    QCOMPARE(names(), QStringList(QStringLiteral("file.xml")));
+}
+
+void tst_MappingFile::aDiskThatKnowsNoSuchThingIsNoFailure()
+{
+    syncError = EINVAL;
+    const bool replaced = replace(path(), "new");
+    syncError = 0;
+    QVERIFY(replaced);
+    QCOMPARE(contentOf(path()), QByteArray("new"));
+}
+
+void tst_MappingFile::aFileIsMadeWritableForItsOwner()
+{
+    writeFile(path(), "old");
+    setMode(path(), 0444);
+    QVERIFY(MappingFile::makeWritable(path()));
+    QCOMPARE(modeOf(path()), 0644U);
+    QVERIFY(!MappingFile::makeWritable(path("no such")));
 }
 
 void tst_MappingFile::aDirectoryThatCannotBeWrittenLeavesTheOldFile()

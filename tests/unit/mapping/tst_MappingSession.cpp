@@ -71,7 +71,14 @@ private Q_SLOTS:
     void aKeepThatFailedKeepsNothing();
     void aFileThatHoldsTheKnobsFieldsIsNotNeededToKeepThem();
 
+    void whatNoFileHoldsOfTheKnobIsSaidWhenAllElseIsKept();
+    void whatAFileHoldsOtherwiseCountsAsKept();
+
     void savingTwiceUnderANameListsBothAndDeletingTakesTheFirst();
+    void aMappingWithoutANameIsDeletedAndNoOther();
+    void aFileThatIsNoneIsCopiedAsideBeforeASave();
+    void aChosenFileShowsAsTheLibrary();
+    void withNothingKeptTheSeedIsTheLibrary();
     void savingLeavesTheWorkingCopyAlone();
     void aSaveThatFailedSaysWhy();
     void aDeletionThatFailedSaysWhy();
@@ -89,7 +96,13 @@ private:
     QString path(const char *name) const { return m_directory->filePath(QString::fromLatin1(name)); }
     void load(const ActionTable &stored = {})
     {
-        m_session->load([stored] { return stored; });
+        m_session->load(
+            [this] {
+                if (const ZRButtonMap *map = m_session->defaultMapping()) {
+                    m_session->use(*map);
+                }
+            },
+            [stored] { return stored; });
     }
     qint32 inUse(int control = 3) const { return m_session->action(control, Layer::Normal).key1; }
     QStringList names(const QList<ZRButtonMap *> &maps) const
@@ -393,6 +406,128 @@ void tst_MappingSession::aFileThatHoldsTheKnobsFieldsIsNotNeededToKeepThem()
     restart();
     load();
     QCOMPARE(m_session->action(3, Layer::Normal).knobcc, 0); // what is read never has them
+}
+
+void tst_MappingSession::whatNoFileHoldsOfTheKnobIsSaidWhenAllElseIsKept()
+{
+    load();
+    shortCut knob = key(MIDI_KNOB_ACTION);
+    knob.channel = 1;
+    m_session->assign(3, Layer::Normal, knob);
+    QVERIFY(m_session->keep());
+    QVERIFY(!m_session->endsKnobFields());
+    QSignalSpy kept(m_session.get(), &MappingSession::keptChanged);
+    QSignalSpy ends(m_session.get(), &MappingSession::endsKnobFieldsChanged);
+    knob.m3fh = true;
+    m_session->assign(3, Layer::Normal, knob);
+    QVERIFY(m_session->isKept()); // there is nothing that keeping could add
+    QVERIFY(m_session->endsKnobFields());
+    QVERIFY(m_session->keep());
+    QVERIFY(m_session->endsKnobFields());
+    QCOMPARE(kept.size(), 0);
+    QCOMPARE(ends.size(), 1);
+    QCOMPARE(ends.at(0).at(0).toBool(), true);
+    m_session->assign(3, Layer::Normal, key(65)); // no action of the knob any more
+    QVERIFY(!m_session->isKept());
+    QVERIFY(!m_session->endsKnobFields());
+}
+
+void tst_MappingSession::whatAFileHoldsOtherwiseCountsAsKept()
+{
+    load();
+    shortCut special;
+    special.key1 = SPECIAL_ACTION;
+    special.key2 = static_cast<int>(SpecialAction::Vertical);
+    special.key3 = 0;                               // read back as -1
+    special.label = QStringLiteral("Vertical\x01"); // which XML cannot carry
+    special.channel = 5;                            // left from a MIDI action
+    m_session->assign(3, Layer::Normal, special);
+    const LogCapture log;
+    QVERIFY(!m_session->isKept());
+    QVERIFY(m_session->keep());
+    QVERIFY(m_session->isKept());
+}
+
+void tst_MappingSession::aMappingWithoutANameIsDeletedAndNoOther()
+{
+    const QByteArray none = "<MAPPING default=\"1\"/>";
+    const QByteArray empty = "<MAPPING software=\"\"/>";
+    for (const QByteArray &nameless : {none, empty}) {
+        for (const bool first : {true, false}) {
+            const QByteArray unknown = mapping("Unknown", 67);
+            writeFile(path("custom.xml"), document(first ? nameless + unknown : unknown + nameless));
+            restart();
+            load();
+            QCOMPARE(m_session->custom().size(), 2);
+            const ZRButtonMap &map = *m_session->custom().at(first ? 0 : 1);
+            QCOMPARE(map.name, QStringLiteral("Unknown"));
+            QVERIFY(XmlMappingReader::isNameless(map));
+            QVERIFY(!XmlMappingReader::isNameless(*m_session->custom().at(first ? 1 : 0)));
+            QVERIFY(m_session->remove(QString())); // as the selector says it
+            QCOMPARE(m_session->custom().size(), 1);
+            QCOMPARE(m_session->custom().constFirst()->actions[3][Layer::Normal].key1, 67);
+        }
+    }
+    writeFile(path("custom.xml"), document(none + mapping("Mine", 68)));
+    restart();
+    load();
+    QVERIFY(m_session->remove(QStringLiteral("Unknown"))); // as the reader calls it
+    QCOMPARE(names(m_session->custom()), QStringList{QStringLiteral("Mine")});
+}
+
+void tst_MappingSession::aFileThatIsNoneIsCopiedAsideBeforeASave()
+{
+    const QByteArray broken = "<ZR><MAPPING software=\"mine\">";
+    writeFile(path("custom.xml"), broken);
+    const LogCapture log;
+    load();
+    for (int times = 0; times < 3; ++times) { // once is enough
+        const FileResult result = m_session->saveAs(QStringLiteral("new"));
+        QVERIFY(!result);
+        QCOMPARE(result.reason(), QStringLiteral("it is no mapping file; a copy of it lies beside it"));
+        QVERIFY(contentOf(path("custom.xml")).startsWith(broken + "<?xml"));
+        QCOMPARE(contentOf(path("custom.xml.broken")), broken);
+    }
+    writeFile(path("custom.xml"), "another");
+    QVERIFY(!m_session->saveAs(QStringLiteral("new")));
+    QCOMPARE(contentOf(path("custom.xml.broken")), broken);
+    QCOMPARE(contentOf(path("custom.xml.broken2")), QByteArray("another"));
+
+    // Without a copy nothing is added.
+    writeFile(path("custom.xml"), "a third");
+    QVERIFY(QDir().mkdir(path("custom.xml.broken3")));
+    QVERIFY(!m_session->saveAs(QStringLiteral("new")));
+    QCOMPARE(contentOf(path("custom.xml.broken4")), QByteArray("a third"));
+}
+
+void tst_MappingSession::aChosenFileShowsAsTheLibrary()
+{
+    writeFile(path("ZR.xml"), document(mapping("First", 65)));
+    writeFile(path("elsewhere.xml"), document(mapping("Elsewhere", 66)));
+    load();
+    m_session->openXml(); // nobody to ask: as if cancelled
+    QCOMPARE(names(m_session->library()), QStringList{QStringLiteral("First")});
+    QString title;
+    m_session->setFileChooser([&](const QString &asked, const QString &, const QString &) {
+        title = asked;
+        return path("elsewhere.xml");
+    });
+    m_session->openXml();
+    QCOMPARE(title, QStringLiteral("Open Xml"));
+    QCOMPARE(names(m_session->library()), QStringList{QStringLiteral("Elsewhere")});
+    QCOMPARE(contentOf(LibraryKeeper::keptFile(path("ZR.xml"))), document(mapping("First", 65)));
+}
+
+void tst_MappingSession::withNothingKeptTheSeedIsTheLibrary()
+{
+    const QTemporaryDir seeds;
+    writeFile(seeds.filePath(QStringLiteral("ZR.xml")), document(mapping("Seed", 65)));
+    writeFile(path("ZR.xml"), "<html>Sign in</html>");
+    const LogCapture log;
+    m_session = std::make_unique<MappingSession>(MappingFiles(m_directory->path(), seeds.path()));
+    load();
+    QCOMPARE(names(m_session->library()), QStringList{QStringLiteral("Seed")});
+    QCOMPARE(inUse(), 65);
 }
 
 void tst_MappingSession::savingTwiceUnderANameListsBothAndDeletingTakesTheFirst()

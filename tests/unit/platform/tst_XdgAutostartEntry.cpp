@@ -7,6 +7,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <csignal>
+#include <sys/resource.h>
+
 namespace
 {
 
@@ -80,6 +83,7 @@ private Q_SLOTS:
     void switchedOffEntryIsSwitchedOnByWriting();
     void danglingLinkIsRemoved();
     void folderThatCannotBeMadeIsLogged();
+    void aFullDiskLeavesTheEntryAsItWas();
     void environmentNamesTheFolder();
 };
 
@@ -176,6 +180,7 @@ void tst_XdgAutostartEntry::switchedOffEntryCountsAsAbsent_data()
     QTest::newRow("comment") << QByteArray("[Desktop Entry]\n#Hidden=true\n") << true;
     QTest::newRow("another group") << QByteArray("[Desktop Entry]\nExec=x\n[Desktop Action a]\nHidden=true\n")
                                    << true;
+    QTest::newRow("cut to nothing") << QByteArray() << false;
     QTest::newRow("without a line's end") << QByteArray("[Desktop Entry]\nHidden=true") << false;
 }
 
@@ -220,6 +225,29 @@ void tst_XdgAutostartEntry::folderThatCannotBeMadeIsLogged()
     QCOMPARE(lines.size(), 1);
     QVERIFY(
         lines.first().startsWith(QLatin1String("warning: cannot write the autostart entry ") + entry.path()));
+}
+
+void tst_XdgAutostartEntry::aFullDiskLeavesTheEntryAsItWas()
+{
+    const QTemporaryDir home;
+    XdgAutostartEntry entry(home.path());
+    entry.write(QStringLiteral("/old/veltrix"));
+    const QByteArray before = contentsOf(entry.path());
+    LogCapture log;
+    {
+        // A full disk, as far as a write can tell.
+        auto *const handler = std::signal(SIGXFSZ, SIG_IGN);
+        rlimit limit{};
+        getrlimit(RLIMIT_FSIZE, &limit);
+        const rlimit none{0, limit.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &none);
+        entry.write(QStringLiteral("/new/veltrix"));
+        setrlimit(RLIMIT_FSIZE, &limit);
+        std::signal(SIGXFSZ, handler);
+    }
+    QCOMPARE(contentsOf(entry.path()), before);
+    QCOMPARE(log.takeLines().filter(QStringLiteral("cannot write the autostart entry")).size(), 1);
+    QCOMPARE(QDir(home.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
 }
 
 void tst_XdgAutostartEntry::environmentNamesTheFolder()

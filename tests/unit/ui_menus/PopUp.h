@@ -30,6 +30,14 @@ inline QAction *entry(const QMenu &menu, const QString &text, int nth = 0)
     return nullptr;
 }
 
+/// The submenu of the entry with this text, as it is when it is opened.
+inline QMenu *submenu(const QMenu &menu, const QString &text)
+{
+    QMenu *found = entry(menu, text)->menu();
+    Q_EMIT found->aboutToShow();
+    return found;
+}
+
 /// The texts of a menu, "-" for a line and "- heading" for one with a text.
 inline QStringList texts(const QMenu &menu)
 {

@@ -1,3 +1,4 @@
+#include "mapping/XmlMappingReader.h"
 #include "tests/support/log/LogCapture.h"
 #include "tests/unit/ui_menus/PopUp.h"
 #include "ui/ComboMapping.h"
@@ -7,6 +8,7 @@
 #include <QLabel>
 #include <QPointer>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
@@ -61,6 +63,9 @@ private Q_SLOTS:
     void theKeyboardAndTheMouseOpenTheMenu();
     void theLogSaysWhatArrivedAndWhatWasChosen();
     void aThousandMappingsKeepTheirOrder();
+    void aListIsBuiltWhenItIsOpenedAndOnce();
+    void theDefaultIsSelectedIfThereIsOne();
+    void aMappingWithoutANameIsDeletedAsSuch();
 
 private:
     QMenu *menu() { return m_selector->findChild<QMenu *>(); }
@@ -97,9 +102,11 @@ QStringList tst_ComboMapping::entriesOf(const QString &submenu)
 {
     QStringList list;
     openMenu([&](QMenu &top) {
-        QMenu *sub = PopUp::entry(top, submenu)->menu();
-        const QList<QAction *> actions = sub->actions();
+        const QList<QAction *> actions = PopUp::submenu(top, submenu)->actions();
         for (QAction *action : actions) {
+            if (action->menu()) {
+                Q_EMIT action->menu()->aboutToShow();
+            }
             list.append(action->isSeparator() ? QStringLiteral("-")
                                               : action->text() + QLatin1String(": ") +
                                                     PopUp::texts(*action->menu()).join(QLatin1Char(' ')));
@@ -168,10 +175,11 @@ void tst_ComboMapping::entriesCarryIndexAndType()
     m_selector->newMapListReady(maps({QStringLiteral("c"), QStringLiteral("d")}), true, 0);
     openMenu([](QMenu &top) {
         for (const QString &type : {QStringLiteral("Default"), QStringLiteral("Custom")}) {
-            const QMenu *list =
-                PopUp::entry(top, type == QLatin1String("Custom") ? custom : examples)->menu();
+            const QMenu *list = PopUp::submenu(top, type == QLatin1String("Custom") ? custom : examples);
             for (int index = 0; index < 2; ++index) {
+                Q_EMIT list->actions().at(2 * index)->menu()->aboutToShow();
                 const QList<QAction *> actions = list->actions().at(2 * index)->menu()->actions();
+                QVERIFY(!actions.isEmpty());
                 for (const QAction *action : actions) {
                     if (!action->isSeparator()) {
                         QCOMPARE(action->property("index"), QVariant(index));
@@ -230,7 +238,8 @@ void tst_ComboMapping::namesAndTranslationsDecideNothing()
     QSignalSpy deleted(m_selector, &ComboMapping::deleteMap);
     // As if translated: all texts in the menu are others.
     PopUp::whenOpen([] {
-        QAction *mapping = PopUp::entry(*PopUp::entry(*PopUp::active(), custom)->menu(), deleteText);
+        QAction *mapping = PopUp::entry(*PopUp::submenu(*PopUp::active(), custom), deleteText);
+        Q_EMIT mapping->menu()->aboutToShow();
         mapping->menu()->actions().first()->setText(deleteText);
         mapping->menu()->actions().last()->setText(QStringLiteral("Weg damit"));
         PopUp::choose({custom, deleteText, QStringLiteral("Weg damit")});
@@ -247,12 +256,14 @@ void tst_ComboMapping::namesAndTranslationsDecideNothing()
 void tst_ComboMapping::namesAreShownAsTheyAre()
 {
     const QString endless(5000, QLatin1Char('W'));
-    m_selector->newMapListReady(maps({QStringLiteral("Cut & paste"), endless, QString()}), true, 0);
+    const QString whole(200, QLatin1Char('i'));
+    m_selector->newMapListReady(maps({QStringLiteral("Cut & paste"), endless, QString(), whole}), true, 0);
     openMenu([&](QMenu &top) {
-        const QList<QAction *> actions = PopUp::entry(top, custom)->menu()->actions();
+        const QList<QAction *> actions = PopUp::submenu(top, custom)->actions();
         QCOMPARE(actions.at(0)->text(), QStringLiteral("Cut && paste")); // one of them is shown
         QVERIFY(actions.at(2)->text().size() < 100);
-        QCOMPARE(actions.at(2)->toolTip(), endless);
+        QCOMPARE(actions.at(2)->toolTip(), endless.left(200) + QChar(0x2026));
+        QCOMPARE(actions.at(6)->toolTip(), whole);
         QCOMPARE(actions.at(4)->text(), QString());
     });
     QSignalSpy deleted(m_selector, &ComboMapping::deleteMap);
@@ -458,7 +469,7 @@ void tst_ComboMapping::aThousandMappingsKeepTheirOrder()
     m_selector->newMapListReady(maps(names), false, 0);
     QStringList shown;
     openMenu([&](QMenu &top) {
-        const QList<QAction *> actions = PopUp::entry(top, examples)->menu()->actions();
+        const QList<QAction *> actions = PopUp::submenu(top, examples)->actions();
         for (const QAction *action : actions) {
             if (!action->isSeparator()) {
                 shown.append(action->text());
@@ -466,6 +477,74 @@ void tst_ComboMapping::aThousandMappingsKeepTheirOrder()
         }
     });
     QCOMPARE(shown, names);
+}
+
+void tst_ComboMapping::aListIsBuiltWhenItIsOpenedAndOnce()
+{
+    QStringList many;
+    for (int i = 0; i < 1001; ++i) {
+        many.append(QString::number(i));
+    }
+    m_selector->newMapListReady(maps(many), false, 0);
+    const QMenu *first = nullptr;
+    openMenu([&](QMenu &top) {
+        QMenu *list = PopUp::entry(top, examples)->menu();
+        QVERIFY(list->isEmpty());
+        PopUp::submenu(top, examples);
+        first = list->actions().first()->menu();
+        QVERIFY(first->isEmpty()); // nor is a mapping's own
+    });
+    openMenu([&](QMenu &top) {
+        QCOMPARE(PopUp::submenu(top, examples)->actions().first()->menu(), first);
+        QCOMPARE(PopUp::entry(top, examples)->menu()->actions().size(), 2 * many.size());
+    });
+    m_selector->newMapListReady(maps(many), false, 0);
+    openMenu([](QMenu &top) { QVERIFY(PopUp::entry(top, examples)->menu()->isEmpty()); });
+}
+
+void tst_ComboMapping::theDefaultIsSelectedIfThereIsOne()
+{
+    QSignalSpy chosen(m_selector, &ComboMapping::newMap);
+    m_selector->selectDefault();
+    const QList<ZRButtonMap *> library = maps({QStringLiteral("a"), QStringLiteral("b")});
+    m_selector->newMapListReady(maps({QStringLiteral("mine")}), true, 0);
+    m_selector->selectDefault();
+    QCOMPARE(chosen.size(), 0);
+    m_selector->newMapListReady(library, false, 1);
+    QCOMPARE(chosen.size(), 0); // not by itself
+    m_selector->selectDefault();
+    QCOMPARE(chosen.size(), 1);
+    QCOMPARE(chosen.at(0).at(0).value<ZRButtonMap *>(), library.at(1));
+    m_selector->newMapListReady(maps({QStringLiteral("a")}), false, 1);
+    m_selector->selectDefault();
+    QCOMPARE(chosen.size(), 1); // outside the list
+}
+
+void tst_ComboMapping::aMappingWithoutANameIsDeletedAsSuch()
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("custom.xml")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("<ZR><MAPPING software=\"Unknown\"/><MAPPING/></ZR>");
+    file.close();
+    XmlMappingReader reader;
+    connect(&reader, &XmlMappingReader::newMapListReady, m_selector, &ComboMapping::newMapListReady);
+    QVERIFY(reader.readMapList(file.fileName(), true));
+    QStringList deleted;
+    connect(m_selector, &ComboMapping::deleteMap, this, [&](const QString &name) { deleted.append(name); });
+    for (const int place : {0, 1}) {
+        PopUp::whenOpen([place] {
+            QAction *mapping =
+                PopUp::entry(*PopUp::submenu(*PopUp::active(), custom), QStringLiteral("Unknown"), place);
+            PopUp::active()->setActiveAction(PopUp::entry(*PopUp::active(), custom));
+            QTest::keyClick(PopUp::active(), Qt::Key_Right);
+            PopUp::active()->setActiveAction(mapping);
+            QTest::keyClick(PopUp::active(), Qt::Key_Right);
+            PopUp::choose({deleteText});
+        });
+        m_selector->dislayMenu();
+    }
+    QCOMPARE(deleted, (QStringList{QStringLiteral("Unknown"), QString()}));
 }
 
 QTEST_MAIN(tst_ComboMapping)

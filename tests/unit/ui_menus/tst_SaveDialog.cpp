@@ -32,6 +32,7 @@ private Q_SLOTS:
     void okSavesTheName();
     void theNameIsTakenAsItStands_data();
     void theNameIsTakenAsItStands();
+    void aFailureIsSaidAndTheDialogStays();
     void cancelSavesNothing();
     void aClickElsewhereKeepsItOpen();
     void pressedPicturesAreRestoredByTheRelease();
@@ -154,6 +155,38 @@ void tst_SaveDialog::theNameIsTakenAsItStands()
     QTest::mousePress(m_dialog, Qt::LeftButton, {}, on(m_ok));
     QCOMPARE(saved.size(), 1);
     QCOMPARE(saved.at(0).at(0).toString(), name);
+}
+
+void tst_SaveDialog::aFailureIsSaidAndTheDialogStays()
+{
+    const auto *line = m_dialog->findChild<QLabel *>(QStringLiteral("failure"));
+    bool fails = true;
+    connect(m_dialog, &SaveDialog::saveCurrentMap, this, [&] {
+        if (fails) {
+            m_dialog->showFailure(QStringLiteral("the disk is full"));
+        }
+    });
+    m_dialog->show();
+    QVERIFY(line->isHidden());
+    m_name->setText(QStringLiteral("mine"));
+    LogCapture log;
+    for (int times = 0; times < 2; ++times) {
+        QTest::mousePress(m_dialog, Qt::LeftButton, Qt::NoModifier, on(m_ok));
+        QVERIFY(m_dialog->isVisible());
+        QVERIFY(line->isVisible());
+        QCOMPARE(line->text(), QStringLiteral("Not saved: the disk is full"));
+        QCOMPARE(m_name->text(), QStringLiteral("mine"));
+        QCOMPARE(m_ok->styleSheet(), okAtRest);
+        QVERIFY(m_ok->parentWidget()->rect().contains(m_ok->geometry()));
+        QVERIFY(!line->geometry().intersects(m_ok->geometry()) &&
+                !line->geometry().intersects(m_name->geometry()));
+    }
+    QCOMPARE(log.takeLines().filter(QStringLiteral("saved Map")), QStringList());
+    fails = false;
+    QTest::mousePress(m_dialog, Qt::LeftButton, Qt::NoModifier, on(m_ok));
+    QVERIFY(m_dialog->isHidden());
+    m_dialog->show();
+    QVERIFY(line->isHidden());
 }
 
 void tst_SaveDialog::cancelSavesNothing()
