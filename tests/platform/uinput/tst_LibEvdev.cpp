@@ -144,15 +144,23 @@ void tst_LibEvdev::lightsComeFromTheDesktop()
     const int device = real.create(keyboard);
     QTRY_VERIFY(QFileInfo::exists(QString::fromLatin1(real.node(device))));
     Reader desktop(real.node(device));
-    UinputKernel::Event event;
-    while (real.read(device, event)) {
+    // What is so already is no event, and the console switches lights too.
+    for (const qint32 value : {0, 1, 0}) {
+        desktop.write({EV_LED, LED_NUML, value});
+        desktop.write({EV_SYN, SYN_REPORT, 0});
     }
-    desktop.write({EV_LED, LED_NUML, 1});
-    desktop.write({EV_SYN, SYN_REPORT, 0});
-    QTRY_VERIFY(real.read(device, event));
-    QCOMPARE(event.type, quint16(EV_LED));
-    QCOMPARE(event.code, quint16(LED_NUML));
-    QCOMPARE(event.value, 1);
+    QVector<qint32> values;
+    const auto readAll = [&] {
+        UinputKernel::Event event;
+        while (real.read(device, event)) {
+            if (event.type == EV_LED && event.code == LED_NUML) {
+                values << event.value;
+            }
+        }
+        return values.size();
+    };
+    QTRY_VERIFY(readAll() >= 2);
+    QCOMPARE(values.mid(values.size() - 2), QVector<qint32>({1, 0}));
 }
 
 void tst_LibEvdev::aDestroyedDeviceIsGone()
