@@ -7,7 +7,7 @@
 
 #include <utility>
 
-/// Records what is asked; the test presses the buttons.
+/// Records what is asked; the test presses the buttons. Compared with the dialog by tst_PromptDouble.
 class FakePrompt : public UpdatePrompt
 {
     Q_OBJECT

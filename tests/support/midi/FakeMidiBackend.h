@@ -21,6 +21,7 @@ struct FakeMidi {
     MidiBackend::Callback callback;
     bool alive = true;
     bool hasRoom = true;
+    bool isOpen = false;
     int destroyed = 0;
 
     void called(const std::string &function)
@@ -33,6 +34,7 @@ struct FakeMidi {
     }
 };
 
+/// Compared with JACK by tst_MidiDouble.
 class FakeMidiBackend final : public MidiBackend
 {
     Q_DISABLE_COPY_MOVE(FakeMidiBackend)
@@ -59,10 +61,15 @@ public:
         m_midi->called("openPort");
         m_midi->opened.push_back(index);
         m_midi->openedAs = name;
+        m_midi->isOpen = true;
     }
-    void closePort() override { m_midi->called("closePort"); }
+    void closePort() override
+    {
+        m_midi->called("closePort");
+        m_midi->isOpen = false;
+    }
     bool isAlive() override { return m_midi->alive; }
-    bool hasRoomFor(std::size_t) override { return m_midi->hasRoom; }
+    bool hasRoomFor(std::size_t) override { return m_midi->alive && m_midi->hasRoom; }
     void sendMessage(const std::vector<unsigned char> &message) override
     {
         m_midi->called("sendMessage");

@@ -8,7 +8,7 @@
 struct PortBench {
     bool opens = true;
     QString failure = QStringLiteral("busy");
-    /// Reported, as the system does it, from within setDataTerminalReady(true).
+    /// Reported, twice as the system does it, from within setDataTerminalReady(true).
     SerialPort::Error errorAtDtr = SerialPort::Error::UnsupportedOperation;
     /// Reported from within open() when it fails.
     SerialPort::Error errorAtOpen = SerialPort::Error::Permission;
@@ -22,7 +22,7 @@ struct PortBench {
     class FakeSerialPort *current = nullptr;
 };
 
-/// A port whose bytes and troubles the test provides.
+/// A port whose bytes and troubles the test provides; compared with the real one by tst_PortDoubles.
 class FakeSerialPort : public SerialPort
 {
     Q_DISABLE_COPY_MOVE(FakeSerialPort)
@@ -63,6 +63,11 @@ public:
     bool open(QIODevice::OpenMode mode) override
     {
         note(mode == QIODevice::ReadWrite ? "open ReadWrite" : "open");
+        if (m_isOpen) {
+            Q_EMIT errorOccurred(Error::Open);
+            return false;
+        }
+        Q_EMIT errorOccurred(Error::None);
         m_isOpen = m_bench->opens;
         if (!m_isOpen) {
             Q_EMIT errorOccurred(m_bench->errorAtOpen);
@@ -73,15 +78,22 @@ public:
     bool setDataTerminalReady(bool ready) override
     {
         note(ready ? "dtr on" : "dtr off");
+        if (!reportUnlessOpen()) {
+            return false;
+        }
         if (m_bench->errorAtDtr == Error::None) {
             return true;
         }
+        Q_EMIT errorOccurred(m_bench->errorAtDtr);
         Q_EMIT errorOccurred(m_bench->errorAtDtr);
         return false;
     }
     QByteArray readAll() override
     {
         note(m_isOpen ? "readAll" : "readAll on a closed port");
+        if (!m_isOpen) {
+            return {};
+        }
         const int wanted = qMin(m_bench->bytesPerRead, m_bench->bytesUntilError);
         QByteArray bytes = m_incoming.left(wanted);
         m_incoming.remove(0, bytes.size());
@@ -94,21 +106,31 @@ public:
     qint64 write(const QByteArray &bytes) override
     {
         note((m_isOpen ? "write " : "write on a closed port ") + bytes.toHex());
-        return bytes.size();
+        return m_isOpen ? bytes.size() : -1;
     }
     bool flush() override
     {
         note("flush");
-        return true;
+        return reportUnlessOpen();
     }
     void close() override
     {
         note("close");
-        m_isOpen = false;
+        if (reportUnlessOpen()) {
+            m_isOpen = false;
+            m_incoming.clear();
+        }
     }
     QString errorString() const override { return m_bench->failure; }
 
 private:
+    bool reportUnlessOpen()
+    {
+        if (!m_isOpen) {
+            Q_EMIT errorOccurred(Error::NotOpen);
+        }
+        return m_isOpen;
+    }
     void note(const QByteArray &call) { m_bench->calls.append(QString::fromUtf8(call)); }
 
     PortBench *m_bench;

@@ -4,7 +4,8 @@
 
 #include <QByteArrayList>
 
-/// A cable that keeps what goes through it, a line each.
+/// A cable that keeps what it is asked for, a line each, and what arrives at the program. Compared with the
+/// real ones by tst_CableDouble.
 class FakePort final : public simulator::DevicePort
 {
     Q_DISABLE_COPY_MOVE(FakePort)
@@ -15,7 +16,7 @@ public:
     bool plug() override
     {
         log.append("(plug)");
-        plugged = !refusePlug;
+        plugged = plugged || !refusePlug;
         return plugged;
     }
 
@@ -28,9 +29,15 @@ public:
 
     bool isPlugged() const override { return plugged; }
     bool isOpened() const override { return opened; }
-    bool isDelivered() const override { return delivered; }
+    bool isDelivered() const override { return delivered || !opened; }
     QString errorString() const override { return QStringLiteral("refused"); }
-    void send(const QByteArray &bytes) override { log.append(bytes.simplified()); }
+    void send(const QByteArray &bytes) override
+    {
+        log.append(bytes.simplified());
+        if (opened) {
+            arrived += bytes;
+        }
+    }
 
     QByteArrayList take()
     {
@@ -40,6 +47,7 @@ public:
     }
 
     QByteArrayList log;
+    QByteArray arrived;
     bool plugged = true;
     bool opened = true;
     bool delivered = true;
