@@ -169,19 +169,20 @@ SPECIAL_ACTION = 0x1FFFFFF
 
 class Home:
     """A user's directories with a current mapping: button N presses the key A + N, except for those buttons for which
-    `special` has the code of a special action."""
+    `special` has the code of a special action or `shortcuts` up to three keys."""
 
-    def __init__(self, special=None):
+    def __init__(self, special=None, shortcuts=None):
         self._directory = tempfile.TemporaryDirectory()
         self.path = self._directory.name
         self.data = os.path.join(self.path, "data", "{Brimwell Labs}", "{Veltrix}")
         os.makedirs(self.data)
         os.mkdir(os.path.join(self.path, "run"), 0o700)
-        keys = {n: (65 + n, -1) for n in range(10)}
-        keys.update((n, (SPECIAL_ACTION, code)) for n, code in (special or {}).items())
+        keys = {n: (65 + n, -1, -1) for n in range(10)}
+        keys.update((n, (SPECIAL_ACTION, code, -1)) for n, code in (special or {}).items())
+        keys.update((n, (*shortcut, -1, -1)[:3]) for n, shortcut in (shortcuts or {}).items())
         buttons = "".join(
             f'<BUTTON id="{n}"><NORMAL label=""><KEY1 type="int">{key1}</KEY1><KEY2 type="int">{key2}</KEY2>'
-            f'<KEY3 type="int">-1</KEY3></NORMAL></BUTTON>' for n, (key1, key2) in keys.items())
+            f'<KEY3 type="int">{key3}</KEY3></NORMAL></BUTTON>' for n, (key1, key2, key3) in keys.items())
         with open(os.path.join(self.data, "current.xml"), "w", encoding="utf-8") as file:
             file.write(f'<?xml version="1.0" encoding="UTF-8"?><ZR><MAPPING software="current_map">{buttons}</MAPPING></ZR>')
 
