@@ -3,10 +3,16 @@
 #include "mapping/Layer.h"
 #include "mapping/ShortCut.h"
 
+#include <QSharedData>
+#include <QSharedDataPointer>
+
 #include <array>
 #include <cstddef>
 
 /// What each of the ten controls does in each of the three layers: a plain value, `table[control][layer]`.
+///
+/// Copies share what they hold until one is changed: a file may bring a hundred thousand tables that say
+/// nothing, and every step that can be taken back is one.
 class ActionTable
 {
 public:
@@ -16,21 +22,32 @@ public:
     static constexpr bool has(int control) { return control >= 0 && control < controlCount; }
 
     /// @p control is 0 to 9.
-    PerLayer<shortCut> &operator[](int control) { return m_controls[static_cast<std::size_t>(control)]; }
+    PerLayer<shortCut> &operator[](int control) { return m_controls->all[static_cast<std::size_t>(control)]; }
     const PerLayer<shortCut> &operator[](int control) const
     {
-        return m_controls[static_cast<std::size_t>(control)];
+        return m_controls->all[static_cast<std::size_t>(control)];
     }
 
-    auto begin() const { return m_controls.begin(); }
-    auto end() const { return m_controls.end(); }
+    auto begin() const { return m_controls->all.begin(); }
+    auto end() const { return m_controls->all.end(); }
 
     friend bool operator==(const ActionTable &a, const ActionTable &b)
     {
-        return a.m_controls == b.m_controls;
+        return a.m_controls == b.m_controls || a.m_controls->all == b.m_controls->all;
     }
     friend bool operator!=(const ActionTable &a, const ActionTable &b) { return !(a == b); }
 
 private:
-    std::array<PerLayer<shortCut>, controlCount> m_controls;
+    struct Controls : QSharedData {
+        std::array<PerLayer<shortCut>, controlCount> all;
+    };
+    using Shared = QSharedDataPointer<Controls>;
+
+    static const Shared &nothing()
+    {
+        static const Shared table(new Controls);
+        return table;
+    }
+
+    Shared m_controls = nothing();
 };

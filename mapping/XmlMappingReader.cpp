@@ -12,31 +12,19 @@
 namespace
 {
 
-constexpr char namelessProperty[] = "nameless";
-
-// The next element in document order, a null element behind the last.
-QDomElement following(const QDomElement &element)
+// Takes every mapping below @p parent, at any depth and in document order, to @p take, until that answers
+// false. Depth is bounded (MappingDocument::maximumDepth).
+template <typename Take>
+bool eachMapping(const QDomNode &parent, const Take &take)
 {
-    const QDomElement child = element.firstChildElement();
-    if (!child.isNull()) {
-        return child;
-    }
-    for (QDomNode node = element; !node.isNull(); node = node.parentNode()) {
-        const QDomElement sibling = node.nextSiblingElement();
-        if (!sibling.isNull()) {
-            return sibling;
+    static const QString name = QStringLiteral("MAPPING");
+    for (QDomElement child = parent.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement()) {
+        if ((child.tagName() == name && !take(child)) || !eachMapping(child, take)) {
+            return false;
         }
     }
-    return {};
-}
-
-// @p element itself, or the first mapping behind it in document order: mappings are found at any depth.
-QDomElement firstMapping(QDomElement element)
-{
-    while (!element.isNull() && element.tagName() != QLatin1String("MAPPING")) {
-        element = following(element);
-    }
-    return element;
+    return true;
 }
 
 // Below a mapping only positions and attributes count: every node that carries an id is a button. Comments
@@ -45,9 +33,6 @@ ZRButtonMap *readMapping(const QDomElement &mapping)
 {
     const QString name = mapping.attribute(QStringLiteral("software"));
     auto *map = new ZRButtonMap(name.isEmpty() ? XmlMappingReader::nameForNone() : name, nullptr);
-    if (name.isEmpty()) {
-        map->setProperty(namelessProperty, true);
-    }
     int buttonPosition = 0;
     for (QDomNode button = mapping.firstChild(); !button.isNull(); button = button.nextSibling()) {
         const QString id = button.toElement().attribute(QStringLiteral("id"));
@@ -102,13 +87,13 @@ FileResult XmlMappingReader::readMapList(const QString &path, bool custom)
     m_buttonMapList.clear();
     int defaultMap = 0;
     // Each mapping is read as soon as the search meets it: the nodes are in the cache then.
-    for (QDomElement mapping = firstMapping(document.documentElement()); !mapping.isNull();
-         mapping = firstMapping(following(mapping))) {
+    eachMapping(document, [&](const QDomElement &mapping) {
         if (!mapping.attribute(QStringLiteral("default")).isEmpty()) {
             defaultMap = m_buttonMapList.size();
         }
         m_buttonMapList.append(readMapping(mapping));
-    }
+        return true;
+    });
     Q_EMIT newMapListReady(m_buttonMapList, custom, defaultMap);
     return result;
 }
@@ -121,17 +106,25 @@ FileResult XmlMappingReader::readCurrentMap(const QString &path)
     if (!result) {
         return result;
     }
-    const QDomElement mapping = firstMapping(document.documentElement());
-    if (mapping.isNull()) {
+    const bool none = eachMapping(document, [this](const QDomElement &mapping) {
+        Q_EMIT onCurrentMapLoaded(readMapping(mapping));
+        return false;
+    });
+    if (none) {
         return FileResult::failed(QStringLiteral("it holds no mapping"));
     }
-    Q_EMIT onCurrentMapLoaded(readMapping(mapping));
     return result;
 }
 
 bool XmlMappingReader::isNameless(const ZRButtonMap &map)
 {
-    return map.property(namelessProperty).toBool();
+    return map.name.constData() == nameForNone().constData();
+}
+
+const QString &XmlMappingReader::nameForNone()
+{
+    static const QString name = QStringLiteral("Unknown");
+    return name;
 }
 
 void XmlMappingReader::openXml()

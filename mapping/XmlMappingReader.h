@@ -41,9 +41,10 @@ public:
     void openXml();
 
     /// What a mapping is called that has no name in its file, or an empty one.
-    static QString nameForNone() { return QStringLiteral("Unknown"); }
+    static const QString &nameForNone();
 
-    /// Whether @p map came from a file without a name for it: another may really be called nameForNone().
+    /// Whether @p map came from a file without a name for it: another may really be called nameForNone(). Its
+    /// name is the very one, not one that reads the same: the map itself has no place for more.
     static bool isNameless(const ZRButtonMap &map);
 
     /// What openXml() asks from now on.

@@ -55,6 +55,7 @@ class tst_ZRButtonMap : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void copiesOfATableChangeAlone();
     void aFreshMapHoldsTheDefaultsInAllThirtyEntries();
     void anEntryIsStoredAtItsButtonAndLayer();
     void buttonsAndLayersOutOfRangeChangeNothing_data();
@@ -260,6 +261,20 @@ void tst_ZRButtonMap::theParentOwnsTheMap()
     QPointer<ZRButtonMap> map = new ZRButtonMap(QStringLiteral("One"), parent.get());
     parent.reset();
     QVERIFY(map.isNull());
+}
+
+void tst_ZRButtonMap::copiesOfATableChangeAlone()
+{
+    ActionTable one;
+    const ActionTable empty;
+    ActionTable other = one;
+    QVERIFY(other == one);
+    other[3][Layer::Shift1].key1 = 65;
+    QVERIFY(other != one);
+    QCOMPARE(empty[3][Layer::Shift1].key1, 0);
+    QCOMPARE(ActionTable()[3][Layer::Shift1].key1, 0);
+    one[3][Layer::Shift1].key1 = 65;
+    QVERIFY(other == one);
 }
 
 QTEST_GUILESS_MAIN(tst_ZRButtonMap)
