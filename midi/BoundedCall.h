@@ -7,5 +7,6 @@
 ///
 /// True: it has ended; what it threw is thrown here. False: it is still under way and is left alone; it ends
 /// when it can, at the latest with the process, which it does not hold up. So @p call has to own all that it
-/// touches.
+/// touches but static objects: while one is under way, exit() leaves these alone and ends the process at
+/// once.
 bool callWithin(std::chrono::milliseconds limit, std::function<void()> call);

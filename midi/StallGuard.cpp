@@ -5,6 +5,7 @@
 
 #include <exception>
 #include <stdexcept>
+#include <thread>
 #include <utility>
 
 namespace
@@ -14,13 +15,47 @@ namespace
 constexpr std::size_t queueLimit = std::size_t{12} * 1024;
 constexpr std::size_t overheadPerMessage = sizeof(int);
 
+constexpr std::chrono::milliseconds betweenLooks(5);
+
+// A server begins no cycle before the last one is over for all clients. The first step of the count may
+// belong to the cycle that was under way at the beginning, the second is of a later one.
+void awaitEndOfCycle(const ServerWatch &watch)
+{
+    const quint32 before = watch.cycles();
+    while (watch.cycles() - before < 2 && !watch.isGone()) {
+        std::this_thread::sleep_for(betweenLooks);
+    }
+}
+
+// Waits for the server. RtMidi frees an output's queue before it ends the thread that reads it. That thread
+// leaves the queue of a closed port alone, but only from its next cycle on.
+void release(StallGuard::Guarded *guarded)
+{
+    const std::unique_ptr<StallGuard::Guarded> owned(guarded);
+    if (!owned->backend || !owned->watch) {
+        return;
+    }
+    try {
+        owned->backend->closePort();
+    } catch (const std::exception &error) {
+        qCWarning(lcMidi).noquote() << QString::fromLocal8Bit(error.what());
+    }
+    awaitEndOfCycle(*owned->watch);
+}
+
+bool releaseWithin(std::chrono::milliseconds limit, std::shared_ptr<StallGuard::Guarded> guarded)
+{
+    return callWithin(limit, [guarded = std::move(guarded)]() mutable { guarded.reset(); });
+}
+
 } // namespace
 
 std::unique_ptr<StallGuard> StallGuard::create(std::function<Guarded()> make, std::chrono::milliseconds limit)
 {
-    const auto guarded = std::make_shared<Guarded>();
+    std::shared_ptr<Guarded> guarded(new Guarded, &release);
     if (!callWithin(limit, [guarded, make = std::move(make)] { *guarded = make(); })) {
         qCWarning(lcMidi) << "the MIDI server does not answer";
+        releaseWithin(std::chrono::milliseconds::zero(), std::move(guarded));
         return nullptr;
     }
     if (!guarded->backend) {
@@ -38,12 +73,10 @@ StallGuard::StallGuard(std::shared_ptr<Guarded> guarded, std::chrono::millisecon
 
 StallGuard::~StallGuard()
 {
-    // A call that has not come back holds the rest and takes it along when it does.
-    if (!m_answers) {
-        return;
-    }
+    // A call that has not come back takes the rest along when it does, and is not waited for again.
+    const std::chrono::milliseconds limit = m_answers ? m_limit : std::chrono::milliseconds::zero();
     try {
-        if (!callWithin(m_limit, [guarded = std::move(m_guarded)]() mutable { guarded.reset(); })) {
+        if (!releaseWithin(limit, std::move(m_guarded)) && m_answers) {
             qCWarning(lcMidi) << "the MIDI server does not answer; its connection is left behind";
         }
     } catch (const std::exception &error) {

@@ -20,7 +20,8 @@ class StallGuard final : public MidiBackend
     Q_DISABLE_COPY_MOVE(StallGuard)
 
 public:
-    /// A backend and the watch over its server. The backend is destroyed first.
+    /// A backend and the watch over its server. The backend is closed and destroyed first, and with a watch
+    /// not before the server's cycle in which it was closed is over.
     struct Guarded {
         std::unique_ptr<ServerWatch> watch; ///< may be null for a backend that never sends
         std::unique_ptr<MidiBackend> backend;

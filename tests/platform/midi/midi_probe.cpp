@@ -5,6 +5,7 @@
 //   send HEX         send one message                          sent
 //   flood COUNT      send COUNT times 90 3C 64                 flooded MILLISECONDS
 //   note NUMBER      begin a note that its release would end  begun
+//   late COUNT       make each callback take COUNT milliseconds  late
 //   close            close the port                            closed MILLISECONDS
 //   delete           delete the port                           deleted MILLISECONDS
 //   threads          count the threads of the process          threads COUNT
@@ -19,6 +20,7 @@
 #include "midi/MidiInPort.h"
 #include "midi/MidiOutPort.h"
 #include "midi/OwedMessages.h"
+#include "tests/platform/midi/late_callbacks.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -110,6 +112,10 @@ public:
             for (int i = std::stoi(argument); i > 0; --i)
                 m_port->sendMessage(&message);
             return "flooded" + took();
+        }
+        if (command == "late") {
+            beLate(std::stoi(argument));
+            return "late";
         }
         if (command == "close") {
             m_port->closePort();

@@ -312,6 +312,44 @@ private Q_SLOTS:
         QCOMPARE(m_listener->waitForLines(1), QStringList(text("midi 90 3C 64")));
     }
 
+    // On an overloaded machine JACK's thread can be held up anywhere within its callback.
+    void aPortMayGoWhileItsCallbackRuns()
+    {
+        for (int round = 0; round < 3; ++round) {
+            openPort();
+            m_probe->ask(text("flood 100"));
+            QCOMPARE(m_probe->ask(text("late 120")), text("late"));
+            QTest::qWait(150);
+            const int took = m_probe->askNumber(text("delete"));
+            QVERIFY2(took >= 0, qPrintable(m_probe->printed()));
+            VERIFY_BETWEEN(took, 0, patience);
+            QCOMPARE(m_probe->ask(text("late 0")), text("late"));
+            VERIFY_BETWEEN(m_probe->askNumber(text("threads")), 1, 1);
+        }
+        VERIFY_BETWEEN(m_probe->end(), 0, 1000);
+    }
+
+    void theProgramMayEndWhileACallbackRuns()
+    {
+        openPort();
+        m_probe->ask(text("late 120"));
+        QTest::qWait(150);
+        const int took = m_probe->end();
+        QVERIFY2(took >= 0, qPrintable(m_probe->printed()));
+        VERIFY_BETWEEN(took, 0, patience);
+    }
+
+    void theServerMayDieWhileACallbackRuns()
+    {
+        openPort();
+        m_probe->ask(text("late 120"));
+        QTest::qWait(150);
+        m_server->kill();
+        const int took = m_probe->end();
+        QVERIFY2(took >= 0, qPrintable(m_probe->printed()));
+        VERIFY_BETWEEN(took, 0, patience);
+    }
+
     void anInputPortSaysWhatArrives()
     {
         QCOMPARE(m_probe->ask(text("input 903C64")), text("got 144 60 100"));

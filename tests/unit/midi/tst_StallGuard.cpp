@@ -22,6 +22,8 @@ struct Server {
     bool still = false;
     std::atomic<bool> gone{false};
     std::atomic<quint32> cycles{0};
+    std::atomic<bool> closed{false};
+    std::atomic<bool> cyclesAfterClosing{true}; ///< one at each look at their count
     std::atomic<int> backends{0};
     std::atomic<int> watches{0};
     std::thread::id lastCaller;
@@ -50,7 +52,10 @@ public:
     }
     ~Watch() override { --m_server.watches; }
     bool isGone() const override { return m_server.gone; }
-    quint32 cycles() const override { return m_server.cycles; }
+    quint32 cycles() const override
+    {
+        return m_server.closed && m_server.cyclesAfterClosing ? ++m_server.cycles : m_server.cycles.load();
+    }
 
 private:
     Server &m_server;
@@ -85,6 +90,7 @@ public:
     {
         m_server.answer();
         m_fake.closePort();
+        m_server.closed = true;
     }
     void sendMessage(const std::vector<unsigned char> &message) override { m_fake.sendMessage(message); }
     void setCallback(Callback callback) override { m_fake.setCallback(std::move(callback)); }
@@ -197,6 +203,33 @@ private Q_SLOTS:
         guard.reset();
         QCOMPARE(m_server->backends.load(), 0);
         QCOMPARE(m_server->watches.load(), 0);
+    }
+
+    // The library's thread may be anywhere within a cycle when the port is closed, and uses what is freed
+    // then.
+    void theBackendStaysUntilTheCycleOfItsClosingIsOver()
+    {
+        m_server->cyclesAfterClosing = false;
+        auto guard = create();
+        guard->openPort(0, "RtMidi");
+        guard.reset(); // gives up
+        QCOMPARE(m_midi->calls["closePort"], 1);
+        ++m_server->cycles; // perhaps the one that was under way
+        QTest::qWait(100);
+        QCOMPARE(m_server->backends.load(), 1);
+        ++m_server->cycles;
+        QTRY_COMPARE(m_server->watches.load(), 0);
+        QCOMPARE(m_server->backends.load(), 0);
+    }
+
+    void theBackendOfAServerThatHasGoneIsNotKept()
+    {
+        m_server->cyclesAfterClosing = false;
+        auto guard = create();
+        m_server->gone = true;
+        guard.reset();
+        QCOMPARE(m_server->backends.load(), 0);
+        QCOMPARE(m_log->lines(), QStringList());
     }
 
     void roomLastsOnlyAsLongAsTheServerCycles()

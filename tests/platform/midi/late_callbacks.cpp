@@ -1,0 +1,92 @@
+// Stands in front of JACK's library in this process and holds up the MIDI library as an overloaded machine does: its
+// callback while it has the queue in its hands, and a thread that closes a port until such a callback runs. Ends the
+// process where the queue is freed meanwhile.
+
+#include "tests/platform/midi/late_callbacks.h"
+
+#include <jack/jack.h>
+#include <jack/midiport.h>
+#include <jack/ringbuffer.h>
+
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <dlfcn.h>
+#include <thread>
+
+namespace
+{
+
+std::atomic<int> lateness{0};
+std::atomic<int> readers{0}; // callbacks that are between the look at their port and their end
+thread_local bool reading = false;
+
+template <typename Function>
+Function *following(const char *name)
+{
+    return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
+}
+
+struct Callback {
+    JackProcessCallback function;
+    void *argument;
+};
+
+int process(jack_nframes_t frames, void *self)
+{
+    const auto *callback = static_cast<Callback *>(self);
+    const int result = callback->function(frames, callback->argument);
+    if (reading) {
+        reading = false;
+        --readers;
+    }
+    return result;
+}
+
+} // namespace
+
+void beLate(int milliseconds)
+{
+    lateness = milliseconds;
+}
+
+extern "C" {
+
+int jack_set_process_callback(jack_client_t *client, JackProcessCallback function, void *argument)
+{
+    // Never freed: the client may call it until the process ends.
+    auto *callback = new Callback{function, argument}; // NOLINT(cppcoreguidelines-owning-memory)
+    return following<decltype(jack_set_process_callback)>("jack_set_process_callback")(client, &process,
+                                                                                       callback);
+}
+
+// What the callback of an output does first, once it has found its port.
+void jack_midi_clear_buffer(void *buffer)
+{
+    following<decltype(jack_midi_clear_buffer)>("jack_midi_clear_buffer")(buffer);
+    if (lateness > 0) {
+        reading = true;
+        ++readers;
+        std::this_thread::sleep_for(std::chrono::milliseconds(lateness));
+    }
+}
+
+// The library has just waited for the end of a callback.
+int jack_port_unregister(jack_client_t *client, jack_port_t *port)
+{
+    for (int rest = lateness > 0 ? 1000 : 0; readers == 0 && rest > 0; --rest) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return following<decltype(jack_port_unregister)>("jack_port_unregister")(client, port);
+}
+
+void jack_ringbuffer_free(jack_ringbuffer_t *queue)
+{
+    if (readers > 0) {
+        std::fputs("the queue is freed while a callback reads it\n", stderr);
+        std::abort();
+    }
+    following<decltype(jack_ringbuffer_free)>("jack_ringbuffer_free")(queue);
+}
+}
