@@ -8,7 +8,6 @@
 ; Status: 0 done, 1 cancelled by the user, 2 not done (the program runs, or its folder cannot be written).
 Unicode true
 Target amd64-unicode
-SetCompressor /SOLID lzma
 ManifestDPIAware true
 RequestExecutionLevel admin ; the start at log-on is machine-wide, and so are the files
 

@@ -1,6 +1,6 @@
 /*
- * The same as relay.c through the kernel: read, write the events. Buttons 0 to 9 press the keys a to j of the first
- * layout that most keyboards have.
+ * The same as relay.c through the kernel: read, write the events. Buttons 0 to 9 press the keys a to j of the
+ * first layout that most keyboards have.
  */
 #include <fcntl.h>
 #include <linux/uinput.h>
@@ -11,7 +11,8 @@
 
 enum { BUTTONS = 10, MESSAGE = 6 };
 
-static const unsigned short keys[BUTTONS] = {KEY_A, KEY_B, KEY_C, KEY_D, KEY_E, KEY_F, KEY_G, KEY_H, KEY_I, KEY_J};
+static const unsigned short keys[BUTTONS] = {KEY_A, KEY_B, KEY_C, KEY_D, KEY_E,
+                                             KEY_F, KEY_G, KEY_H, KEY_I, KEY_J};
 
 static int openPort(const char *path)
 {
