@@ -61,8 +61,7 @@ class Service:
             CONFIGURATION.format(prefix=self.directory, user=user), encoding="utf-8")
 
     def start(self):
-        self._nginx = subprocess.Popen(["nginx", "-p", self.directory, "-c", self.directory / "nginx.conf",
-                                        "-e", self.directory / "error.log"])
+        self._nginx = subprocess.Popen([ROOT / "scripts/desk.d/start-server", "nginx", self.directory])
         end = time.monotonic() + 10
         while time.monotonic() < end:
             try:

@@ -2,8 +2,8 @@
 
 #include "device/PortLister.h"
 
-/// A port list that the test holds. The stamp moves with show() as a device folder's does; quietly() leaves
-/// it.
+/// A port list that the test holds, compared with the real ones by tst_PortListDouble and tst_PortDoubles.
+/// The stamp moves with show() as a device folder's does; quietly() leaves it.
 class FakePortLister : public PortLister
 {
 public:
