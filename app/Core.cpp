@@ -18,10 +18,11 @@ Core::Core(Platform &platform, OwedMessages &owedMessages)
 
 Core::~Core() = default;
 
-// While the event loop still stands: nothing may be held in the system when the program is gone.
+// While the event loop still stands: nothing may be held in the system, nor by a MIDI controller, when the
+// program is gone.
 void Core::end()
 {
+    m_dispatcher.letEverythingGo();
     m_dispatcher.restoreMouse();
-    m_dispatcher.releaseEverything();
     m_settings.write();
 }

@@ -13,6 +13,17 @@ namespace
 // A process needs microseconds from making its lock file to filling it.
 constexpr qint64 emptyLockAge = 200; // ms
 
+// Left by a process that was killed while it held the lock.
+bool isOfDead(const QString &lock)
+{
+    if (!QFileInfo(lock).isFile()) {
+        return false;
+    }
+    QLockFile file(lock);
+    file.setStaleLockTime(0); // a process that lives and holds it keeps it all the same
+    return file.tryLock(0);
+}
+
 } // namespace
 
 void Leftovers::clearLock(const QString &lock)
@@ -28,17 +39,21 @@ void Leftovers::clearLock(const QString &lock)
     }
 }
 
-void Leftovers::clearBeside(const QString &path)
+void Leftovers::clearBesideSettings(const QString &path)
 {
-    clearLock(path + QStringLiteral(".lock"));
+    const QString lock = path + QStringLiteral(".lock");
     const QFileInfo info(path);
-    // The toolkit replaces the XXXXXX of its temporary files by letters.
-    const QRegularExpression temporary(
-        QStringLiteral("^%1\\.[A-Za-z]{6}$").arg(QRegularExpression::escape(info.fileName())));
-    QDir folder = info.dir();
-    for (const QString &name : folder.entryList(QDir::Files | QDir::Hidden)) {
-        if (temporary.match(name).hasMatch()) {
-            folder.remove(name);
+    const QDateTime locked = QFileInfo(lock).lastModified();
+    if (isOfDead(lock)) {
+        // The toolkit replaces the XXXXXX of its temporary files by letters.
+        const QRegularExpression temporary(QStringLiteral("^%1\\.(?=.*[a-z][A-Z])[A-Za-z]{6}$")
+                                               .arg(QRegularExpression::escape(info.fileName())));
+        QDir folder = info.dir();
+        for (const QFileInfo &each : folder.entryInfoList(QDir::Files | QDir::Hidden)) {
+            if (temporary.match(each.fileName()).hasMatch() && each.lastModified() >= locked) {
+                folder.remove(each.fileName());
+            }
         }
     }
+    clearLock(lock);
 }

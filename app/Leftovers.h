@@ -11,8 +11,10 @@ namespace Leftovers
 /// about to write its name, or holds it.
 void clearLock(const QString &lock);
 
-/// Removes what killed writes of the file @p path have left beside it: its lock, as above, and the files that
-/// were to take its place. Not while somebody writes it.
-void clearBeside(const QString &path);
+/// Removes what a write of the settings file @p path that was killed has left beside it: the lock, as above,
+/// and the file that was to take its place. The toolkit gives that a name that a user's copy could have, so
+/// it goes only where the lock tells of a write that was killed, and the letters are thrown together. Not
+/// while somebody writes the settings.
+void clearBesideSettings(const QString &path);
 
 } // namespace Leftovers

@@ -97,6 +97,16 @@ bool wakePrimary(const QString &key)
     return reached;
 }
 
+QString guardProblem(const QString &folder, bool keysAreOthers)
+{
+    const QString reason =
+        keysAreOthers
+            ? QStringLiteral("%1 numbers in a row for its shared memory are somebody else's").arg(keysAtMost)
+        : folder.isEmpty() ? QStringLiteral("the user has no runtime folder")
+                           : QStringLiteral("the folder %1 cannot be used").arg(folder);
+    return QStringLiteral("a second copy would not be noticed: ") + reason;
+}
+
 } // namespace
 
 struct SingleApplication::Private {
@@ -157,6 +167,7 @@ bool SingleApplication::mayRun(const QString &key, bool mayBeSecondary)
     // Without a folder of the user's own the guard would stand in one that all users share.
     const bool hasFolder = !UsersTemporaryDirectory::path().isEmpty();
     GuardKeys keys(key);
+    bool keysAreOthers = hasFolder;
     for (int tries = 0; hasFolder && tries <= keysAtMost; ++tries) {
         if (keys.lockWorks() && claim(key, mayBeSecondary)) {
             return true;
@@ -168,11 +179,11 @@ bool SingleApplication::mayRun(const QString &key, bool mayBeSecondary)
         }
         // Once more with the same key first: the primary may just have ended.
         if (tries > 0 && !keys.renew()) {
+            keysAreOthers = false;
             break;
         }
     }
-    d->problem = QStringLiteral("a second copy would not be noticed: the folder %1 cannot be used")
-                     .arg(UsersTemporaryDirectory::path());
+    d->problem = guardProblem(UsersTemporaryDirectory::path(), keysAreOthers);
     if (hasFolder) {
         startServer(key);
     } else {

@@ -15,6 +15,7 @@
 #include "device/SerialProtocol.h"
 #include "engine/platform/PlatformFactory.h"
 #include "engine/platform/Session.h"
+#include "mapping/MappingFile.h"
 #include "mapping/MappingFiles.h"
 #include "mapping/MappingSession.h"
 #include "net/MapUpdate.h"
@@ -61,8 +62,9 @@ int main(int argc, char *argv[])
     const SettingsPlace settingsPlace(QLatin1String(AppInfo::organisationName),
                                       QLatin1String(AppInfo::applicationName));
     const MappingFiles files(data, seeds);
-    for (const QString &path : {settingsPlace.file(), files.library(), files.custom(), files.workingCopy()}) {
-        Leftovers::clearBeside(path);
+    Leftovers::clearBesideSettings(settingsPlace.file());
+    for (const QString &path : {files.library(), files.custom(), files.workingCopy()}) {
+        MappingFile::removeUnfinished(path);
     }
     Platform platform = platforms.create(commandLine.input);
     // From here on a request to quit finds the event loop, now or as soon as it runs.

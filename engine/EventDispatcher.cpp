@@ -277,6 +277,17 @@ void EventDispatcher::onDeviceLost()
     Q_EMIT knobTouchShown(false);
 }
 
+void EventDispatcher::letEverythingGo()
+{
+    letKnobGo();
+    for (int button = 0; button < ActionTable::controlCount; ++button) {
+        if (m_down.test(static_cast<std::size_t>(button))) {
+            onButtonpress(button, false);
+        }
+    }
+    releaseEverything();
+}
+
 void EventDispatcher::onUserMovingMouse()
 {
     m_knob.userMovesMouse();

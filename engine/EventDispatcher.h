@@ -70,6 +70,11 @@ public Q_SLOTS:
     /// letKnobGo() has not been called.
     void onDeviceLost();
 
+    /// The program ends while the device may be in use: the knob and the buttons that are down are let go, as
+    /// the loss of the device would do, with what a MIDI action sends on its release. Then whatever the
+    /// system still holds on the engine's behalf is released.
+    void letEverythingGo();
+
     void onUserMovingMouse();
     void reEnableZR();
     void restoreMouse();

@@ -65,7 +65,7 @@ QString MidiActions::chooseOutputPort()
         }
         qCInfo(lcEngine).noquote().nospace() << "Using MIDI " << name;
         if (m_port.openPort(index) == 0) {
-            m_afterCrash.setPort(name.toStdString());
+            m_afterCrash.setPort(name);
             return name;
         }
         qCWarning(lcEngine) << "error opening MidiOut";

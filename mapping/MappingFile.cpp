@@ -2,9 +2,13 @@
 
 #include "mapping/DiskSync.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+#include <QRandomGenerator>
+#include <QRegularExpression>
+
+#include <filesystem>
 
 namespace
 {
@@ -21,7 +25,7 @@ QString tooLarge()
     return QStringLiteral("larger than %1 MiB").arg(MappingFile::maximumSize / mebibyte);
 }
 
-// QSaveFile follows one link only; a link to a link would lose the inner one. Empty for links in a circle.
+// The file behind all links, which stay. Empty for links in a circle.
 QString linkTarget(const QString &path)
 {
     constexpr int maximumLinks = 40; // where the system gives up too
@@ -34,6 +38,33 @@ QString linkTarget(const QString &path)
         target = info.symLinkTarget();
     }
     return {};
+}
+
+// The toolkit's own way gives its files names that a user's copy can have too: six letters, as in ".backup".
+QString unfinishedName(const QString &target)
+{
+    return QStringLiteral("%1.veltrix-%2")
+        .arg(target)
+        .arg(QRandomGenerator::global()->generate64(), 16, 16, QLatin1Char('0'));
+}
+
+// Writes @p bytes to @p file and has it take the place of @p old. What stood in the way; empty when nothing
+// did.
+QString writeWhole(QFile &file, const QByteArray &bytes, const QFileInfo &old)
+{
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly) ||
+        (old.exists() && !file.setPermissions(old.permissions())) || file.write(bytes) != bytes.size() ||
+        !file.flush()) {
+        return file.errorString();
+    }
+    const QString fault = DiskSync::sync(file.handle());
+    if (!fault.isEmpty()) {
+        return fault;
+    }
+    file.close();
+    std::error_code error;
+    std::filesystem::rename(file.fileName().toStdU16String(), old.filePath().toStdU16String(), error);
+    return error ? QString::fromLocal8Bit(error.message().c_str()) : QString();
 }
 
 } // namespace
@@ -77,16 +108,34 @@ FileResult MappingFile::replace(const QString &path, const QByteArray &bytes)
     if (target.isEmpty()) {
         return FileResult::failed(QStringLiteral("too many symbolic links"));
     }
-    QSaveFile file(target);
-    // Flushed and synchronized by hand: commit() would rename in spite of what fails in its own.
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
-        return FileResult::failed(file.errorString());
+    const QFileInfo old(target);
+    if (old.exists() && !old.isFile()) {
+        return FileResult::failed(QStringLiteral("not a regular file"));
     }
-    const QString fault = DiskSync::sync(file.handle());
+    if (old.exists() && !old.isWritable()) {
+        return FileResult::failed(QStringLiteral("Existing file is not writable"));
+    }
+    QFile file(unfinishedName(target));
+    const QString fault = writeWhole(file, bytes, old);
     if (!fault.isEmpty()) {
+        file.close();
+        QFile::remove(file.fileName()); // which the object refuses when what it has left cannot be written
         return FileResult::failed(fault);
     }
-    return file.commit() ? FileResult::done() : FileResult::failed(file.errorString());
+    return FileResult::done();
+}
+
+void MappingFile::removeUnfinished(const QString &path)
+{
+    const QFileInfo info(linkTarget(path));
+    const QRegularExpression unfinished(QStringLiteral("^%1(\\.\\w+)?\\.veltrix-[0-9a-f]{16}$")
+                                            .arg(QRegularExpression::escape(info.fileName())));
+    QDir folder = info.dir();
+    for (const QString &name : folder.entryList(QDir::Files | QDir::Hidden)) {
+        if (unfinished.match(name).hasMatch()) {
+            folder.remove(name);
+        }
+    }
 }
 
 bool MappingFile::makeWritable(const QString &path)

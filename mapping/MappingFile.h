@@ -36,6 +36,10 @@ ReadResult read(const QString &path);
 /// replaced. On failure, also of the disk's own, the old file is as it was.
 [[nodiscard]] FileResult replace(const QString &path, const QByteArray &bytes);
 
+/// Removes what a replace() that was killed has left beside the file at @p path, or beside a copy of it (the
+/// same name and an ending more). Nothing else has such a name. Not while somebody replaces it.
+void removeUnfinished(const QString &path);
+
 /// Lets the file's owner read and write it. False when the owner is somebody else.
 bool makeWritable(const QString &path);
 

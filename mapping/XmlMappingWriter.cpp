@@ -34,15 +34,12 @@ QDomElement mappingElement(QDomDocument *document, const ZRButtonMap &map)
     return mapping;
 }
 
-// The first mapping below @p root that is called @p name, as the reader calls it. The empty name is that of
-// mappings without one only.
+// The first mapping below @p root that is called @p name; the empty name is that of mappings without one.
 QDomElement called(const QString &name, const QDomElement &root)
 {
-    const bool none = name.isEmpty();
     for (QDomElement child = root.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
         const QString its = child.attribute(QStringLiteral("software"));
-        const bool nameless = its.isEmpty() && child.tagName() == QLatin1String("MAPPING");
-        if (nameless ? none || name == XmlMappingReader::nameForNone() : !none && its == name) {
+        if (its == name && (!its.isEmpty() || child.tagName() == QLatin1String("MAPPING"))) {
             return child;
         }
     }
@@ -168,7 +165,11 @@ FileResult XmlMappingWriter::removeMap(const QString &name)
         return leftUntouched(path, reason);
     }
     QDomElement root = document.firstChildElement(QStringLiteral("ZR"));
-    root.removeChild(called(name, root));
+    QDomElement mapping = called(name, root);
+    if (mapping.isNull() && name == XmlMappingReader::nameForNone()) {
+        mapping = called(QString(), root); // whoever has only read what it is called
+    }
+    root.removeChild(mapping);
     return rewrite(path, &document);
 }
 

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstring>
 #include <thread>
 
 namespace
@@ -31,23 +30,60 @@ std::vector<unsigned char> unpacked(quint32 word)
             static_cast<unsigned char>(word)};
 }
 
-} // namespace
-
-void OwedMessages::setPort(const std::string &name)
+// As much of @p name as @p size bytes of UTF-8 hold, to the last whole character.
+QByteArray whatFits(const QString &name, std::size_t size)
 {
-    std::strncpy(m_port.data(), name.c_str(), m_port.size() - 1);
+    QByteArray bytes = name.toUtf8();
+    auto end = std::min(static_cast<std::size_t>(bytes.size()), size);
+    const auto continues = [&bytes](std::size_t at) {
+        return (static_cast<unsigned char>(bytes.at(static_cast<int>(at))) & 0xC0U) == 0x80U;
+    };
+    while (end > 0 && end < static_cast<std::size_t>(bytes.size()) && continues(end)) {
+        --end;
+    }
+    bytes.truncate(static_cast<int>(end));
+    return bytes;
 }
 
-// From the front: a message that moves forward stands at its new place before its old one is overwritten.
+} // namespace
+
+void OwedMessages::setPort(const QString &name)
+{
+    const QByteArray kept = whatFits(name, m_port.size() - 1);
+    std::copy(kept.begin(), kept.end(), m_port.begin());
+}
+
+// A list that shrinks from the front, one that grows from the back: a message that moves stands at its new
+// place before its old one is overwritten.
 void OwedMessages::set(const std::vector<Message> &messages)
 {
     const std::size_t count = std::min(messages.size(), capacity);
-    for (std::size_t index = 0; index < capacity; ++index) {
-        if (index >= count && m_messages[index] == 0) {
-            break;
+    const std::size_t before = this->count();
+    if (count > before) {
+        for (std::size_t index = count; index-- > 0;) {
+            m_messages[index] = packed(messages[index]);
         }
+        return;
+    }
+    for (std::size_t index = 0; index < before; ++index) {
         m_messages[index] = index < count ? packed(messages[index]) : 0;
     }
+}
+
+std::size_t OwedMessages::count() const
+{
+    return static_cast<std::size_t>(std::find(m_messages.begin(), m_messages.end(), 0U) - m_messages.begin());
+}
+
+bool OwedMessages::contains(const Message &message) const
+{
+    const auto end = m_messages.begin() + static_cast<std::ptrdiff_t>(count());
+    return std::find(m_messages.begin(), end, packed(message)) != end;
+}
+
+bool OwedMessages::isPort(const QString &name) const
+{
+    return whatFits(name, m_port.size() - 1) == m_port.data();
 }
 
 // A server can need five seconds to notice that a client died, and answers nobody meanwhile.
@@ -55,8 +91,10 @@ void OwedMessages::send() const
 {
     for (int tries = 0; tries < connectionsAtMost; ++tries) {
         MidiOutPort port;
-        const int index = port.portNames().indexOf(QString::fromLatin1(m_port.data()));
-        if (index >= 0 && port.openPort(index) == 0) {
+        const QStringList names = port.portNames();
+        const auto found =
+            std::find_if(names.begin(), names.end(), [this](const QString &name) { return isPort(name); });
+        if (found != names.end() && port.openPort(static_cast<int>(found - names.begin())) == 0) {
             sendThrough(port);
             return;
         }

@@ -1,10 +1,10 @@
 #pragma once
 
+#include <QString>
 #include <QtGlobal>
 
 #include <array>
 #include <atomic>
-#include <string>
 #include <vector>
 
 class MidiOutPort;
@@ -24,11 +24,19 @@ public:
 
     OwedMessages() = default;
 
-    /// The port's name, as the MIDI library lists it; cut at 255 bytes. To be set before anything else.
-    void setPort(const std::string &name);
+    /// The port's name, as MidiOutPort lists it; cut at 255 bytes of UTF-8, behind a whole character. To be
+    /// set once, before anything else.
+    void setPort(const QString &name);
 
-    /// Takes @p messages in place of those before. What is in both is never missing meanwhile.
+    /// Whether a port that is listed as @p name is the one that was set.
+    bool isPort(const QString &name) const;
+
+    /// Takes @p messages in place of those before. Where they were only added to, or only taken from, what is
+    /// in both is never missing meanwhile; it may be there twice.
     void set(const std::vector<Message> &messages);
+
+    /// Whether send() would send @p message now. May be asked in a signal handler.
+    bool contains(const Message &message) const;
 
     bool isEmpty() const { return m_messages.front() == 0; }
 
@@ -38,6 +46,7 @@ public:
     void send() const;
 
 private:
+    std::size_t count() const;
     void sendThrough(MidiOutPort &port) const;
 
     std::array<char, 256> m_port{};

@@ -9,11 +9,6 @@
 #include <QNetworkRequest>
 #include <QUrl>
 
-namespace
-{
-
-} // namespace
-
 QDownloader::QDownloader(QObject *parent)
     : QObject(parent)
     , m_manager(new HttpManager)

@@ -22,9 +22,8 @@ class ComboMenu : public ComboMenuBar
 
 public:
     /// Reads the control's assignments back from @p settings, which must outlive the menu. @p id is the
-    /// control, 0 to 9. Without a
-    /// @p deviceLink, choices are shown but neither kept nor stored. @p parent is the page: the dialogs lie
-    /// over it, and it owns them.
+    /// control, 0 to 9. Without a @p deviceLink, choices are shown but neither kept nor stored. @p parent is
+    /// the page: the dialogs lie over it, and it owns them.
     ComboMenu(int id, QObject *deviceLink, QWidget *parent, Settings &settings);
     ~ComboMenu() override;
 

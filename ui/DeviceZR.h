@@ -44,7 +44,7 @@ public:
         LaunchOnStartup *launchOnStartup;
         MapUpdate *mapUpdate;
         ZRUpdater *updater;     ///< may be null
-        const Desktop *desktop; ///< may be null, for its dialogs
+        const Desktop *desktop; ///< for its dialogs and for printing
         QString midiPortName;
         QString notice; ///< what the user should know about where keys go; empty: nothing
     };

@@ -159,6 +159,7 @@ bool MapPrinter::askAndWritePdf(QWidget &page)
     dialog.setDefaultSuffix(QStringLiteral("pdf"));
     dialog.selectFile(proposedFile());
     setSheet(dialog, dialogStyle);
+    const GoesWithPage ends(page, dialog);
     return dialog.exec() == QDialog::Accepted && printToPdf(page, dialog.selectedFiles().constFirst());
 }
 

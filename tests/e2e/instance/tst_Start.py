@@ -94,12 +94,16 @@ class Start(unittest.TestCase):
         self.assertIn("ZR.ver", self.home.settings())
 
     def test_leftovers_of_killed_writes_are_cleared(self):
-        left = [os.path.join(self.home.data, name) for name in ("custom.xml.AbCdEf", "current.xml.ghIjKl")]
-        for path in left:
+        left = [
+            os.path.join(self.home.data, name)
+            for name in ("custom.xml.veltrix-0123456789abcdef", "current.xml.veltrix-fedcba9876543210")
+        ]
+        copies = [os.path.join(self.home.data, name) for name in ("custom.xml.backup", "custom.xml.broken")]
+        for path in left + copies:
             with open(path, "w", encoding="ascii"):
                 pass
         self.assert_runs_and_ends_well(self.start(stderr=subprocess.DEVNULL))
-        self.assertEqual([path for path in left if os.path.exists(path)], [])
+        self.assertEqual([path for path in left + copies if os.path.exists(path)], copies)
 
     # No display
 

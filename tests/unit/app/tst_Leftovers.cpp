@@ -12,34 +12,61 @@ class tst_Leftovers : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void filesThatWereToTakeThePlaceGo();
+    void killedWriteOfTheSettingsGoes();
+    void withoutADeadLockNothingGoes();
     void anEmptyLockGoes();
     void aLockThatIsHeldOrNamesAProcessStays();
     void aYoungEmptyLockStays();
 
 private:
     // Made a while ago, as far as the file says.
-    static void write(const QString &path, const QByteArray &content)
+    static void write(const QString &path, const QByteArray &content, int secondsAgo = 5)
     {
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(content);
         file.flush();
-        QVERIFY(
-            file.setFileTime(QDateTime::currentDateTime().addSecs(-5), QFileDevice::FileModificationTime));
+        QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(-secondsAgo),
+                                 QFileDevice::FileModificationTime));
     }
 };
 
-void tst_Leftovers::filesThatWereToTakeThePlaceGo()
+// A number that no process has: beyond the largest that the system gives.
+void tst_Leftovers::killedWriteOfTheSettingsGoes()
 {
     const QTemporaryDir folder;
-    const QStringList stay{QStringLiteral("custom.xml"), QStringLiteral("custom.xml.backup1"),
-                           QStringLiteral("custom.xml.old"), QStringLiteral("other.xml.AbCdEf")};
-    for (const QString &name : stay + QStringList{QStringLiteral("custom.xml.AbCdEf")}) {
-        write(folder.filePath(name), "x");
+    const QString path = folder.filePath(QStringLiteral("Veltrix.conf"));
+    write(path + QStringLiteral(".AaBbCc"), "[x]", 60); // before the write that was killed
+    write(path + QStringLiteral(".lock"),
+          QByteArray("4194999\nveltrix\n") + QSysInfo::machineHostName().toUtf8() + "\n");
+    QStringList stay{QStringLiteral("Veltrix.conf"),         QStringLiteral("Veltrix.conf.AaBbCc"),
+                     QStringLiteral("Veltrix.conf.Backup"),  QStringLiteral("Veltrix.conf.backup"),
+                     QStringLiteral("Veltrix.conf.backup1"), QStringLiteral("Other.conf.AbCdEf")};
+    for (const QString &name : stay + QStringList{QStringLiteral("Veltrix.conf.AbCdEf")}) {
+        if (!QFile::exists(folder.filePath(name))) {
+            write(folder.filePath(name), "[x]");
+        }
     }
-    Leftovers::clearBeside(folder.filePath(QStringLiteral("custom.xml")));
-    QCOMPARE(QDir(folder.path()).entryList(QDir::Files, QDir::Name), stay);
+    Leftovers::clearBesideSettings(path);
+    QStringList left = QDir(folder.path()).entryList(QDir::Files);
+    left.sort();
+    stay.sort();
+    QCOMPARE(left, stay);
+}
+
+void tst_Leftovers::withoutADeadLockNothingGoes()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("Veltrix.conf"));
+    write(path + QStringLiteral(".AbCdEf"), "[x]");
+    Leftovers::clearBesideSettings(path);
+    QVERIFY(QFile::exists(path + QStringLiteral(".AbCdEf")));
+    QLockFile lock(path + QStringLiteral(".lock"));
+    QVERIFY(lock.tryLock());
+    write(path + QStringLiteral(".GhIjKl"), "[x]", 0);
+    Leftovers::clearBesideSettings(path);
+    QVERIFY(QFile::exists(path + QStringLiteral(".GhIjKl")));
+    QVERIFY(QFile::exists(path + QStringLiteral(".lock")));
 }
 
 void tst_Leftovers::anEmptyLockGoes()
@@ -47,7 +74,7 @@ void tst_Leftovers::anEmptyLockGoes()
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("settings.conf"));
     write(path + QStringLiteral(".lock"), QByteArray());
-    Leftovers::clearBeside(path);
+    Leftovers::clearBesideSettings(path);
     QVERIFY(!QFile::exists(path + QStringLiteral(".lock")));
 }
 

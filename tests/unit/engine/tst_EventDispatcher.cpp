@@ -62,6 +62,9 @@ private Q_SLOTS:
     void unknownSpecialCodesDoNothing();
     void deviceLossClearsTheGameWithoutASignal();
     void deviceLossClearsTheIndicators();
+    void theEndLetsControllersAndKeysGo();
+    void theEndLetsTheKnobGoInMidiMode();
+    void theEndSendsNothingForWhatIsNotHeld();
     void reEnableZRBeginsNoDragForAKnobThatNobodyTouches();
     void reEnableZRWithoutMouseMovementDoesNothing();
     void restoreMousePutsThePointerBack();
@@ -252,6 +255,55 @@ void tst_EventDispatcher::deviceLossClearsTheIndicators()
     rig.dispatcher->onDeviceLost();
     QCOMPARE(touch.last().at(0).toBool(), false);
     QCOMPARE(turn.last().at(0).value<KnobPointer::Turn>(), KnobPointer::Turn::None);
+}
+
+void tst_EventDispatcher::theEndLetsControllersAndKeysGo()
+{
+    EngineRig rig;
+    shortCut controller{MIDI_BUTTON_ACTION, 0, 0, QString()};
+    controller.channel = 1;
+    controller.cc = 7;
+    controller.v_on = 127;
+    controller.v_off = 3;
+    controller.v_off_enable = true;
+    rig.dispatcher->setAction(0, Layer::Normal, controller);
+    rig.dispatcher->setAction(1, Layer::Normal, shortCut{65, -1, -1, QString()});
+    rig.dispatcher->onButtonpress(0, true);
+    rig.dispatcher->onButtonpress(1, true);
+    rig.recorder.takeLines();
+    rig.dispatcher->letEverythingGo();
+    QCOMPARE(rig.recorder.takeLines(), lines({"midi B0 07 03", "key 65 up"}));
+    rig.dispatcher->letEverythingGo();
+    QVERIFY(rig.recorder.takeLines().isEmpty());
+}
+
+void tst_EventDispatcher::theEndLetsTheKnobGoInMidiMode()
+{
+    EngineRig rig;
+    shortCut knob{MIDI_KNOB_ACTION, 0, 0, QString()};
+    knob.channel = 2;
+    knob.cc = 9;
+    knob.v_on = 127;
+    knob.v_off = 5;
+    knob.v_off_enable = true;
+    rig.dispatcher->setAction(0, Layer::Normal, knob);
+    rig.dispatcher->onButtonpress(0, true);
+    rig.dispatcher->onButtonpress(0, false);
+    rig.dispatcher->onKnobevent('D');
+    QCOMPARE(rig.recorder.takeLines(), lines({"midi B1 09 7F"}));
+    rig.dispatcher->letEverythingGo();
+    QCOMPARE(rig.recorder.takeLines(), lines({"midi B1 09 05"}));
+}
+
+void tst_EventDispatcher::theEndSendsNothingForWhatIsNotHeld()
+{
+    EngineRig rig;
+    shortCut controller{MIDI_BUTTON_ACTION, 0, 0, QString()};
+    controller.cc = 7;
+    controller.v_off_enable = true;
+    rig.dispatcher->setAction(0, Layer::Normal, controller);
+    rig.dispatcher->letEverythingGo();
+    QVERIFY(rig.recorder.takeLines().isEmpty());
 }
 
 void tst_EventDispatcher::reEnableZRBeginsNoDragForAKnobThatNobodyTouches()

@@ -13,18 +13,23 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace
 {
 
 int syncError = 0; // what the disk answers when it is to be synchronized, as an error number
+bool endsInSync = false;
 
 } // namespace
 
 // In the system's place, for the program under test too.
 extern "C" int fsync(int fileDescriptor)
 {
+    if (endsInSync) {
+        _exit(0);
+    }
     if (syncError != 0) {
         errno = syncError;
         return -1;
@@ -151,6 +156,9 @@ private Q_SLOTS:
     void aFileThatMustNotBeWrittenIsNotReplaced();
     void aDirectoryIsNotReplaced();
     void moreThanTheLimitIsNotWritten();
+    void whatAKilledWriteLeavesIsRemoved_data();
+    void whatAKilledWriteLeavesIsRemoved();
+    void usersFilesAreNoLeftovers();
 
 private:
     QString path(const char *name = "file.xml") const { return m_directory->filePath(QLatin1String(name)); }
@@ -441,6 +449,46 @@ void tst_MappingFile::moreThanTheLimitIsNotWritten()
     QVERIFY(!replace(path(), large));
     QCOMPARE(m_reason, QStringLiteral("larger than 64 MiB"));
     QCOMPARE(contentOf(path()), QByteArray("old"));
+}
+
+void tst_MappingFile::whatAKilledWriteLeavesIsRemoved_data()
+{
+    QTest::addColumn<QString>("written");
+    for (const char *name : {"custom.xml", "custom.xml.broken", "custom.xml.kept"}) {
+        QTest::newRow(name) << QString::fromLatin1(name);
+    }
+}
+
+void tst_MappingFile::whatAKilledWriteLeavesIsRemoved()
+{
+    QFETCH(QString, written);
+    writeFile(path("custom.xml"), "old");
+    const QStringList before = names();
+    const pid_t process = fork();
+    if (process == 0) {
+        endsInSync = true;
+        replace(path(written.toLatin1()), "new");
+        _exit(1);
+    }
+    int status = -1;
+    QCOMPARE(waitpid(process, &status, 0), process);
+    QCOMPARE(status, 0);
+    QCOMPARE(names().size(), before.size() + 1);
+    makeLink(QStringLiteral("custom.xml"), path("zlink.xml"));
+    MappingFile::removeUnfinished(path("zlink.xml")); // beside the file, not beside the link
+    QCOMPARE(names(), before + QStringList(QStringLiteral("zlink.xml")));
+}
+
+void tst_MappingFile::usersFilesAreNoLeftovers()
+{
+    for (const char *name :
+         {"custom.xml", "custom.xml.BackUp", "custom.xml.backup", "custom.xml.broken", "custom.xml.veltrix",
+          "custom.xml.veltrix-backup", "other.xml.AbCdEf", "other.xml.veltrix-0123456789abcdef"}) {
+        writeFile(path(name), "mine");
+    }
+    const QStringList before = names();
+    MappingFile::removeUnfinished(path("custom.xml"));
+    QCOMPARE(names(), before);
 }
 
 QTEST_GUILESS_MAIN(tst_MappingFile)

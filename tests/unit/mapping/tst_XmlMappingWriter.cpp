@@ -44,6 +44,8 @@ private Q_SLOTS:
     void removingTakesTheFirstOfTheName();
     void removingMindsTheCase();
     void removingAnUnknownNameRewritesTheSameContent();
+    void mappingsWithoutANameAreNotThoseCalledUnknown_data();
+    void mappingsWithoutANameAreNotThoseCalledUnknown();
     void removingLooksAtChildrenOfTheRootOnly();
     void removingFromAMissingFileCreatesNone();
     void removingFromAMalformedFileLeavesItAlone();
@@ -361,6 +363,31 @@ void tst_XmlMappingWriter::removingMindsTheCase()
     m_writer->removeMap(QStringLiteral("name"));
     m_writer->removeMap(QStringLiteral("Name "));
     QCOMPARE(namesIn(path()), QStringList(QStringLiteral("Name")));
+}
+
+void tst_XmlMappingWriter::mappingsWithoutANameAreNotThoseCalledUnknown_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("after");
+    const QByteArray nameless(R"(<MAPPING id="1"/>)");
+    const QByteArray unknown(R"(<MAPPING id="2" software="Unknown"/>)");
+    const QString called = QStringLiteral("Unknown");
+    QTest::newRow("the one that is called so") << called << nameless + unknown << nameless;
+    QTest::newRow("the one without a name") << QString() << unknown + nameless << unknown;
+    QTest::newRow("as the reader calls it") << called << nameless << QByteArray();
+}
+
+void tst_XmlMappingWriter::mappingsWithoutANameAreNotThoseCalledUnknown()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, before);
+    QFETCH(QByteArray, after);
+    writeFile(path(), "<ZR>" + before + "</ZR>");
+    QVERIFY(m_writer->removeMap(name));
+    QByteArray content = contentOf(path());
+    QCOMPARE(content.contains("id=\"1\""), after.contains("id=\"1\""));
+    QCOMPARE(content.contains("id=\"2\""), after.contains("id=\"2\""));
 }
 
 void tst_XmlMappingWriter::removingAnUnknownNameRewritesTheSameContent()

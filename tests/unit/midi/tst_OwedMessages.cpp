@@ -1,0 +1,128 @@
+#include "midi/OwedMessages.h"
+
+#include <QtTest>
+
+#include <atomic>
+#include <csignal>
+#include <sys/time.h>
+
+namespace
+{
+
+constexpr OwedMessages::Message first{0x80, 60, 0};
+constexpr OwedMessages::Message second{0x80, 61, 0};
+constexpr OwedMessages::Message added{0xB0, 7, 0};
+
+OwedMessages *watched = nullptr;
+std::atomic<int> looks{0};
+std::atomic<int> misses{0};
+
+// Between two steps of the writing, as a program is that was killed there.
+void look(int)
+{
+    ++looks;
+    if (!watched->contains(first) || !watched->contains(second)) {
+        ++misses;
+    }
+}
+
+// Looks every 20 microseconds.
+class Looking
+{
+    Q_DISABLE_COPY_MOVE(Looking)
+
+public:
+    Looking() : m_handler(std::signal(SIGALRM, look)) { setEvery(20); }
+    ~Looking()
+    {
+        setEvery(0);
+        std::signal(SIGALRM, m_handler);
+    }
+
+private:
+    static void setEvery(suseconds_t microseconds)
+    {
+        const itimerval every{{0, microseconds}, {0, microseconds}};
+        setitimer(ITIMER_REAL, &every, nullptr);
+    }
+
+    void (*m_handler)(int);
+};
+
+} // namespace
+
+class tst_OwedMessages : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void whatIsOwedBeforeAndAfterIsNeverMissing_data();
+    void whatIsOwedBeforeAndAfterIsNeverMissing();
+    void moreThanFitAreNotKept();
+    void portsAreKnownByWholeNames_data();
+    void portsAreKnownByWholeNames();
+};
+
+void tst_OwedMessages::whatIsOwedBeforeAndAfterIsNeverMissing_data()
+{
+    QTest::addColumn<int>("place");
+    for (const int place : {0, 1, 2}) {
+        QTest::addRow("added at %d", place) << place;
+    }
+}
+
+void tst_OwedMessages::whatIsOwedBeforeAndAfterIsNeverMissing()
+{
+    QFETCH(int, place);
+    const std::vector<OwedMessages::Message> shorter{first, second};
+    std::vector<OwedMessages::Message> longer = shorter;
+    longer.insert(longer.begin() + place, added);
+    OwedMessages owed;
+    owed.set(shorter);
+    watched = &owed;
+    looks = 0;
+    misses = 0;
+    {
+        const Looking looking;
+        while (looks < 2000) {
+            owed.set(longer);
+            owed.set(shorter);
+        }
+    }
+    QCOMPARE(misses.load(), 0);
+    QVERIFY(!owed.contains(added));
+    owed.set({});
+    QVERIFY(owed.isEmpty());
+}
+
+void tst_OwedMessages::moreThanFitAreNotKept()
+{
+    std::vector<OwedMessages::Message> many(OwedMessages::capacity, first);
+    many.push_back(second);
+    OwedMessages owed;
+    owed.set(many);
+    QVERIFY(owed.contains(first));
+    QVERIFY(!owed.contains(second));
+}
+
+void tst_OwedMessages::portsAreKnownByWholeNames_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("ASCII") << QStringLiteral("tester:FROM host");
+    QTest::newRow("beyond ASCII") << QString::fromUtf8("FROM Gr\u00F6\u00DFe");
+    QTest::newRow("longer than is kept") << QStringLiteral("FROM ") + QString(300, QLatin1Char('x'));
+    QTest::newRow("cut within a character") << QStringLiteral("FRO") + QString(200, QChar(0x20AC));
+}
+
+void tst_OwedMessages::portsAreKnownByWholeNames()
+{
+    QFETCH(QString, name);
+    OwedMessages owed;
+    owed.setPort(name);
+    QVERIFY(owed.isPort(name));
+    QVERIFY(!owed.isPort(QStringLiteral("Midi Through:0")));
+    QVERIFY(!owed.isPort(name.left(5)));
+}
+
+QTEST_GUILESS_MAIN(tst_OwedMessages)
+#include "tst_OwedMessages.moc"
