@@ -49,12 +49,10 @@ void KeyPresser::release(quint16 virtualKey)
         letModifiersGo(stroke.modifiers);
         return;
     }
-    const KeyTranslator::Stroke stroke = m_translator.strokeFor(virtualKey);
-    if (stroke.keycode == 0) {
-        logUntranslatable(virtualKey);
-        return;
+    // What cannot be translated was said when it was pressed, or there is no map yet.
+    if (const KeyTranslator::Stroke stroke = m_translator.strokeFor(virtualKey); stroke.keycode != 0) {
+        keycodeUp(stroke.keycode);
     }
-    keycodeUp(stroke.keycode);
 }
 
 void KeyPresser::keycodeDown(quint8 keycode)

@@ -165,6 +165,7 @@ private Q_SLOTS:
     void layoutChangeIsFollowed();
     void pressedKeyIsReleasedAfterALayoutChange();
     void unknownCodeIsLoggedOnceAndSkipped();
+    void releaseBeforeTheFirstPressIsNoFault();
     void leftButtonArrives();
     void pressesGoOnAfterTheDevicesWereLost();
 };
@@ -315,6 +316,16 @@ void tst_UinputInjector::unknownCodeIsLoggedOnceAndSkipped()
     rig.tap(0x1ff + 0x100);
     QCOMPARE(log.takeLines().size(), 2);
     QCOMPARE(rig.take(), QStringList());
+}
+
+void tst_UinputInjector::releaseBeforeTheFirstPressIsNoFault()
+{
+    Rig rig(QStringLiteral("us"));
+    LogCapture log;
+    rig.injector->sendKey('D', false); // held on the device since before the start
+    QCOMPARE(rig.take(), QStringList());
+    QCOMPARE(rig.tap('D'), downAndUp(QStringLiteral("d")));
+    QCOMPARE(log.takeLines(), QStringList());
 }
 
 void tst_UinputInjector::leftButtonArrives()
