@@ -35,12 +35,11 @@ SerialProtocol::SerialProtocol(std::unique_ptr<PortFinder> finder, SerialPortFac
     : QObject(parent)
     , m_finder(std::move(finder))
     , m_createPort(std::move(createPort))
-    , m_scanTimer(std::make_unique<QTimer>())
     , m_port(newPort())
 {
-    m_scanTimer->setInterval(scanIntervalMs);
-    connect(m_scanTimer.get(), &QTimer::timeout, this, &SerialProtocol::scannSerial);
-    m_scanTimer->start();
+    m_scanTimer.setInterval(scanIntervalMs);
+    connect(&m_scanTimer, &QTimer::timeout, this, &SerialProtocol::scannSerial);
+    m_scanTimer.start();
     connect(this, &SerialProtocol::becomesAvailable2Request, this, &SerialProtocol::processNextRequest);
 }
 

@@ -83,7 +83,7 @@ private:
 
     std::unique_ptr<PortFinder> m_finder;
     SerialPortFactory m_createPort;
-    std::unique_ptr<QTimer> m_scanTimer;
+    QTimer m_scanTimer{this};
     bool m_connected = false;
     /// The open port has reported an error; the next scan gives it up.
     bool m_linkLost = false;

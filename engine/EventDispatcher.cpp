@@ -64,21 +64,20 @@ void EventDispatcher::onButtonpress(int button, bool pressing)
     if (!ActionTable::has(button)) {
         return;
     }
-    const auto index = static_cast<std::size_t>(button);
-    const Press press{button, pressing, pressing || m_down.test(index)};
-    m_down.set(index, pressing);
+    const Press press{button, pressing, pressing || m_down[button]};
+    m_down[button] = pressing;
     Q_EMIT buttonHeld(button, pressing);
 
     // A copy: what runs may change the mapping. The layer is that of this moment, on the release too.
     const shortCut action = m_actions[button][m_layer];
     runAction(action, press);
 
-    if (!pressing && m_setsLayer.test(index)) {
+    if (!pressing && m_setsLayer[button]) {
         // In the layer that the button has set its record may say something else.
-        m_setsLayer.reset(index);
+        m_setsLayer[button] = false;
         m_layer = Layer::Normal;
     }
-    if (m_down.none()) {
+    if (!isAnyDown()) {
         m_chord = Chord(); // a button let go in another layer has left its flag standing
     }
     releaseIfIdle();
@@ -166,7 +165,7 @@ void EventDispatcher::setLayer(Layer layer, int button, bool pressing)
 {
     m_layer = pressing ? layer : Layer::Normal; // to Normal, deliberately not to the layer before
     if (pressing) {
-        m_setsLayer.set(static_cast<std::size_t>(button));
+        m_setsLayer[button] = true;
     }
 }
 
@@ -281,7 +280,7 @@ void EventDispatcher::letEverythingGo()
 {
     letKnobGo();
     for (int button = 0; button < ActionTable::controlCount; ++button) {
-        if (m_down.test(static_cast<std::size_t>(button))) {
+        if (m_down[button]) {
             onButtonpress(button, false);
         }
     }
@@ -303,9 +302,14 @@ void EventDispatcher::restoreMouse()
     m_knob.restore();
 }
 
+bool EventDispatcher::isAnyDown() const
+{
+    return std::find(m_down.begin(), m_down.end(), true) != m_down.end();
+}
+
 void EventDispatcher::releaseIfIdle()
 {
-    if (m_down.none() && m_touch == Touch::None) {
+    if (!isAnyDown() && m_touch == Touch::None) {
         releaseEverything();
     }
 }

@@ -7,7 +7,6 @@
 #include <QObject>
 
 #include <array>
-#include <bitset>
 
 class InputLedger;
 class KnobSettings;
@@ -115,6 +114,7 @@ private:
     void runKnobEvent(char type, const shortCut &midi);
     void endKnobTouch();
     int smoothed(int value);
+    bool isAnyDown() const;
     void releaseIfIdle();
     void prepareKeys();
 
@@ -126,10 +126,10 @@ private:
 
     ActionTable m_actions;
     Layer m_layer = Layer::Normal;
-    std::bitset<ActionTable::controlCount> m_down;
-    std::bitset<ActionTable::controlCount> m_setsLayer; // pressed as "shift 1" or "shift 2", not yet let go
-    Touch m_touch = Touch::None;                        // whom the finger on the knob was meant for
-    KnobMode m_touchedMode = KnobMode::Circular;        // the knob's mode and MIDI record at its last touch
+    PerControl<bool> m_down;
+    PerControl<bool> m_setsLayer;                // pressed as "shift 1" or "shift 2", not yet let go
+    Touch m_touch = Touch::None;                 // whom the finger on the knob was meant for
+    KnobMode m_touchedMode = KnobMode::Circular; // the knob's mode and MIDI record at its last touch
     shortCut m_touchedMidi;
     Chord m_chord;
     bool m_gameOn = false;

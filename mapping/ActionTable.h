@@ -1,13 +1,11 @@
 #pragma once
 
 #include "mapping/Layer.h"
+#include "mapping/PerControl.h"
 #include "mapping/ShortCut.h"
 
 #include <QSharedData>
 #include <QSharedDataPointer>
-
-#include <array>
-#include <cstddef>
 
 /// What each of the ten controls does in each of the three layers: a plain value, `table[control][layer]`.
 ///
@@ -16,17 +14,14 @@
 class ActionTable
 {
 public:
-    static constexpr int controlCount = 10;
+    static constexpr int controlCount = PerControl<PerLayer<shortCut>>::count;
 
     /// Whether there is such a control: 0 to 9.
     static constexpr bool has(int control) { return control >= 0 && control < controlCount; }
 
     /// @p control is 0 to 9.
-    PerLayer<shortCut> &operator[](int control) { return m_controls->all[static_cast<std::size_t>(control)]; }
-    const PerLayer<shortCut> &operator[](int control) const
-    {
-        return m_controls->all[static_cast<std::size_t>(control)];
-    }
+    PerLayer<shortCut> &operator[](int control) { return m_controls->all[control]; }
+    const PerLayer<shortCut> &operator[](int control) const { return m_controls->all[control]; }
 
     auto begin() const { return m_controls->all.begin(); }
     auto end() const { return m_controls->all.end(); }
@@ -39,7 +34,7 @@ public:
 
 private:
     struct Controls : QSharedData {
-        std::array<PerLayer<shortCut>, controlCount> all;
+        PerControl<PerLayer<shortCut>> all;
     };
     using Shared = QSharedDataPointer<Controls>;
 

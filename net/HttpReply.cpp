@@ -53,6 +53,9 @@ QNetworkReply::NetworkError errorOfStatus(int status)
     if (status == 404) {
         return QNetworkReply::ContentNotFoundError;
     }
+    if (status == 407) {
+        return QNetworkReply::ProxyAuthenticationRequiredError;
+    }
     return status < 500 ? QNetworkReply::UnknownContentError : QNetworkReply::UnknownServerError;
 }
 
@@ -66,6 +69,20 @@ QByteArray hostOf(const QUrl &url)
         text += ':' + QByteArray::number(url.port());
     }
     return text;
+}
+
+// The HTTP proxy that is to be asked instead of the server, if that is the way out.
+QNetworkProxy askedProxy(const QUrl &url)
+{
+    const QNetworkProxy way = QNetworkProxyFactory::proxyForQuery(QNetworkProxyQuery(url)).value(0);
+    const bool asked =
+        way.type() == QNetworkProxy::HttpProxy || way.type() == QNetworkProxy::HttpCachingProxy;
+    return asked ? way : QNetworkProxy(QNetworkProxy::NoProxy);
+}
+
+QByteArray credentialsOf(const QNetworkProxy &proxy)
+{
+    return (proxy.user() + QLatin1Char(':') + proxy.password()).toUtf8().toBase64();
 }
 
 } // namespace
@@ -111,7 +128,14 @@ void HttpReply::connectToServer()
     }
     if (url().scheme() != secureScheme) {
         connect(m_socket, &QTcpSocket::connected, this, &HttpReply::sendRequest);
-        m_socket->connectToHost(url().host(), static_cast<quint16>(url().port(80)));
+        m_proxy = askedProxy(url());
+        if (m_proxy.type() == QNetworkProxy::NoProxy) {
+            m_socket->connectToHost(url().host(), static_cast<quint16>(url().port(80)));
+        } else {
+            // The socket itself would ask for a tunnel, which many proxies allow to port 443 only.
+            m_socket->setProxy(QNetworkProxy::NoProxy);
+            m_socket->connectToHost(m_proxy.hostName(), m_proxy.port());
+        }
         return;
     }
 #if QT_CONFIG(ssl)
@@ -134,8 +158,15 @@ void HttpReply::sendRequest()
     if (url().hasQuery()) {
         target += '?' + url().query(QUrl::FullyEncoded).toLatin1();
     }
+    const bool toProxy = m_proxy.type() != QNetworkProxy::NoProxy;
+    if (toProxy) {
+        target = "http://" + hostOf(url()) + target;
+    }
     QByteArray head = "GET " + target + " HTTP/1.1\r\nHost: " + hostOf(url()) +
                       "\r\nAccept-Encoding: identity\r\nConnection: close\r\n";
+    if (toProxy && !m_proxy.user().isEmpty()) {
+        head += "Proxy-Authorization: Basic " + credentialsOf(m_proxy) + "\r\n";
+    }
     const QList<QByteArray> names = request().rawHeaderList();
     for (const QByteArray &name : names) {
         head += name + ": " + request().rawHeader(name) + "\r\n";

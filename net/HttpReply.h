@@ -4,6 +4,7 @@
 
 #include <QAbstractSocket>
 #include <QElapsedTimer>
+#include <QNetworkProxy>
 #include <QNetworkReply>
 #include <QTimer>
 
@@ -12,6 +13,9 @@ class QTcpSocket;
 /// One GET on a connection of its own, which ends with the answer or with abort(), at once and whatever the
 /// server still sends. The toolkit's own replies go on reading a head or the framing of chunks without a
 /// bound, also after abort(), and now and then take a body that was cut off for a whole one.
+///
+/// What is fetched in the clear through an HTTP proxy is asked of that proxy, with the user and password that
+/// are known of it; for HTTPS, and through proxies of other kinds, the connection leads through.
 ///
 /// Not followed or used: redirects, cookies, compression, caches, kept connections. At most readBufferSize()
 /// bytes and a network packet wait to be read; the server is slowed down beyond that. The request's transfer
@@ -55,7 +59,8 @@ private:
     void end(NetworkError error, const QString &text);
     void readLater();
 
-    QTcpSocket *m_socket; // this object's
+    QTcpSocket *m_socket;                          // this object's
+    QNetworkProxy m_proxy{QNetworkProxy::NoProxy}; // that the request is handed to
     HttpResponse m_response;
     QByteArray m_body; // that waits to be read
     qint64 m_received = 0;

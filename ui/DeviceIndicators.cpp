@@ -7,7 +7,7 @@ namespace
 {
 
 // Which picture of the folder marks which control.
-constexpr std::array<int, 10> pictures{5, 5, 5, 7, 7, 4, 2, 3, 1, 1};
+constexpr PerControl<int> pictures{{5, 5, 5, 7, 7, 4, 2, 3, 1, 1}};
 constexpr QRect arrowPlace(373, 325, 58, 39);
 
 } // namespace
@@ -19,9 +19,9 @@ DeviceIndicators::DeviceIndicators(QWidget *page)
     setAttribute(Qt::WA_TransparentForMouseEvents); // the drawing below has the tool tips
     // A ground that the page's sheet gives its children would show in the corners of the marks.
     setStyleSheet(QStringLiteral("background-color:rgba(0,0,0,0)"));
-    for (std::size_t control = 0; control < m_controls.size(); ++control) {
+    for (int control = 0; control < m_controls.count; ++control) {
         m_controls[control] =
-            addMark(DevicePicture::mark(static_cast<int>(control)),
+            addMark(DevicePicture::mark(control),
                     QStringLiteral("background-image: url(:/icons/buttonszr/%1.png)").arg(pictures[control]),
                     "controlMark");
     }
@@ -48,7 +48,7 @@ DeviceIndicators::Mark DeviceIndicators::addMark(const QRect &place, const QStri
 
 void DeviceIndicators::setHeld(int control, bool held)
 {
-    want(m_controls.at(static_cast<std::size_t>(control)), held);
+    want(m_controls[control], held);
 }
 
 void DeviceIndicators::setKnobTouched(bool touched)

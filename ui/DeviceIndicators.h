@@ -1,11 +1,10 @@
 #pragma once
 
 #include "engine/KnobPointer.h"
+#include "mapping/PerControl.h"
 
 #include <QLabel>
 #include <QWidget>
-
-#include <array>
 
 /// The marks over the drawing of the device that show what is pressed, touched and turned. Hidden at first.
 ///
@@ -38,7 +37,7 @@ private:
     void want(Mark &mark, bool shown);
     void showWanted();
 
-    std::array<Mark, 10> m_controls;
+    PerControl<Mark> m_controls;
     Mark m_knob;
     Mark m_left;
     Mark m_right;

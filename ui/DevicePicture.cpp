@@ -1,18 +1,17 @@
 #include "ui/DevicePicture.h"
 
 #include "app/frame/FittingText.h"
+#include "mapping/PerControl.h"
 
 #include <QHelpEvent>
 #include <QToolTip>
-
-#include <array>
 
 namespace
 {
 
 constexpr int markSize = 20;
 
-constexpr std::array<QPoint, DevicePicture::controlCount> marks{{
+constexpr PerControl<QPoint> marks{{{
     {417, 338},
     {392, 322},
     {366, 338},
@@ -23,7 +22,7 @@ constexpr std::array<QPoint, DevicePicture::controlCount> marks{{
     {513, 338},
     {502, 368},
     {476, 368},
-}};
+}}};
 constexpr QPoint knobMark(392, 352);
 
 constexpr int aroundKnob = 8; // the knob is drawn larger than its mark
@@ -32,7 +31,7 @@ constexpr int aroundKnob = 8; // the knob is drawn larger than its mark
 
 QRect DevicePicture::mark(int control)
 {
-    const QPoint corner = control < 0 ? knobMark : marks.at(static_cast<std::size_t>(control));
+    const QPoint corner = control < 0 ? knobMark : marks[control];
     return {corner, QSize(markSize, markSize)};
 }
 

@@ -13,7 +13,6 @@ class DevicePicture : public QLabel
 public:
     /// Where the drawing lies on the page, and where on it the marks of the ten controls and of the knob are.
     static constexpr QRect place{248, 258, 402, 192};
-    static constexpr int controlCount = 10;
 
     /// The mark of control @p control on the page; of the knob for -1.
     static QRect mark(int control);

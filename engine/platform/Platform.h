@@ -58,6 +58,9 @@ struct CrashTask {
 /// and, on a system that no other backend serves,
 ///  - Desktop: the code of a captured key, whether windows can be translucent;
 ///  - AutostartEntry: the log-on entry;
+///  - Session: the functions of Session.h, which are needed before any backend is chosen (its source is
+///  listed
+///    in engine/platform/CMakeLists.txt);
 ///  - Platform::watchQuitRequests: SIGTERM and the like, the end of the session;
 ///  - prepare(): the release of what a crash leaves held, where the system does not do so by itself.
 /// What is held is counted above the backend, in InputLedger; it only carries out.

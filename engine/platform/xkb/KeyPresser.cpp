@@ -69,9 +69,6 @@ void KeyPresser::keycodeUp(quint8 keycode)
 
 void KeyPresser::holdModifiers(quint8 modifiers)
 {
-    if (modifiers & m_translator.numLockMask()) {
-        m_sink.latchModifiers(m_translator.numLockMask());
-    }
     for (int bit = 0; bit < 8; ++bit) {
         const quint8 keycode = m_translator.modifierKey(bit);
         HeldModifier &modifier = m_modifiers[size_t(bit)];
@@ -82,6 +79,10 @@ void KeyPresser::holdModifiers(quint8 modifiers)
                 keycodeDown(keycode);
             }
         }
+    }
+    // Last: the next key that goes down uses the latch up.
+    if (modifiers & m_translator.numLockMask()) {
+        m_sink.latchModifiers(m_translator.numLockMask());
     }
 }
 

@@ -1,8 +1,10 @@
 #include "net/HttpManager.h"
 #include "net/WebService.h"
+#include "tests/support/http/HttpServer.h"
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QNetworkProxy>
 #include <QNetworkReply>
 #include <QProcess>
 #include <QSignalSpy>
@@ -126,6 +128,8 @@ private Q_SLOTS:
     void certificateDecidesOverTls_data();
     void certificateDecidesOverTls();
     void hostThatIsNoneIsAnError();
+    void anHttpProxyIsAskedInThePlaceOfTheServer_data();
+    void anHttpProxyIsAskedInThePlaceOfTheServer();
 };
 
 void tst_HttpReply::answerWithoutAnEndIsBounded_data()
@@ -252,6 +256,38 @@ void tst_HttpReply::hostThatIsNoneIsAnError()
         network.get(QNetworkRequest(QUrl(QStringLiteral("http://host.invalid/")))));
     QTRY_VERIFY_WITH_TIMEOUT(reply->isFinished(), 30000);
     QCOMPARE(reply->error(), QNetworkReply::HostNotFoundError);
+}
+
+void tst_HttpReply::anHttpProxyIsAskedInThePlaceOfTheServer_data()
+{
+    QTest::addColumn<QString>("user");
+    QTest::addColumn<QByteArray>("credentials");
+    QTest::newRow("without a user") << QString() << QByteArray();
+    QTest::newRow("with a user") << QStringLiteral("me")
+                                 << QByteArray("Basic " + QByteArray("me:secret").toBase64());
+}
+
+void tst_HttpReply::anHttpProxyIsAskedInThePlaceOfTheServer()
+{
+    QFETCH(QString, user);
+    QFETCH(QByteArray, credentials);
+    HttpServer proxy;
+    proxy.setAnswer("http://library.invalid:8080/maps", "through the proxy");
+    const QUrl place(proxy.url("/"));
+    QNetworkProxy::setApplicationProxy({QNetworkProxy::HttpProxy, place.host(), quint16(place.port()), user,
+                                        user.isEmpty() ? QString() : QStringLiteral("secret")});
+    HttpManager network;
+    const std::unique_ptr<QNetworkReply> reply(
+        network.get(QNetworkRequest(QUrl(QStringLiteral("http://library.invalid:8080/maps?v=1#part")))));
+    QTRY_VERIFY(reply->isFinished());
+    QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
+    QCOMPARE(reply->readAll(), QByteArray("through the proxy"));
+    QCOMPARE(proxy.requests().size(), 1);
+    const HttpRequest &request = proxy.requests().constFirst();
+    QCOMPARE(request.method, QByteArray("GET"));
+    QCOMPARE(request.target, QByteArray("http://library.invalid:8080/maps?v=1"));
+    QCOMPARE(request.header("Host"), QByteArray("library.invalid:8080"));
+    QCOMPARE(request.header("Proxy-Authorization"), credentials);
 }
 
 QTEST_GUILESS_MAIN(tst_HttpReply)

@@ -95,6 +95,7 @@ private Q_SLOTS:
     void thePrintedMapIsDarkOnWhite();
     void aCancelledPrintLeavesThePageUntouched();
     void thePrintDialogGoesWithItsPage();
+    void theDialogForAFileGoesWithItsPage();
     void theMapIsPrintedToAFileByTheDialog();
 
 private:
@@ -428,6 +429,25 @@ void tst_Menus::thePrintDialogGoesWithItsPage()
     QVERIFY(!MapPrinter::askAndPrint(*m_page, true));
     QVERIFY(!QApplication::activeModalWidget());
     QVERIFY(!m_page->isVisible());
+}
+
+void tst_Menus::theDialogForAFileGoesWithItsPage()
+{
+    bool stayed = false;
+    QTimer::singleShot(0, this, [&] {
+        QPointer<QWidget> dialog = QApplication::activeModalWidget();
+        QVERIFY(dialog);
+        m_page->hide();
+        QTimer::singleShot(0, this, [dialog, &stayed] {
+            stayed = dialog && dialog->isVisible();
+            if (stayed) {
+                dialog->close();
+            }
+        });
+    });
+    QVERIFY(!MapPrinter::askAndWritePdf(*m_page));
+    QCoreApplication::processEvents();
+    QVERIFY(!stayed);
 }
 
 void tst_Menus::theMapIsPrintedToAFileByTheDialog()

@@ -32,7 +32,11 @@ class Looking
     Q_DISABLE_COPY_MOVE(Looking)
 
 public:
-    Looking() : m_handler(std::signal(SIGALRM, look)) { setEvery(20); }
+    Looking()
+        : m_handler(std::signal(SIGALRM, look))
+    {
+        setEvery(20);
+    }
     ~Looking()
     {
         setEvery(0);

@@ -91,7 +91,7 @@ struct Rig {
         if (session.isNumLockOn() != before) {
             kernel.writeFromDesktop(kernel.find("Veltrix keyboard"),
                                     {EV_LED, LED_NUML, session.isNumLockOn() ? 1 : 0});
-            QTest::qWait(1);
+            QCoreApplication::processEvents();
         }
         return symbols;
     }
