@@ -6,6 +6,7 @@
 #include "tests/support/page/PageRig.h"
 #include "ui/SaveDialog.h"
 
+#include <QAnimationGroup>
 #include <QApplication>
 #include <QGuiApplication>
 #include <QLabel>
@@ -44,6 +45,14 @@ private Q_SLOTS:
 private:
     SlidingStackedWidget *stack() const { return m_window->findChild<SlidingStackedWidget *>(); }
     ManualClock &clock() const { return m_rig->engine.clock; }
+    void endSlide() const
+    {
+        QVERIFY(stack()->isSliding());
+        for (auto *slide : stack()->findChildren<QAnimationGroup *>()) {
+            slide->setCurrentTime(slide->totalDuration());
+        }
+        QVERIFY(!stack()->isSliding());
+    }
     GameView *game() const { return m_window->findChild<GameView *>(); }
     QString indicator() const
     {
@@ -66,7 +75,6 @@ void tst_ZRMainWindow::init()
             return m_rig->makePage(parent, link, updater);
         },
         nullptr, clock());
-    stack()->setSpeed(10);
     m_window->show();
 }
 
@@ -207,7 +215,8 @@ void tst_ZRMainWindow::deviceTurnsTheIndicatorAtOnceAndThePageASecondLater()
     QVERIFY(!stack()->isSliding());
     clock().advance(1);
     QVERIFY(stack()->isSliding());
-    QTRY_COMPARE_WITH_TIMEOUT(stack()->currentIndex(), 1, 2000);
+    endSlide();
+    QCOMPARE(stack()->currentIndex(), 1);
 }
 
 void tst_ZRMainWindow::unpluggedWithinTheSecondTheSlideStillComes()
@@ -218,7 +227,8 @@ void tst_ZRMainWindow::unpluggedWithinTheSecondTheSlideStillComes()
     QVERIFY(!indicator().contains(QLatin1String("square-c")));
     QCOMPARE(stack()->currentIndex(), 0);
     clock().advance(700);
-    QTRY_COMPARE_WITH_TIMEOUT(stack()->currentIndex(), 1, 3000);
+    endSlide();
+    QCOMPARE(stack()->currentIndex(), 1);
 }
 
 void tst_ZRMainWindow::chordCallsTheGameAndBack()
@@ -236,7 +246,8 @@ void tst_ZRMainWindow::chordCallsTheGameAndBack()
     QVERIFY(!game()->isRunning());
     clock().advance(1);
     QVERIFY(game()->isRunning());
-    QTRY_COMPARE_WITH_TIMEOUT(stack()->currentIndex(), 2, 2000);
+    endSlide();
+    QCOMPARE(stack()->currentIndex(), 2);
 
     Q_EMIT m_serial->onKnobevent('L');
     QCOMPARE(game()->game().field().leftPaddle.velocity, -2.0F);
@@ -249,7 +260,8 @@ void tst_ZRMainWindow::chordCallsTheGameAndBack()
     Q_EMIT m_serial->onButtonpress(5, true);
     QVERIFY(!game()->isRunning());
     clock().advance(1000);
-    QTRY_COMPARE_WITH_TIMEOUT(stack()->currentIndex(), 1, 3000);
+    endSlide();
+    QCOMPARE(stack()->currentIndex(), 1);
 }
 
 void tst_ZRMainWindow::anyRequestStopsTheGame()
@@ -275,7 +287,8 @@ void tst_ZRMainWindow::unplugSlidesBackAtOnce()
     stack()->setCurrentIndex(1);
     Q_EMIT m_serial->portChange(QString());
     QVERIFY(stack()->isSliding());
-    QTRY_COMPARE_WITH_TIMEOUT(stack()->currentIndex(), 0, 2000);
+    endSlide();
+    QCOMPARE(stack()->currentIndex(), 0);
 }
 
 int main(int argc, char *argv[])
