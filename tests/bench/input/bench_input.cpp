@@ -17,6 +17,7 @@ namespace
 
 constexpr int warmUp = 10; // presses of each that are not counted
 constexpr int presses = 60;
+constexpr int pause = 200;     // ms, in which the programs have painted what was pressed
 constexpr int start = 120'000; // ms; an emulated machine is slow
 constexpr int lateAtMost = 30; // s, for a key
 
@@ -91,7 +92,7 @@ int main(int argc, char **argv)
             if (i >= warmUp) {
                 contestant->latency.add(latency);
             }
-            QThread::msleep(2);
+            QThread::msleep(pause);
         }
     }
     const Statistics &floor = contestants.front()->latency;

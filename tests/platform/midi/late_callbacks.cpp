@@ -1,18 +1,17 @@
-// Stands in front of JACK's library in this process and holds up the MIDI library as an overloaded machine does: its
-// callback while it has the queue in its hands, and a thread that closes a port until such a callback runs. Ends the
-// process where the queue is freed meanwhile.
+// Stands in front of JACK's library in this process and holds up the MIDI library as an overloaded machine
+// does: its callback while it has the queue in its hands, and a thread that closes a port until such a
+// callback runs. Ends the process where the queue is freed meanwhile.
 
 #include "tests/platform/midi/late_callbacks.h"
-
-#include <jack/jack.h>
-#include <jack/midiport.h>
-#include <jack/ringbuffer.h>
 
 #include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <dlfcn.h>
+#include <jack/jack.h>
+#include <jack/midiport.h>
+#include <jack/ringbuffer.h>
 #include <thread>
 
 namespace

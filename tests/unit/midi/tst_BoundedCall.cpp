@@ -24,7 +24,8 @@ struct Static {
 };
 
 /// What becomes of a process that calls exit() after it has waited @p limit for a call that takes @p time.
-int exitStatus(std::chrono::milliseconds limit, std::chrono::milliseconds time, std::chrono::milliseconds rest)
+int exitStatus(std::chrono::milliseconds limit, std::chrono::milliseconds time,
+               std::chrono::milliseconds rest)
 {
     const pid_t child = fork();
     if (child == 0) {
