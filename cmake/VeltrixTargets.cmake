@@ -48,7 +48,8 @@ endif()
 set(VELTRIX_TEST_ENVIRONMENT)
 if(VELTRIX_SANITIZERS)
     set(VELTRIX_TEST_ENVIRONMENT
-        "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/leaks.supp:print_suppressions=0")
+        "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/leaks.supp:print_suppressions=0"
+        "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/threads.supp:print_suppressions=0")
 endif()
 
 # veltrix_add_test(NAME SOURCES... LINK libraries... [LABEL unit|platform|e2e] [SERVERS] [TIMEOUT seconds]
