@@ -16,6 +16,8 @@ namespace
 
 using MappingDocument::Outcome;
 
+constexpr int declarationRoom = 256; // characters in which an XML declaration ends
+
 // What XML 1.0 counts as a character, halves of surrogate pairs included.
 constexpr bool isCharacter(ushort c)
 {
@@ -35,7 +37,6 @@ QTextCodec *codecOf(const QByteArray &bytes)
     }
     static const QRegularExpression declaration(
         QStringLiteral("^<\\?xml\\s[^>]*\\bencoding\\s*=\\s*[\"']([A-Za-z][A-Za-z0-9._-]*)[\"']"));
-    constexpr int declarationRoom = 256;
     const QRegularExpressionMatch match = declaration.match(QString::fromLatin1(bytes.left(declarationRoom)));
     return QTextCodec::codecForName(match.hasMatch() ? match.captured(1).toLatin1() : QByteArray("UTF-8"));
 }
@@ -82,11 +83,120 @@ QString pieceOf(const QString &text, int from, int size)
     return text.mid(from, size);
 }
 
-// A DOM's parser knows no bounds, and a tree, half-built or whole, is taken down recursively. What it would
-// be built of is therefore counted before. The text is handed over in pieces, so that a tag is noticed before
-// the toolkit compares a million attributes with each other.
-Outcome examine(const QString &text, QString *reason)
+// Builds the tree of what a stream reader reports.
+class TreeBuilder
 {
+public:
+    // @p head is the text's begin, with its declaration.
+    TreeBuilder(QDomDocument *document, const QString &head)
+        : m_document(document)
+        , m_head(head)
+    {
+        document->createDocumentFragment(); // without any node it is null, and takes none
+        m_parent = *document;
+    }
+
+    // Takes the token that @p reader stands at.
+    void add(const QXmlStreamReader &reader)
+    {
+        if (reader.isCharacters() && !reader.isCDATA()) {
+            m_text += reader.text(); // may come in pieces
+            return;
+        }
+        addText();
+        switch (reader.tokenType()) {
+        case QXmlStreamReader::StartDocument:
+            addDeclaration(reader);
+            break;
+        case QXmlStreamReader::StartElement:
+            addElement(reader);
+            break;
+        case QXmlStreamReader::EndElement:
+            m_parent = m_parent.parentNode();
+            break;
+        case QXmlStreamReader::Characters:
+            m_parent.appendChild(m_document->createCDATASection(reader.text().toString()));
+            break;
+        case QXmlStreamReader::Comment:
+            m_parent.appendChild(m_document->createComment(reader.text().toString()));
+            break;
+        case QXmlStreamReader::ProcessingInstruction:
+            m_parent.appendChild(
+                m_document->createProcessingInstruction(reader.processingInstructionTarget().toString(),
+                                                        reader.processingInstructionData().toString()));
+            break;
+        case QXmlStreamReader::DTD:
+            addType(reader);
+            break;
+        default:
+            break;
+        }
+    }
+
+private:
+    // Blanks between tags are the file's layout, which the writer makes anew.
+    void addText()
+    {
+        const auto isBlank = [](QChar c) { return c.isSpace(); };
+        if (!std::all_of(m_text.cbegin(), m_text.cend(), isBlank)) {
+            m_parent.appendChild(m_document->createTextNode(m_text));
+        }
+        m_text.clear();
+    }
+
+    // As the writer's declarations: in UTF-8, and standalone or not as before. The reader does not tell a
+    // "no" from none.
+    void addDeclaration(const QXmlStreamReader &reader)
+    {
+        if (reader.documentVersion().isEmpty()) {
+            return;
+        }
+        static const QRegularExpression standalone(
+            QStringLiteral("^[^>]*\\bstandalone\\s*=\\s*[\"'](yes|no)[\"']"));
+        QString data = QStringLiteral("version=\"1.0\" encoding=\"UTF-8\"");
+        const QRegularExpressionMatch match = standalone.match(m_head);
+        if (match.hasMatch()) {
+            data += QStringLiteral(" standalone=\"%1\"").arg(match.captured(1));
+        }
+        m_document->appendChild(m_document->createProcessingInstruction(QStringLiteral("xml"), data));
+    }
+
+    // A document has its type from the start on: what stood before it moves to a new one.
+    void addType(const QXmlStreamReader &reader)
+    {
+        QDomDocument typed(QDomImplementation().createDocumentType(
+            reader.dtdName().toString(), reader.dtdPublicId().toString(), reader.dtdSystemId().toString()));
+        while (!m_document->firstChild().isNull()) {
+            typed.appendChild(m_document->firstChild());
+        }
+        *m_document = typed;
+        m_parent = *m_document;
+    }
+
+    void addElement(const QXmlStreamReader &reader)
+    {
+        QDomElement element = m_document->createElement(reader.qualifiedName().toString());
+        const QXmlStreamAttributes attributes = reader.attributes();
+        for (const QXmlStreamAttribute &attribute : attributes) {
+            element.setAttribute(attribute.qualifiedName().toString(), attribute.value().toString());
+        }
+        m_parent.appendChild(element);
+        m_parent = element;
+    }
+
+    QDomDocument *m_document;
+    const QString m_head;
+    QDomNode m_parent; // of what comes next
+    QString m_text;
+};
+
+// A tree costs up to 400 bytes a part and is taken down recursively, and the toolkit's own way to build one
+// knows no bounds: it is built here, of what the stream reader reports, and only as far as the bounds go. The
+// text is handed over in pieces, so that a tag is noticed before the toolkit compares a million attributes
+// with each other.
+Outcome build(const QString &text, QDomDocument *document, QString *reason)
+{
+    TreeBuilder tree(document, text.left(declarationRoom));
     QXmlStreamReader reader;
     reader.setNamespaceProcessing(false);
     const auto refused = [reason](const QString &why) {
@@ -134,54 +244,31 @@ Outcome examine(const QString &text, QString *reason)
             return refused(
                 QStringLiteral("more than %1 tags and attributes").arg(MappingDocument::maximumParts));
         }
+        tree.add(reader);
     }
     return Outcome::Parsed;
-}
-
-// Qt's parser hands the declaration on in single quotes, and its serializer believes the encoding in it.
-void adjustDeclaration(QDomDocument *document)
-{
-    QDomProcessingInstruction declaration = document->firstChild().toProcessingInstruction();
-    if (declaration.isNull() || declaration.target() != QLatin1String("xml")) {
-        return;
-    }
-    static const QRegularExpression standalone(QStringLiteral("\\bstandalone\\s*=\\s*[\"'](yes|no)[\"']"));
-    QString data = QStringLiteral("version=\"1.0\" encoding=\"UTF-8\"");
-    const QRegularExpressionMatch match = standalone.match(declaration.data());
-    if (match.hasMatch()) {
-        data += QStringLiteral(" standalone=\"%1\"").arg(match.captured(1));
-    }
-    declaration.setData(data);
 }
 
 } // namespace
 
 Outcome MappingDocument::parse(const QByteArray &bytes, QDomDocument *document, QString *reason)
 {
-    // Decoded once, so that both parsers see the same text whatever the bytes may claim.
+    // Decoded here: the reader takes a text as it is, whatever an encoding in it may claim.
     QString text;
     if (!decode(bytes, &text, reason)) {
         return Outcome::Malformed;
     }
-    const Outcome outcome = examine(text, reason);
-    if (outcome != Outcome::Parsed) {
-        return outcome;
+    QDomDocument built;
+    const Outcome outcome = build(text, &built, reason);
+    if (outcome == Outcome::Parsed) {
+        *document = built;
     }
-    QDomDocument parsed;
-    int line = 0;
-    QString error;
-    if (!parsed.setContent(text, &error, &line)) {
-        *reason = QStringLiteral("line %1: %2").arg(line).arg(error);
-        return Outcome::Malformed;
-    }
-    *document = parsed;
-    return Outcome::Parsed;
+    return outcome;
 }
 
 QByteArray MappingDocument::serialize(QDomDocument *document)
 {
     constexpr int indent = 1;
-    adjustDeclaration(document);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     QTextStream stream(&buffer);

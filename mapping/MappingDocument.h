@@ -37,8 +37,7 @@ enum class Outcome {
 /// bytes of them can stand for gigabytes.
 Outcome parse(const QByteArray &bytes, QDomDocument *document, QString *reason);
 
-/// @p document in UTF-8, indented by one blank a level. An XML declaration, when there is one, is adjusted to
-/// say so.
+/// @p document, as parse() gives it, in UTF-8, indented by one blank a level.
 QByteArray serialize(QDomDocument *document);
 
 /// @p text without the characters that XML 1.0 has no way to carry: control characters other than tab and

@@ -16,7 +16,7 @@ namespace
 {
 
 constexpr int shortStall = 300; // ms
-#ifdef __SANITIZE_ADDRESS__
+#ifdef VELTRIX_ADDRESS_SANITIZER
 constexpr qint64 allowedGrowth = 320LL * 1024 * 1024; // the sanitizer keeps 256 MiB of what has been freed
 #else
 constexpr qint64 allowedGrowth = 32LL * 1024 * 1024;

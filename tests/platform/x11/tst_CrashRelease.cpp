@@ -264,7 +264,7 @@ void tst_CrashRelease::processSleepsAndIsSmall()
     QCOMPARE(figure(watchdog, "status", "voluntary_ctxt_switches"), before);
     const qint64 memory = figure(watchdog, "smaps_rollup", "Private_Dirty");
     qInfo("private memory of the release process: %lld kB", memory);
-#ifndef __SANITIZE_ADDRESS__
+#ifndef VELTRIX_ADDRESS_SANITIZER
     QVERIFY(memory < 400);
 #endif
 }
