@@ -10,9 +10,9 @@ class MappingFiles
 {
 public:
     // Each with the stroke that separates it from the folder.
-    static constexpr QLatin1String libraryName{"/ZR.xml"};
-    static constexpr QLatin1String customName{"/custom.xml"};
-    static constexpr QLatin1String workingCopyName{"/current.xml"};
+    static inline const QLatin1String libraryName{"/ZR.xml"};
+    static inline const QLatin1String customName{"/custom.xml"};
+    static inline const QLatin1String workingCopyName{"/current.xml"};
 
     /// @p directory is the program's data directory. @p seedDirectory holds the files that came with the
     /// program; empty means that none did.

@@ -8,10 +8,12 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <deque>
 #include <dlfcn.h>
 #include <jack/jack.h>
 #include <jack/midiport.h>
 #include <jack/ringbuffer.h>
+#include <mutex>
 #include <thread>
 
 namespace
@@ -54,10 +56,13 @@ extern "C" {
 
 int jack_set_process_callback(jack_client_t *client, JackProcessCallback function, void *argument)
 {
-    // Never freed: the client may call it until the process ends.
-    auto *callback = new Callback{function, argument}; // NOLINT(cppcoreguidelines-owning-memory)
+    // Never freed, but never lost either: a client may call it until the process ends.
+    static std::mutex changing;
+    static auto *callbacks = new std::deque<Callback>; // NOLINT(cppcoreguidelines-owning-memory)
+    const std::lock_guard lock(changing);
+    callbacks->push_back({function, argument});
     return following<decltype(jack_set_process_callback)>("jack_set_process_callback")(client, &process,
-                                                                                       callback);
+                                                                                       &callbacks->back());
 }
 
 // What the callback of an output does first, once it has found its port.
