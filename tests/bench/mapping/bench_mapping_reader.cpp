@@ -151,7 +151,9 @@ int measureHere(const QString &mode, const QString &path)
     }
     // A tree's million freed pieces are put together by the allocator at the next large request, which may
     // come after a parse alone: it counts for all.
+#ifdef __GLIBC__
     malloc_trim(0);
+#endif
     const std::clock_t end = std::clock();
     std::printf("%.3f %.1f\n", static_cast<double>(end - start) * 1000 / CLOCKS_PER_SEC, peakMebibytes());
     return 0;
