@@ -1,5 +1,6 @@
 #include "app/CommandLine.h"
 
+#include "app/RemoteCommands.h"
 #include "app/Translations.h"
 #include "app/frame/AppInfo.h"
 #include "device/TcpAddress.h"
@@ -13,9 +14,24 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 namespace
 {
+
+/// A command's words as --help shows them and the parser takes them: the first is the option's own value,
+/// those after it stand alone.
+QCommandLineOption option(const Command &command)
+{
+    const QString values =
+        QString::fromLatin1(command.values).replace(QLatin1Char(' '), QLatin1String("> <"));
+    return QCommandLineOption(QLatin1String(command.option), Commands::describe(command), values);
+}
+
+int wordsOf(const Command &command)
+{
+    return QString::fromLatin1(command.values).split(QLatin1Char(' '), Qt::SkipEmptyParts).size();
+}
 
 /// The program leaves the folder in which the user typed a relative path. A bare name that is no file there
 /// stays what it is: "COM3" is no path.
@@ -30,6 +46,40 @@ QString fromHere(const QString &port)
 }
 
 } // namespace
+
+QString CommandLine::takeCommand(const QCommandLineParser &parser)
+{
+    QStringList words = parser.positionalArguments();
+    for (const Command &each : Commands::all()) {
+        const QString name = QLatin1String(each.option);
+        if (!parser.isSet(name)) {
+            continue;
+        }
+        if (command != nullptr) {
+            return tr("--%1 and --%2 do not go together.").arg(QLatin1String(command->option), name);
+        }
+        command = &each;
+        request = Request::Command;
+        const int wanted = wordsOf(each);
+        if (wanted > 0) {
+            words.prepend(parser.value(name));
+        }
+        if (words.size() < wanted) {
+            return tr("A value is missing after --%1.").arg(name);
+        }
+        call.values = words.mid(0, wanted);
+        words = words.mid(wanted);
+    }
+    call.json = parser.isSet(QStringLiteral("json"));
+    if (call.json && (command == nullptr || !command->json)) {
+        return tr("--json goes with --list and --status.");
+    }
+    if (command != nullptr && !forStart.isEmpty()) {
+        return tr("%1 and --%2 do not go together.")
+            .arg(forStart.constFirst(), QLatin1String(command->option));
+    }
+    return words.isEmpty() ? QString() : tr("Unexpected argument: %1").arg(words.constFirst());
+}
 
 CommandLine CommandLine::parse(const QStringList &arguments, const QString &environmentPort)
 {
@@ -54,6 +104,11 @@ CommandLine CommandLine::parse(const QStringList &arguments, const QString &envi
     QCommandLineOption secondary(QStringLiteral("secondary"));
     secondary.setFlags(QCommandLineOption::HiddenFromHelp);
     parser.addOptions({help, input, port, verbose, secondary});
+    for (const Command &each : Commands::all()) {
+        parser.addOption(option(each));
+    }
+    parser.addOption(QCommandLineOption(QStringLiteral("json"),
+                                        tr("With --list and --status: answer with JSON, for programs.")));
 
     CommandLine result;
     if (!parser.parse(arguments)) {
@@ -65,9 +120,14 @@ CommandLine CommandLine::parse(const QStringList &arguments, const QString &envi
     } else if (parser.isSet(version)) {
         result.request = Request::Answer;
         result.message = QStringLiteral("veltrix ") + QLatin1String(AppInfo::version) + QLatin1Char('\n');
-    } else if (!parser.positionalArguments().isEmpty()) {
-        result.request = Request::Mistake;
-        result.message = tr("Unexpected argument: %1").arg(parser.positionalArguments().constFirst());
+    } else {
+        for (const QCommandLineOption &each : {port, input}) {
+            if (parser.isSet(each)) {
+                result.forStart.append(QStringLiteral("--") + each.names().constFirst());
+            }
+        }
+        result.message = result.takeCommand(parser);
+        result.request = result.message.isEmpty() ? result.request : Request::Mistake;
     }
     result.port = fromHere(parser.isSet(port) ? parser.value(port) : environmentPort);
     result.input = parser.value(input);
@@ -91,18 +151,39 @@ std::optional<int> CommandLine::answerEarly(int argc, char **argv)
     using namespace std::string_view_literals;
     constexpr std::array questions{"-h"sv, "--help"sv, "-v"sv, "--version"sv};
     const bool asked = std::any_of(argv, argv + argc, [&](const char *argument) {
-        return std::find(questions.begin(), questions.end(), argument) != questions.end();
+        const QString option = QString::fromLocal8Bit(argument).section(QLatin1Char('='), 0, 0);
+        return std::find(questions.begin(), questions.end(), argument) != questions.end() ||
+               (option.startsWith(QLatin1String("--")) && Commands::find(option.mid(2)) != nullptr);
     });
     if (!asked) {
         return std::nullopt;
     }
     const QCoreApplication application(argc, argv);
+    AppInfo::introduce();
     Translations::install();
-    return parse(QCoreApplication::arguments(), QString()).print();
+    const CommandLine line = parse(QCoreApplication::arguments(), QString());
+    return line.request == Request::Run ? std::nullopt : std::optional(line.print());
+}
+
+int CommandLine::answerRefusedStart()
+{
+    Translations::install();
+    const CommandLine line = parse(QCoreApplication::arguments(), QString());
+    if (line.request != Request::Run) {
+        return line.print();
+    }
+    if (!line.forStart.isEmpty()) {
+        return Commands::answer(2, tr("Veltrix is running already and cannot take %1: quit it first.")
+                                       .arg(line.forStart.join(QLatin1String(", "))));
+    }
+    return line.verbose ? RemoteCommands::verbose() : 0;
 }
 
 int CommandLine::print() const
 {
+    if (request == Request::Command) {
+        return command->run(call);
+    }
     const bool mistake = request == Request::Mistake;
     const QString text = mistake ? QStringLiteral("veltrix: %1\n").arg(message) : message;
     Session::print(text, mistake);

@@ -86,8 +86,13 @@ void Logging::start(bool verbose)
                        "%{category}: %{message}"));
     qInstallMessageHandler(handle);
     if (verbose) {
-        QLoggingCategory::setFilterRules(QStringLiteral("veltrix.*.debug=true"));
+        addEvents();
     }
+}
+
+void Logging::addEvents()
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("veltrix.*.debug=true"));
 }
 
 void Logging::addFile(const QString &directory)

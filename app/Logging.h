@@ -14,6 +14,9 @@ namespace Logging
 /// environment variable QT_LOGGING_RULES wins over it.
 void start(bool verbose);
 
+/// Adds the lines that come with every event from now on, as start() does where it is asked to.
+void addEvents();
+
 /// Also writes what has been logged since start(), and what is logged from now on, to the file "veltrix.log"
 /// in @p directory (see LogFile). Needs the application object.
 void addFile(const QString &directory);

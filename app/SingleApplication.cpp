@@ -15,6 +15,7 @@
 #include <QThread>
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -119,7 +120,7 @@ struct SingleApplication::Private {
     uchar *bytes() const { return static_cast<uchar *>(memory->data()); }
 };
 
-SingleApplication::SingleApplication(int &argc, char **argv, bool allowSecondary)
+SingleApplication::SingleApplication(int &argc, char **argv, bool allowSecondary, int (*onRefusal)())
     : QApplication(argc, argv)
     , d(std::make_unique<Private>())
 {
@@ -135,8 +136,10 @@ SingleApplication::SingleApplication(int &argc, char **argv, bool allowSecondary
         }
         d.reset();
     }
+    const int status = onRefusal == nullptr ? EXIT_SUCCESS : onRefusal();
+    std::fflush(nullptr);
     // At once: nothing of the application has started yet that would want an orderly end.
-    std::_Exit(EXIT_SUCCESS);
+    std::_Exit(status);
 }
 
 SingleApplication::~SingleApplication()

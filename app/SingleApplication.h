@@ -7,7 +7,7 @@
 /// The application object, and the guard that lets one copy of the program run per user.
 ///
 /// The first start becomes the primary instance. A later one wakes it (its showUp() is emitted) and ends
-/// inside the constructor with status 0, before any window exists. What the copies share is a block of two
+/// inside the constructor, before any window exists. What the copies share is a block of two
 /// bytes and a local socket that only this user may connect to, both named by instanceKey() and kept in the
 /// user's runtime directory, or, where such names are machine-wide, with the user's mark at their end.
 ///
@@ -20,8 +20,10 @@ class SingleApplication : public QApplication
 
 public:
     /// The application's names must be set. @p allowSecondary admits one further copy that is started with
-    /// "--secondary". @p argc and @p argv must outlive the object.
-    SingleApplication(int &argc, char **argv, bool allowSecondary);
+    /// "--secondary". What @p onRefusal returns is the exit status of a later start that has woken the
+    /// first; it is called with the application object there, and may print. @p argc and @p argv must
+    /// outlive the object.
+    SingleApplication(int &argc, char **argv, bool allowSecondary, int (*onRefusal)() = nullptr);
     ~SingleApplication() override;
 
     bool isPrimary() const;

@@ -79,6 +79,11 @@ ZRMainWindow::ZRMainWindow(std::unique_ptr<SerialProtocol> serial, const DeviceP
 
 ZRMainWindow::~ZRMainWindow() = default;
 
+bool ZRMainWindow::isConnected() const
+{
+    return m_serial->isConnected();
+}
+
 void ZRMainWindow::addCloseButton()
 {
     auto *button = new QPushButton(this);

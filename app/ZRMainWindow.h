@@ -39,6 +39,9 @@ public:
 
     DeviceZR *devicePage() const { return m_devicePage; }
 
+    /// Whether the device is there.
+    bool isConnected() const;
+
 public Q_SLOTS:
     /// Shows the page for this name: none the welcome page, "ZR" the device page, "GAME" the game; others are
     /// ignored.

@@ -5,6 +5,7 @@
 #include "app/DataDirectory.h"
 #include "app/Leftovers.h"
 #include "app/Logging.h"
+#include "app/RemoteControl.h"
 #include "app/SettingsPlace.h"
 #include "app/SingleApplication.h"
 #include "app/Translations.h"
@@ -20,6 +21,7 @@
 #include "mapping/MappingSession.h"
 #include "net/MapUpdate.h"
 #include "net/ZRUpdater.h"
+#include "remote/RemoteServer.h"
 #include "ui/DeviceZR.h"
 
 int main(int argc, char *argv[])
@@ -32,13 +34,11 @@ int main(int argc, char *argv[])
 
     // Made before the names are set, so it finds nothing, and the window shows at every start. Deliberate.
     const QSettings settingsWithoutNames;
-    QCoreApplication::setApplicationName(QLatin1String(AppInfo::applicationName));
-    QCoreApplication::setOrganizationName(QLatin1String(AppInfo::organisationName));
-    QCoreApplication::setOrganizationDomain(QLatin1String(AppInfo::organisationDomain));
+    AppInfo::introduce();
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     Session::fitToScreens(ZRMainWindow::windowWidth, ZRMainWindow::windowHeight);
-    const SingleApplication application(argc, argv, false);
+    const SingleApplication application(argc, argv, false, CommandLine::answerRefusedStart);
     Translations::install();
 
     const CommandLine commandLine =
@@ -93,10 +93,15 @@ int main(int argc, char *argv[])
         },
         updater, core.clock());
     updateDialog.setWindow(&window);
-    QObject::connect(&application, &SingleApplication::showUp, &window, [&window] {
+    const auto bringWindow = [&window] {
         window.showOnFront();
         Session::bringToFront(window.winId());
-    });
+    };
+    QObject::connect(&application, &SingleApplication::showUp, &window, bringWindow);
+    const RemoteControl control(
+        {&mappings, &core.dispatcher(), [&window] { return window.isConnected(); }, bringWindow});
+    RemoteServer remote([&control](const RemoteRequest &request) { return control.answer(request); });
+    remote.listen(Session::userMark());
     if (show) {
         window.show();
     }

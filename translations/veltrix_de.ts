@@ -245,6 +245,49 @@
         <source>--input takes one of %1.</source>
         <translation>--input nimmt eines von %1.</translation>
     </message>
+    <message>
+        <source>--%1 and --%2 do not go together.</source>
+        <translation>--%1 und --%2 gehen nicht zusammen.</translation>
+    </message>
+    <message>
+        <source>--json goes with --list and --status.</source>
+        <translation>--json gehört zu --list und --status.</translation>
+    </message>
+    <message>
+        <source>%1 and --%2 do not go together.</source>
+        <translation>%1 und --%2 gehen nicht zusammen.</translation>
+    </message>
+    <message>
+        <source>With --list and --status: answer with JSON, for programs.</source>
+        <translation>Mit --list und --status: als JSON antworten, für Programme.</translation>
+    </message>
+    <message>
+        <source>Veltrix is running already and cannot take %1: quit it first.</source>
+        <translation>Veltrix läuft schon und kann %1 nicht annehmen: erst beenden.</translation>
+    </message>
+    <message>
+        <source>A value is missing after --%1.</source>
+        <translation>Nach --%1 fehlt ein Wert.</translation>
+    </message>
+</context>
+<context>
+    <name>Commands</name>
+    <message>
+        <source>Have the running program use the mapping of this name.</source>
+        <translation>Das laufende Programm die Belegung dieses Namens verwenden lassen.</translation>
+    </message>
+    <message>
+        <source>List the running program&apos;s mappings.</source>
+        <translation>Die Belegungen des laufenden Programms auflisten.</translation>
+    </message>
+    <message>
+        <source>Show the running program&apos;s window.</source>
+        <translation>Das Fenster des laufenden Programms zeigen.</translation>
+    </message>
+    <message>
+        <source>Tell the running program&apos;s device, mapping, layer and knob mode.</source>
+        <translation>Gerät, Belegung, Ebene und Drehknopf-Modus des laufenden Programms nennen.</translation>
+    </message>
 </context>
 <context>
     <name>DevicePicture</name>
@@ -650,6 +693,126 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>Keys reach X11 programs only. The user guide says under Wayland what helps.</source>
         <translation>Tasten erreichen nur X11-Programme. Was hilft, sagt das Handbuch unter Wayland.</translation>
+    </message>
+</context>
+<context>
+    <name>RemoteClient</name>
+    <message>
+        <source>Veltrix is not running.</source>
+        <translation>Veltrix läuft nicht.</translation>
+    </message>
+    <message>
+        <source>The running Veltrix does not answer.</source>
+        <translation>Das laufende Veltrix antwortet nicht.</translation>
+    </message>
+    <message>
+        <source>The command is too long.</source>
+        <translation>Der Befehl ist zu lang.</translation>
+    </message>
+</context>
+<context>
+    <name>RemoteControl</name>
+    <message>
+        <source>circular</source>
+        <translation>im Kreis</translation>
+    </message>
+    <message>
+        <source>vertical</source>
+        <translation>senkrecht</translation>
+    </message>
+    <message>
+        <source>horizontal</source>
+        <translation>waagrecht</translation>
+    </message>
+    <message>
+        <source>up and down keys</source>
+        <translation>Auf- und Ab-Taste</translation>
+    </message>
+    <message>
+        <source>left and right keys</source>
+        <translation>Links- und Rechts-Taste</translation>
+    </message>
+    <message>
+        <source>MIDI</source>
+        <translation>MIDI</translation>
+    </message>
+    <message>
+        <source>The running Veltrix does not know the command %1.</source>
+        <translation>Das laufende Veltrix kennt den Befehl %1 nicht.</translation>
+    </message>
+    <message>
+        <source>The command %1 has other arguments.</source>
+        <translation>Der Befehl %1 hat andere Argumente.</translation>
+    </message>
+    <message>
+        <source>There is no mapping “%1”.</source>
+        <translation>Es gibt keine Belegung „%1“.</translation>
+    </message>
+    <message>
+        <source>device: %1</source>
+        <translation>Gerät: %1</translation>
+    </message>
+    <message>
+        <source>connected</source>
+        <translation>verbunden</translation>
+    </message>
+    <message>
+        <source>not connected</source>
+        <translation>nicht verbunden</translation>
+    </message>
+    <message>
+        <source>mapping: %1</source>
+        <translation>Belegung: %1</translation>
+    </message>
+    <message>
+        <source>the last one kept</source>
+        <translation>die zuletzt behaltene</translation>
+    </message>
+    <message>
+        <source>layer: %1</source>
+        <translation>Ebene: %1</translation>
+    </message>
+    <message>
+        <source>knob mode: %1</source>
+        <translation>Drehknopf-Modus: %1</translation>
+    </message>
+</context>
+<context>
+    <name>RemoteMessage</name>
+    <message>
+        <source>The answer is too long.</source>
+        <translation>Die Antwort ist zu lang.</translation>
+    </message>
+    <message>
+        <source>The request is too long.</source>
+        <translation>Die Anfrage ist zu lang.</translation>
+    </message>
+    <message>
+        <source>The request is no JSON object.</source>
+        <translation>Die Anfrage ist kein JSON-Objekt.</translation>
+    </message>
+    <message>
+        <source>The request names no command.</source>
+        <translation>Die Anfrage nennt keinen Befehl.</translation>
+    </message>
+    <message>
+        <source>The request has too many arguments.</source>
+        <translation>Die Anfrage hat zu viele Argumente.</translation>
+    </message>
+    <message>
+        <source>The request has an argument that is no text.</source>
+        <translation>Die Anfrage hat ein Argument, das kein Text ist.</translation>
+    </message>
+</context>
+<context>
+    <name>RemoteServer</name>
+    <message>
+        <source>This is another user&apos;s copy of the program.</source>
+        <translation>Diese Kopie des Programms gehört einem anderen Benutzer.</translation>
+    </message>
+    <message>
+        <source>Too many commands at a time: try again.</source>
+        <translation>Zu viele Befehle auf einmal: bitte noch einmal versuchen.</translation>
     </message>
 </context>
 <context>

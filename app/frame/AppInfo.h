@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QCoreApplication>
+
 /// Names and numbers of the program that more than one place needs.
 namespace AppInfo
 {
@@ -8,6 +10,14 @@ namespace AppInfo
 constexpr char applicationName[] = "{Veltrix}";
 constexpr char organisationName[] = "{Brimwell Labs}";
 constexpr char organisationDomain[] = "veltrix.invalid";
+
+/// Gives the application these names. Settings and data folder go by them.
+inline void introduce()
+{
+    QCoreApplication::setApplicationName(QLatin1String(applicationName));
+    QCoreApplication::setOrganizationName(QLatin1String(organisationName));
+    QCoreApplication::setOrganizationDomain(QLatin1String(organisationDomain));
+}
 
 /// Where the links in the window's header lead.
 constexpr char contactPage[] = "https://veltrix.invalid/contact";

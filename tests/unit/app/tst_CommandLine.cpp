@@ -23,6 +23,17 @@ private Q_SLOTS:
     void anUnknownOptionIsAMistake();
     void aStrayArgumentIsAMistake();
     void earlyAnswerOnlyWhenAsked();
+    void aCommandComesWithItsValues();
+    void jsonGoesWithWhatAnswers();
+    void commandsGoWithNothingElse();
+    void aCommandThatLacksAValueIsAMistake();
+    void whatOnlyAStartTakesIsNoted();
+
+private:
+    static CommandLine parse(const QStringList &options)
+    {
+        return CommandLine::parse(QStringList(QStringLiteral("veltrix")) + options, QString());
+    }
 };
 
 void tst_CommandLine::withoutOptionsTheProgramRuns()
@@ -127,7 +138,8 @@ void tst_CommandLine::helpAndVersionAreAnswered()
         const QString name = option.next().captured();
         const CommandLine line = CommandLine::parse({QStringLiteral("veltrix"), name}, QString());
         QVERIFY2(name == QLatin1String("--port") || name == QLatin1String("--input") ||
-                     name == QLatin1String("--verbose") || line.request == CommandLine::Request::Answer,
+                     name == QLatin1String("--verbose") || line.request == CommandLine::Request::Answer ||
+                     name == QLatin1String("--json") || Commands::find(name.mid(2)) != nullptr,
                  qPrintable(name));
     }
     const CommandLine version =
@@ -159,6 +171,67 @@ void tst_CommandLine::earlyAnswerOnlyWhenAsked()
     QByteArray option("--verbose");
     std::array<char *, 3> arguments{name.data(), option.data(), nullptr};
     QVERIFY(!CommandLine::answerEarly(2, arguments.data()).has_value());
+}
+
+void tst_CommandLine::aCommandComesWithItsValues()
+{
+    for (const QStringList &options : {QStringList{QStringLiteral("--use"), QStringLiteral("My Mix")},
+                                       QStringList{QStringLiteral("--use=My Mix")}}) {
+        const CommandLine line = parse(options);
+        QCOMPARE(line.request, CommandLine::Request::Command);
+        QCOMPARE(line.command, Commands::find(QStringLiteral("use")));
+        QCOMPARE(line.call.values, QStringList{QStringLiteral("My Mix")});
+        QVERIFY(!line.call.json);
+    }
+    const CommandLine show = parse({QStringLiteral("--show"), QStringLiteral("--verbose")});
+    QCOMPARE(show.request, CommandLine::Request::Command);
+    QVERIFY(show.call.values.isEmpty());
+    // A name that looks like an option.
+    QCOMPARE(parse({QStringLiteral("--use=--list")}).call.values, QStringList{QStringLiteral("--list")});
+}
+
+void tst_CommandLine::jsonGoesWithWhatAnswers()
+{
+    for (const char *option : {"--list", "--status"}) {
+        const CommandLine line = parse({QLatin1String(option), QStringLiteral("--json")});
+        QCOMPARE(line.request, CommandLine::Request::Command);
+        QVERIFY(line.call.json);
+    }
+    for (const QStringList &options : {QStringList{QStringLiteral("--json")},
+                                       QStringList{QStringLiteral("--show"), QStringLiteral("--json")}}) {
+        const CommandLine line = parse(options);
+        QCOMPARE(line.request, CommandLine::Request::Mistake);
+        QCOMPARE(line.message, QStringLiteral("--json goes with --list and --status."));
+    }
+}
+
+void tst_CommandLine::commandsGoWithNothingElse()
+{
+    const CommandLine two = parse({QStringLiteral("--list"), QStringLiteral("--show")});
+    QCOMPARE(two.request, CommandLine::Request::Mistake);
+    QCOMPARE(two.message, QStringLiteral("--list and --show do not go together."));
+    const CommandLine start = parse({QStringLiteral("--list"), QStringLiteral("--port=COM3")});
+    QCOMPARE(start.request, CommandLine::Request::Mistake);
+    QCOMPARE(start.message, QStringLiteral("--port and --list do not go together."));
+    const CommandLine stray = parse({QStringLiteral("--use"), QStringLiteral("My"), QStringLiteral("Mix")});
+    QCOMPARE(stray.request, CommandLine::Request::Mistake);
+    QCOMPARE(stray.message, QStringLiteral("Unexpected argument: Mix"));
+}
+
+void tst_CommandLine::aCommandThatLacksAValueIsAMistake()
+{
+    const CommandLine line = parse({QStringLiteral("--use")});
+    QCOMPARE(line.request, CommandLine::Request::Mistake);
+    QVERIFY2(line.message.contains(QLatin1String("--use")), qPrintable(line.message));
+}
+
+void tst_CommandLine::whatOnlyAStartTakesIsNoted()
+{
+    QVERIFY(parse({QStringLiteral("--verbose")}).forStart.isEmpty());
+    QCOMPARE(parse({QStringLiteral("--port=COM3"), QStringLiteral("--input=auto")}).forStart,
+             QStringList({QStringLiteral("--port"), QStringLiteral("--input")}));
+    // What the environment says is for every start.
+    QVERIFY(CommandLine::parse({QStringLiteral("veltrix")}, QStringLiteral("/dev/ttyX")).forStart.isEmpty());
 }
 
 QTEST_GUILESS_MAIN(tst_CommandLine)
