@@ -56,7 +56,7 @@ void EventDispatcher::setAction(int button, Layer layer, const shortCut &action)
 void EventDispatcher::releaseEverything()
 {
     m_ledger.releaseAll();
-    m_midi.releaseHeldNotes();
+    m_midi.releaseHeld();
 }
 
 void EventDispatcher::onButtonpress(int button, bool pressing)

@@ -25,6 +25,11 @@ unsigned char statusByte(unsigned int kind, int channel)
     return static_cast<unsigned char>(kind + static_cast<unsigned int>(channel) - 1U);
 }
 
+bool isController(const OwedMessages::Message &message)
+{
+    return (message[0] & 0xF0U) == controlChange;
+}
+
 unsigned char lowByte(int value)
 {
     return static_cast<unsigned char>(value);
@@ -83,16 +88,17 @@ void MidiActions::sendMidi(int ch, int cc, int v_on, int v_off, bool note, bool 
     qCDebug(lcEngine).nospace().noquote() << "Sendig Midi: " << ch << ' ' << cc << ' ' << v_on << ' ' << v_off
                                           << ' ' << yesNo(note) << ' ' << yesNo(pressing);
 
-    // A note is owed from before it begins until after it has ended: the program may be killed in between.
-    const Message end{statusByte(noteOff, ch), lowByte(cc), lowByte(v_off)};
-    if (note && pressing && v_off_enable && std::count(m_owed.begin(), m_owed.end(), end) < mostAlike) {
-        m_owed.push_back(end);
+    // What ends it is owed from before it begins until after it has ended: the program may be killed in
+    // between.
+    const Message end{statusByte(note ? noteOff : controlChange, ch), lowByte(cc), lowByte(v_off)};
+    if (pressing && v_off_enable && (note || isController(end))) {
+        begun(end);
         tellAfterCrash();
     }
     const unsigned int kind = !note ? controlChange : pressing ? noteOn : noteOff;
     send({statusByte(kind, ch), lowByte(cc), lowByte(pressing ? v_on : v_off)}, !pressing);
-    if (note && !pressing) {
-        noteEnded(end);
+    if (!pressing) {
+        ended(end);
         tellAfterCrash();
     }
 }
@@ -107,8 +113,9 @@ void MidiActions::knobEvent(const shortCut &action, char type)
         break;
     case 'L':
     case 'R':
-        sendMidi(action.channel, action.knobcc, knobValue(action, type == 'R'), action.v_off, false,
-                 action.v_off_enable, true);
+        // What the knob was turned to is meant to stay.
+        sendMidi(action.channel, action.knobcc, knobValue(action, type == 'R'), action.v_off, false, false,
+                 true);
         break;
     default:
         break;
@@ -138,7 +145,7 @@ int MidiActions::knobValue(const shortCut &action, bool right)
     return value;
 }
 
-void MidiActions::releaseHeldNotes()
+void MidiActions::releaseHeld()
 {
     if (m_owed.empty()) {
         return;
@@ -176,16 +183,18 @@ void MidiActions::sendOverdue()
     }
 }
 
-// The last value of a controller is the one that counts.
+// The last value of a controller is the one that counts. A note is ended as often as it was begun.
 void MidiActions::owe(const Message &message)
 {
-    const auto same = std::find_if(m_overdue.begin(), m_overdue.end(), [&](const Message &overdue) {
+    const auto isSame = [&](const Message &overdue) {
         return overdue[0] == message[0] && overdue[1] == message[1];
-    });
-    if (same != m_overdue.end()) {
-        *same = message;
-    } else {
+    };
+    const auto same = std::find_if(m_overdue.begin(), m_overdue.end(), isSame);
+    const int most = isController(message) ? 1 : mostAlike;
+    if (std::count_if(same, m_overdue.end(), isSame) < most) {
         m_overdue.push_back(message);
+    } else {
+        *same = message;
     }
     tellAfterCrash();
     retryLater();
@@ -219,16 +228,26 @@ bool MidiActions::isAccepted(const Message &message)
     return m_port.sendMessage(&bytes) == MidiOutPort::Sent::Accepted;
 }
 
-// Two actions may have begun the same note: the one with this release value goes, else the oldest.
-void MidiActions::noteEnded(const Message &noteOffMessage)
+// A note sounds as often as it was begun. A controller has one value, and is put back once.
+void MidiActions::begun(const Message &end)
 {
-    auto ended = std::find(m_owed.begin(), m_owed.end(), noteOffMessage);
-    if (ended == m_owed.end()) {
-        ended = std::find_if(m_owed.begin(), m_owed.end(), [&](const Message &owed) {
-            return owed[0] == noteOffMessage[0] && owed[1] == noteOffMessage[1];
-        });
+    if (isController(end)) {
+        ended(end);
+        m_owed.push_back(end);
+    } else if (std::count(m_owed.begin(), m_owed.end(), end) < mostAlike) {
+        m_owed.push_back(end);
     }
-    if (ended != m_owed.end()) {
-        m_owed.erase(ended);
+}
+
+// Two actions may have begun the same note: the one with this release value goes, else the oldest.
+void MidiActions::ended(const Message &end)
+{
+    auto owed = std::find(m_owed.begin(), m_owed.end(), end);
+    if (owed == m_owed.end()) {
+        owed = std::find_if(m_owed.begin(), m_owed.end(),
+                            [&](const Message &each) { return each[0] == end[0] && each[1] == end[1]; });
+    }
+    if (owed != m_owed.end()) {
+        m_owed.erase(owed);
     }
 }

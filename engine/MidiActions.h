@@ -14,9 +14,10 @@ class OwedMessages;
 
 /// Turns MIDI actions into three-byte messages and sends them through the output port.
 ///
-/// Keeps a ledger of the notes that were begun by an action that also ends them on release, and have not been
-/// ended yet. Notes whose action sends nothing on release are meant to ring on and are not in it. The ledger
-/// watches; what is sent and in which order does not depend on it.
+/// Keeps a ledger of the notes and controllers that were begun by an action that also ends them on release,
+/// and have not been ended yet. Those whose action sends nothing on release are meant to stay and are not in
+/// it, nor are the values that the knob was turned to. The ledger watches; what is sent and in which order
+/// does not depend on it.
 ///
 /// What ends a note or puts a controller back is owed until the port has accepted it: while the port is full
 /// it is tried again every 50 ms, and goes before any other message. Used on the GUI thread.
@@ -51,8 +52,8 @@ public:
     /// Puts the running value of the absolute encoding back to 0.
     void resetKnobValue() { m_knobValue = 0; }
 
-    /// Sends the note-off of every note in the ledger, oldest first, and empties it.
-    void releaseHeldNotes();
+    /// Sends what ends each note and puts each controller of the ledger back, oldest first, and empties it.
+    void releaseHeld();
 
 private:
     using Message = std::array<unsigned char, 3>;
@@ -63,13 +64,14 @@ private:
     void retryLater();
     void owe(const Message &message);
     void tellAfterCrash();
-    void noteEnded(const Message &noteOff);
+    void begun(const Message &end);
+    void ended(const Message &end);
     int knobValue(const shortCut &action, bool right);
 
     MidiOutPort &m_port;
     OwedMessages &m_afterCrash;
     Clock &m_clock;
-    std::vector<Message> m_owed;    // note-off messages, in the order of their note-ons
+    std::vector<Message> m_owed;    // what ends what was begun, in its order; controllers once each
     std::vector<Message> m_overdue; // what ends or puts back and was not accepted, oldest first
     bool m_retries = false;
     int m_knobValue = 0; // 0 to 126

@@ -9,3 +9,4 @@ BR1
 ---
 midi B1 15 02
 midi B0 14 00
+midi B1 15 00

@@ -80,16 +80,16 @@ private:
         return action;
     }
 
-    // Notes that their action ends have other numbers than those that are meant to ring on.
+    // Notes and controllers that their action ends have other numbers than those that are meant to ring on.
     void setMidiFields(shortCut &action)
     {
         action.note = chance(70);
         action.v_off_enable = chance(70);
         action.channel = 1 + below(2);
         action.cc = chance(5) ? -1 : below(3) + (action.v_off_enable ? SystemModel::firstOwedNote : 0);
-        action.v_on = 1 + below(127);
-        action.v_off = below(3);
-        action.knobcc = below(128);
+        action.v_on = SystemModel::leastOn + below(127 - SystemModel::leastOn);
+        action.v_off = below(SystemModel::leastOn);
+        action.knobcc = SystemModel::firstKnobController + below(128 - SystemModel::firstKnobController);
         action.m01h = chance(30);
         action.m3fh = chance(30);
         action.m0_127 = chance(30);

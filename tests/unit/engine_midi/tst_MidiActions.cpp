@@ -78,7 +78,7 @@ private Q_SLOTS:
         QCOMPARE(m_log->linesHolding(QStringLiteral("error opening MidiOut")).size(), 1);
         m_log->clear();
         m_actions->sendMidi(1, 60, 100, 0, true, true, true);
-        m_actions->releaseHeldNotes();
+        m_actions->releaseHeld();
         QCOMPARE(sent(), QStringList());
         QCOMPARE(m_log->lines(), QStringList());
     }
@@ -126,7 +126,7 @@ private Q_SLOTS:
         m_actions->sendMidi(1, -1, 100, 0, true, true, false);
         m_actions->sendMidi(1, -1, 100, 0, false, true, true);
         QCOMPARE(sent(), QStringList());
-        m_actions->releaseHeldNotes();
+        m_actions->releaseHeld();
         QCOMPARE(sent(), QStringList());
     }
 
@@ -273,7 +273,7 @@ private Q_SLOTS:
         action.v_off_enable = false;
         play(action, "L");
         QCOMPARE(sent(), QStringList(QStringLiteral("B1 14 3F")));
-        m_actions->releaseHeldNotes();
+        m_actions->releaseHeld();
         QCOMPARE(sent(), QStringList());
     }
 
@@ -299,9 +299,9 @@ private Q_SLOTS:
         m_actions->sendMidi(5, 60, 100, 9, true, true, true);
         m_actions->sendMidi(6, 62, 100, 8, true, true, true);
         sent();
-        m_actions->releaseHeldNotes();
+        m_actions->releaseHeld();
         QCOMPARE(sent(), QStringList({QStringLiteral("84 3C 09"), QStringLiteral("85 3E 08")}));
-        m_actions->releaseHeldNotes();
+        m_actions->releaseHeld();
         QCOMPARE(sent(), QStringList());
     }
 
@@ -310,7 +310,7 @@ private Q_SLOTS:
         m_actions->sendMidi(1, 60, 100, 0, true, true, true);
         m_actions->sendMidi(1, 60, 100, 0, true, true, false);
         sent();
-        m_actions->releaseHeldNotes();
+        m_actions->releaseHeld();
         QCOMPARE(sent(), QStringList());
     }
 
@@ -320,7 +320,7 @@ private Q_SLOTS:
             m_actions->sendMidi(1, 60, 100, 0, true, true, true);
         }
         sent();
-        m_actions->releaseHeldNotes();
+        m_actions->releaseHeld();
         QCOMPARE(sent().size(), 11);
     }
 
@@ -328,16 +328,56 @@ private Q_SLOTS:
     {
         m_actions->sendMidi(1, 60, 100, 0, true, false, true);
         sent();
-        m_actions->releaseHeldNotes();
+        m_actions->releaseHeld();
         QCOMPARE(sent(), QStringList());
     }
 
-    void controllersAreNotTouched()
+    void controllersArePutBackOnce()
     {
         m_actions->sendMidi(1, 64, 127, 0, false, true, true);
+        m_actions->sendMidi(1, 64, 100, 3, false, true, true);
+        m_actions->sendMidi(1, 65, 127, 0, false, true, true);
+        m_actions->sendMidi(1, 65, 127, 0, false, true, false);
         sent();
-        m_actions->releaseHeldNotes();
+        m_actions->releaseHeld();
+        QCOMPARE(sent(), QStringList(QStringLiteral("B0 40 03")));
+        m_actions->releaseHeld();
         QCOMPARE(sent(), QStringList());
+    }
+
+    void controllersMeantToStayAreNotTouched()
+    {
+        m_actions->sendMidi(1, 64, 127, 0, false, false, true);
+        shortCut knob;
+        knob.channel = 1;
+        knob.knobcc = 20;
+        knob.m0_127 = true;
+        knob.v_off_enable = true;
+        m_actions->knobEvent(knob, 'R');
+        sent();
+        m_actions->releaseHeld();
+        QCOMPARE(sent(), QStringList());
+    }
+
+    void aControllerThatIsHeldIsPutBackAfterACrash()
+    {
+        m_actions->sendMidi(1, 64, 127, 5, false, true, true);
+        QVERIFY(m_afterCrash->contains({0xB0, 64, 5}));
+        m_actions->sendMidi(1, 64, 127, 5, false, true, false);
+        QVERIFY(m_afterCrash->isEmpty());
+    }
+
+    void aNoteBegunTwiceIsEndedTwiceByAServerThatStoodStill()
+    {
+        m_actions->sendMidi(1, 60, 100, 0, true, true, true);
+        m_actions->sendMidi(1, 60, 100, 0, true, true, true);
+        m_midi->hasRoom = false;
+        m_actions->sendMidi(1, 60, 100, 0, true, true, false);
+        m_actions->sendMidi(1, 60, 100, 0, true, true, false);
+        sent();
+        m_midi->hasRoom = true;
+        m_clock.advance(MidiActions::retryInterval);
+        QCOMPARE(sent(), QStringList({QStringLiteral("80 3C 00"), QStringLiteral("80 3C 00")}));
     }
 
     void theSameNoteBegunTwiceIsOwedTwoEnds()
@@ -346,7 +386,7 @@ private Q_SLOTS:
         m_actions->sendMidi(1, 60, 100, 2, true, true, true);
         m_actions->sendMidi(1, 60, 100, 2, true, true, false);
         sent();
-        m_actions->releaseHeldNotes();
+        m_actions->releaseHeld();
         QCOMPARE(sent(), QStringList(QStringLiteral("80 3C 01")));
     }
 
@@ -355,7 +395,7 @@ private Q_SLOTS:
         m_actions->sendMidi(1, 60, 100, 1, true, true, true);
         m_actions->sendMidi(1, 60, 90, 7, true, true, false);
         sent();
-        m_actions->releaseHeldNotes();
+        m_actions->releaseHeld();
         QCOMPARE(sent(), QStringList());
     }
 
@@ -365,7 +405,7 @@ private Q_SLOTS:
         m_actions->sendMidi(2, 60, 100, 0, true, true, false);
         m_actions->sendMidi(1, 61, 100, 0, true, true, false);
         sent();
-        m_actions->releaseHeldNotes();
+        m_actions->releaseHeld();
         QCOMPARE(sent(), QStringList(QStringLiteral("80 3C 00")));
     }
 
@@ -377,7 +417,7 @@ private Q_SLOTS:
         action.note = true;
         play(action, "D");
         sent();
-        m_actions->releaseHeldNotes();
+        m_actions->releaseHeld();
         QCOMPARE(sent(), QStringList(QStringLiteral("81 30 00")));
     }
 
@@ -439,7 +479,7 @@ private Q_SLOTS:
         m_actions->sendMidi(1, 61, 100, 0, true, true, true);
         sent();
         m_midi->hasRoom = false;
-        m_actions->releaseHeldNotes();
+        m_actions->releaseHeld();
         m_midi->hasRoom = true;
         m_clock.advance(MidiActions::retryInterval);
         QCOMPARE(sent(), QStringList({QStringLiteral("80 3C 00"), QStringLiteral("80 3D 00")}));
