@@ -139,6 +139,13 @@ class XServer:
         self._x11.XQueryKeymap(ctypes.c_void_p(self._display), keymap)
         return [code for code in range(256) if keymap.raw[code // 8] >> (code % 8) & 1]
 
+    def buttons_held(self):
+        window, number, mask = ctypes.c_ulong(), ctypes.c_int(), ctypes.c_uint()
+        display = ctypes.c_void_p(self._display)
+        self._x11.XQueryPointer(display, self._x11.XDefaultRootWindow(display), ctypes.byref(window), ctypes.byref(window),
+                                *[ctypes.byref(number)] * 4, ctypes.byref(mask))
+        return [button for button in range(1, 6) if mask.value >> (7 + button) & 1]
+
     def windows(self):
         """The places of the windows that are shown, as (x, y, width, height)."""
         root, parent, children, count = ctypes.c_ulong(), ctypes.c_ulong(), ctypes.POINTER(ctypes.c_ulong)(), ctypes.c_uint()

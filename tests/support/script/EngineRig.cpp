@@ -1,9 +1,6 @@
 #include "tests/support/script/EngineRig.h"
 
-#include "tests/support/script/RecordingMidiBackend.h"
-
 EngineRig::EngineRig(QPoint pointerAt)
-    : midiPort(std::make_unique<RecordingMidiBackend>(recorder))
 {
     midiPort.openPort(0);
     pointer.place(pointerAt);

@@ -13,6 +13,7 @@
 #include "midi/MidiOutPort.h"
 #include "midi/OwedMessages.h"
 #include "tests/support/script/ManualClock.h"
+#include "tests/support/script/RecordingMidiBackend.h"
 #include "tests/support/script/Script.h"
 
 #include <QTemporaryDir>
@@ -43,7 +44,8 @@ public:
     QTemporaryDir directory;
     Settings stored{directory.filePath(QStringLiteral("settings.ini"))};
     KnobSettings settings{stored};
-    MidiOutPort midiPort;
+    RecordingMidiBackend *const midiSystem = new RecordingMidiBackend(recorder); ///< the port's
+    MidiOutPort midiPort{std::unique_ptr<MidiBackend>(midiSystem)};
     OwedMessages afterCrash;
     MidiActions midi{midiPort, afterCrash, clock};
     std::unique_ptr<EventDispatcher> dispatcher;

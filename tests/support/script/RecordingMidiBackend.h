@@ -3,7 +3,7 @@
 #include "engine/platform/recording/Recorder.h"
 #include "midi/MidiBackend.h"
 
-/// A MIDI system with one port, which records what is sent to it.
+/// A MIDI system with one port, which records what is sent to it. It can stand still, and die.
 class RecordingMidiBackend final : public MidiBackend
 {
     Q_DISABLE_COPY_MOVE(RecordingMidiBackend)
@@ -25,6 +25,11 @@ public:
             QByteArray(reinterpret_cast<const char *>(message.data()), static_cast<int>(message.size())));
     }
     void setCallback(Callback) override {}
+    bool isAlive() override { return alive; }
+    bool hasRoomFor(std::size_t) override { return alive && hasRoom; }
+
+    bool alive = true;
+    bool hasRoom = true;
 
 private:
     Recorder &m_recorder;
