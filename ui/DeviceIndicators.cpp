@@ -10,6 +10,8 @@ namespace
 constexpr PerControl<int> pictures{{5, 5, 5, 7, 7, 4, 2, 3, 1, 1}};
 constexpr QRect arrowPlace(373, 325, 58, 39);
 
+constexpr int frameMs = 16;
+
 } // namespace
 
 DeviceIndicators::DeviceIndicators(QWidget *page)
@@ -19,6 +21,9 @@ DeviceIndicators::DeviceIndicators(QWidget *page)
     setAttribute(Qt::WA_TransparentForMouseEvents); // the drawing below has the tool tips
     // A ground that the page's sheet gives its children would show in the corners of the marks.
     setStyleSheet(QStringLiteral("background-color:rgba(0,0,0,0)"));
+    m_nextFrame.setSingleShot(true);
+    m_nextFrame.setTimerType(Qt::PreciseTimer);
+    connect(&m_nextFrame, &QTimer::timeout, this, &DeviceIndicators::showWanted);
     for (int control = 0; control < m_controls.count; ++control) {
         m_controls[control] =
             addMark(DevicePicture::mark(control),
@@ -68,9 +73,8 @@ void DeviceIndicators::want(Mark &mark, bool shown)
         return;
     }
     mark.wanted = shown;
-    if (isVisible() && !m_showsLater) {
-        m_showsLater = true;
-        QMetaObject::invokeMethod(this, &DeviceIndicators::showWanted, Qt::QueuedConnection);
+    if (isVisible() && !m_nextFrame.isActive()) {
+        m_nextFrame.start(static_cast<int>(m_frame.remainingTime()));
     }
 }
 
@@ -82,7 +86,8 @@ void DeviceIndicators::showEvent(QShowEvent *event)
 
 void DeviceIndicators::showWanted()
 {
-    m_showsLater = false;
+    m_nextFrame.stop();
+    m_frame.setRemainingTime(frameMs, Qt::PreciseTimer);
     for (const Mark &mark : m_controls) {
         mark.label->setVisible(mark.wanted);
     }

@@ -3,13 +3,17 @@
 #include "engine/KnobPointer.h"
 #include "mapping/PerControl.h"
 
+#include <QDeadlineTimer>
 #include <QLabel>
+#include <QTimer>
 #include <QWidget>
 
 /// The marks over the drawing of the device that show what is pressed, touched and turned. Hidden at first.
 ///
 /// A mark comes and goes once the event has been acted on: the page hears of it before, and showing a widget
-/// asks the X server for the pointer, which the action would wait for.
+/// asks the X server for the pointer, which the action would wait for. The first change is shown at once,
+/// what follows within the time of a frame together at its end: nobody sees more, and the next press is not
+/// held up.
 class DeviceIndicators : public QWidget
 {
     Q_OBJECT
@@ -41,5 +45,6 @@ private:
     Mark m_knob;
     Mark m_left;
     Mark m_right;
-    bool m_showsLater = false;
+    QDeadlineTimer m_frame; ///< expired once the marks may change again
+    QTimer m_nextFrame;
 };

@@ -4,6 +4,8 @@
 #include "mapping/PerControl.h"
 
 #include <QHelpEvent>
+#include <QPainter>
+#include <QStyleOption>
 #include <QToolTip>
 
 namespace
@@ -39,6 +41,7 @@ DevicePicture::DevicePicture(QWidget *parent)
     : QLabel(parent)
 {
     setGeometry(place);
+    setAttribute(Qt::WA_OpaquePaintEvent); // what lies below is not painted for each mark that comes and goes
     setStyleSheet(QStringLiteral("background-image: url(:/icons/zr.png)"));
     setAccessibleName(tr("Drawing of the device"));
 }
@@ -51,6 +54,14 @@ bool DevicePicture::event(QEvent *event)
         return true;
     }
     return QLabel::event(event);
+}
+
+void DevicePicture::paintEvent(QPaintEvent * /*event*/)
+{
+    QStyleOption option;
+    option.initFrom(this);
+    QPainter painter(this);
+    style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this); // the sheet's ground and picture
 }
 
 QString DevicePicture::toolTipAt(QPoint position) const

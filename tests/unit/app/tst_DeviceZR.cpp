@@ -14,6 +14,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QGraphicsEffect>
 #include <QHelpEvent>
 #include <QLabel>
@@ -33,6 +34,7 @@ private Q_SLOTS:
     void widgetsStandWhereTheyBelong();
     void marksStandOverTheirControls();
     void marksFollowTheDevice();
+    void marksChangeAtMostOnceAFrame();
     void marksOfAHiddenPageAreRightWhenItIsShown();
     void withoutStoredSlidersBothStandAtOne();
     void aFirstStartStoresWhatTheSlidersShow();
@@ -246,6 +248,35 @@ void tst_DeviceZR::marksFollowTheDevice()
     Q_EMIT m_serial->onKnobevent('U');
     Q_EMIT m_serial->onButtonpress(7, false);
     QTRY_VERIFY(knob->isHidden() && left->isHidden() && marks[7]->isHidden());
+}
+
+// A burst of presses is shown no more often than a screen shows anything, and its end is shown.
+void tst_DeviceZR::marksChangeAtMostOnceAFrame()
+{
+    makePage();
+    auto *mark = m_page->findChildren<QLabel *>(QStringLiteral("controlMark")).at(7);
+    struct : QObject {
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            changes += event->type() == QEvent::Show || event->type() == QEvent::Hide ? 1 : 0;
+            return false;
+        }
+        int changes = 0;
+    } counter;
+    mark->installEventFilter(&counter);
+    QTest::qWait(50);
+    QElapsedTimer elapsed;
+    elapsed.start();
+    for (int i = 0; i < 100; ++i) {
+        Q_EMIT m_serial->onButtonpress(7, true);
+        QCoreApplication::processEvents();
+        Q_EMIT m_serial->onButtonpress(7, false);
+        QCoreApplication::processEvents();
+    }
+    QVERIFY2(counter.changes <= elapsed.elapsed() / 16 + 1, qPrintable(QString::number(counter.changes)));
+    QVERIFY(counter.changes > 0);
+    Q_EMIT m_serial->onButtonpress(7, true);
+    QTRY_VERIFY(mark->isVisible());
 }
 
 void tst_DeviceZR::marksOfAHiddenPageAreRightWhenItIsShown()
