@@ -21,6 +21,7 @@ namespace
     QT_TRANSLATE_NOOP("FileResult", "there is none"),
     QT_TRANSLATE_NOOP("FileResult", "it has no place for a mapping"),
     QT_TRANSLATE_NOOP("FileResult", "it is no mapping file; a copy of it lies beside it"),
+    QT_TRANSLATE_NOOP("FileResult", "another program has changed it meanwhile"),
 };
 
 } // namespace

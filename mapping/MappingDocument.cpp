@@ -223,7 +223,10 @@ Outcome build(const QString &text, QDomDocument *document, QString *reason)
             continue;
         }
         if (reader.hasError()) {
-            *reason = QStringLiteral("line %1: %2").arg(reader.lineNumber()).arg(problem(reader));
+            *reason = QStringLiteral("line %1: %3 (column %2)")
+                          .arg(reader.lineNumber())
+                          .arg(reader.columnNumber())
+                          .arg(problem(reader));
             return Outcome::Malformed;
         }
         lastEnd = reader.characterOffset();

@@ -1,11 +1,15 @@
 #include "mapping/MappingSession.h"
 
 #include "mapping/EntryElement.h"
+#include "mapping/FileHistory.h"
 #include "mapping/LibraryKeeper.h"
+#include "mapping/MappingFile.h"
 #include "mapping/MappingLog.h"
 #include "mapping/SpecialAction.h"
+#include "mapping/VersionRestore.h"
 
 #include <QDomDocument>
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -36,6 +40,34 @@ bool sameForTheKnob(const shortCut &one, const shortCut &other)
 {
     const auto fields = [](const shortCut &s) { return std::tie(s.knobcc, s.m01h, s.m3fh, s.m0_127); };
     return actionKind(one) != ActionKind::MidiKnob || fields(one) == fields(other);
+}
+
+ActionTable asReadBack(const ActionTable &actions)
+{
+    ActionTable read;
+    for (int control = 0; control < ActionTable::controlCount; ++control) {
+        for (const Layer layer : Layers::all) {
+            read[control][layer] = asReadBack(actions[control][layer]);
+        }
+    }
+    return read;
+}
+
+MappingChange::Content contentOf(const QString &path)
+{
+    const MappingFile::ReadResult file = MappingFile::read(path);
+    return file.status == MappingFile::Status::Read ? MappingChange::Content(file.bytes) : std::nullopt;
+}
+
+// Nothing is there afterwards when there is no @p content.
+FileResult put(const QString &path, const MappingChange::Content &content)
+{
+    FileHistory::note(path);
+    if (content) {
+        return MappingFile::replace(path, *content);
+    }
+    QFile file(path);
+    return file.remove() ? FileResult::done() : FileResult::failed(file.errorString());
 }
 
 template <typename Same>
@@ -81,18 +113,18 @@ void MappingSession::load(const std::function<void()> &selectDefault,
 
 bool MappingSession::isKept() const
 {
-    return all(m_now.actions, m_kept, sameInAFile);
+    return all(m_now.actions, m_now.kept, sameInAFile);
 }
 
 bool MappingSession::endsKnobFields() const
 {
-    return !all(m_now.actions, m_kept, sameForTheKnob);
+    return !all(m_now.actions, m_now.kept, sameForTheKnob);
 }
 
 void MappingSession::adopt(const ActionTable &actions)
 {
     m_begun = true;
-    m_kept = actions;
+    m_now.kept = actions;
     const ActionTable before = std::exchange(m_now.actions, actions);
     for (int control = 0; control < ActionTable::controlCount; ++control) {
         for (const Layer layer : Layers::all) {
@@ -125,7 +157,13 @@ void MappingSession::takeList(const QList<ZRButtonMap *> &maps, bool custom, int
 void MappingSession::takeWorkingCopy(ZRButtonMap *map)
 {
     const std::unique_ptr<ZRButtonMap> owned(map);
-    begin(owned->actions, QString());
+    if (!m_begun) {
+        begin(owned->actions, QString());
+        return;
+    }
+    m_now = {owned->actions, QString(), owned->actions};
+    Q_EMIT replaced();
+    followKept();
 }
 
 void MappingSession::begin(const ZRButtonMap &map)
@@ -136,10 +174,8 @@ void MappingSession::begin(const ZRButtonMap &map)
 void MappingSession::begin(const ActionTable &actions, const QString &name)
 {
     m_begun = true;
-    m_before.clear();
-    m_undone.clear();
-    m_kept = actions;
-    m_now = {actions, name};
+    m_steps.clear();
+    m_now = {actions, name, actions};
     Q_EMIT replaced();
     followKept();
 }
@@ -154,19 +190,20 @@ void MappingSession::assign(int control, const QMap<Layer, shortCut> &layers)
     if (!ActionTable::has(control)) {
         return;
     }
-    State after = m_now;
+    MappingChange change;
+    change.step = {MappingStep::Kind::Assign, control, QString()};
+    change.before = m_now;
     for (auto it = layers.begin(); it != layers.end(); ++it) {
-        after.actions[control][it.key()] = it.value();
+        m_now.actions[control][it.key()] = it.value();
     }
-    if (after.actions == m_now.actions) {
+    if (m_now.actions == change.before.actions) {
         return;
     }
-    addStep();
-    m_now = std::move(after);
     for (auto it = layers.begin(); it != layers.end(); ++it) {
         Q_EMIT assigned(control, it.key());
     }
     followKept();
+    done(std::move(change));
 }
 
 void MappingSession::use(const ZRButtonMap &map)
@@ -175,47 +212,136 @@ void MappingSession::use(const ZRButtonMap &map)
         begin(map);
         return;
     }
-    State after{map.actions, map.name};
-    if (after.actions != m_now.actions || after.name != m_now.name) {
-        addStep();
-    }
-    m_now = std::move(after);
+    MappingChange change;
+    change.step = {MappingStep::Kind::Use, -1, map.name};
+    change.before = std::exchange(m_now, {map.actions, map.name, m_now.kept});
     Q_EMIT replaced();
     followKept();
-}
-
-void MappingSession::addStep()
-{
-    m_undone.clear();
-    m_before.push_back(m_now);
-    if (m_before.size() > mostSteps) {
-        m_before.pop_front();
+    if (change.before.actions != m_now.actions || change.before.name != m_now.name) {
+        done(std::move(change));
     }
 }
 
-bool MappingSession::takeBack()
+void MappingSession::done(MappingChange change)
 {
-    const bool can = canTakeBack();
-    restore(m_before, m_undone);
-    return can;
+    change.after = m_now;
+    const MappingStep step = change.step;
+    m_steps.add(std::move(change));
+    Q_EMIT stepped(step, Way::Done);
 }
 
-bool MappingSession::redo()
+FileResult MappingSession::change(const MappingStep &step, MappingChange::File file,
+                                  const std::function<FileResult()> &write)
 {
-    const bool can = canRedo();
-    restore(m_undone, m_before);
-    return can;
-}
-
-void MappingSession::restore(std::deque<State> &from, std::deque<State> &to)
-{
-    if (from.empty()) {
-        return;
+    MappingChange change;
+    change.step = step;
+    change.file = file;
+    change.before = m_now;
+    change.contentBefore = contentOf(pathOf(file));
+    FileResult result = write();
+    if (file == MappingChange::File::Custom) {
+        m_reader.readMapList(m_files.custom(), true);
     }
-    to.push_back(std::exchange(m_now, from.back()));
-    from.pop_back();
-    Q_EMIT replaced();
+    change.contentAfter = contentOf(pathOf(file));
+    if (result && change.contentAfter != change.contentBefore) {
+        done(std::move(change));
+    }
+    return result;
+}
+
+FileResult MappingSession::takeBack()
+{
+    if (!canTakeBack()) {
+        return FileResult::failed(QStringLiteral("there is nothing to take back"));
+    }
+    const MappingChange change = *m_steps.last();
+    FileResult result = go(change, Way::TakenBack);
+    if (result) {
+        m_steps.takeBack();
+        Q_EMIT stepped(change.step, Way::TakenBack);
+    } else if (isOthers(change, change.contentAfter)) {
+        m_steps.dropLast();
+    }
+    return result;
+}
+
+FileResult MappingSession::redo()
+{
+    if (!canRedo()) {
+        return FileResult::failed(QStringLiteral("there is nothing to do again"));
+    }
+    const MappingChange change = *m_steps.next();
+    FileResult result = go(change, Way::DoneAgain);
+    if (result) {
+        m_steps.redo();
+        Q_EMIT stepped(change.step, Way::DoneAgain);
+    } else if (isOthers(change, change.contentBefore)) {
+        m_steps.dropNext();
+    }
+    return result;
+}
+
+// Whether somebody else has written the user's mappings since, so that the step can never be gone.
+bool MappingSession::isOthers(const MappingChange &change, const MappingChange::Content &expected) const
+{
+    return change.file == MappingChange::File::Custom && contentOf(m_files.custom()) != expected;
+}
+
+FileResult MappingSession::go(const MappingChange &change, Way way)
+{
+    State to = way == Way::TakenBack ? change.before : change.after;
+    to.kept = m_now.kept;
+    if (change.file != MappingChange::File::None) {
+        FileResult result = putFile(change, &to, way);
+        if (!result) {
+            return result;
+        }
+    }
+    const State from = std::exchange(m_now, to);
+    if (change.file == MappingChange::File::Custom) {
+        readCustom();
+    }
+    if (from.actions != m_now.actions || from.name != m_now.name) {
+        Q_EMIT replaced();
+    }
     followKept();
+    return FileResult::done();
+}
+
+FileResult MappingSession::putFile(const MappingChange &change, State *to, Way way)
+{
+    const bool back = way == Way::TakenBack;
+    if (contentOf(pathOf(change.file)) == (back ? change.contentAfter : change.contentBefore)) {
+        FileResult result = put(pathOf(change.file), back ? change.contentBefore : change.contentAfter);
+        if (result && change.file == MappingChange::File::WorkingCopy) {
+            to->kept = back ? change.before.kept : change.after.kept;
+        }
+        return result;
+    }
+    if (change.file == MappingChange::File::Custom) {
+        return FileResult::failed(QStringLiteral("another program has changed it meanwhile"));
+    }
+    // What is in use was kept since: what is in use then is kept as well.
+    FileResult result =
+        write(to->actions, QLatin1String(workingCopyMapping), MappingFiles::workingCopyName, true);
+    if (result) {
+        to->kept = asReadBack(to->actions);
+    }
+    return result;
+}
+
+QString MappingSession::pathOf(MappingChange::File file) const
+{
+    return file == MappingChange::File::Custom ? m_files.custom() : m_files.workingCopy();
+}
+
+void MappingSession::readCustom()
+{
+    if (QFileInfo::exists(m_files.custom())) {
+        m_reader.readMapList(m_files.custom(), true);
+    } else {
+        takeList({}, true, 0);
+    }
 }
 
 void MappingSession::followKept()
@@ -230,42 +356,73 @@ void MappingSession::followKept()
     }
 }
 
-FileResult MappingSession::write(const QString &name, const QString &fileName, bool alone)
+FileResult MappingSession::write(const ActionTable &actions, const QString &name, const QString &fileName,
+                                 bool alone)
 {
     ZRButtonMap map(name);
-    map.actions = m_now.actions; // whole entries: the knob's fields too
+    map.actions = actions; // whole entries: the knob's fields too
     return m_writer.saveMap(&map, fileName, alone);
 }
 
 FileResult MappingSession::keep()
 {
-    const FileResult result = write(QLatin1String(workingCopyMapping), MappingFiles::workingCopyName, true);
+    FileResult result =
+        write(m_now.actions, QLatin1String(workingCopyMapping), MappingFiles::workingCopyName, true);
     if (result) {
-        for (int control = 0; control < ActionTable::controlCount; ++control) {
-            for (const Layer layer : Layers::all) {
-                m_kept[control][layer] = asReadBack(m_now.actions[control][layer]);
-            }
-        }
+        m_now.kept = asReadBack(m_now.actions);
     }
     followKept();
     return result;
 }
 
+FileResult MappingSession::keepWithLastStep()
+{
+    MappingChange *last = m_steps.last();
+    if (last == nullptr || last->file == MappingChange::File::Custom) {
+        return keep();
+    }
+    if (last->file == MappingChange::File::None) {
+        last->contentBefore = contentOf(m_files.workingCopy());
+        last->before.kept = m_now.kept;
+    }
+    FileResult result = keep();
+    if (result) {
+        last->file = MappingChange::File::WorkingCopy;
+        last->contentAfter = contentOf(m_files.workingCopy());
+        last->after = m_now;
+    }
+    return result;
+}
+
 FileResult MappingSession::saveAs(const QString &name)
 {
-    const FileResult result = write(name, MappingFiles::customName, false);
-    if (result) {
-        m_now.name = name;
-    }
-    m_reader.readMapList(m_files.custom(), true);
-    return result;
+    return change({MappingStep::Kind::Save, -1, name}, MappingChange::File::Custom, [&] {
+        FileResult result = write(m_now.actions, name, MappingFiles::customName, false);
+        if (result) {
+            m_now.name = name;
+        }
+        return result;
+    });
 }
 
 FileResult MappingSession::remove(const QString &name)
 {
-    const FileResult result = m_writer.removeMap(name);
-    m_reader.readMapList(m_files.custom(), true);
-    return result;
+    return change({MappingStep::Kind::Remove, -1, name}, MappingChange::File::Custom,
+                  [&] { return m_writer.removeMap(name); });
+}
+
+FileResult MappingSession::restore(const QString &version)
+{
+    const QString file = VersionRestore::fileOf(version, m_files);
+    const bool custom = file == m_files.custom();
+    return change({MappingStep::Kind::Restore, -1, QFileInfo(file).fileName()},
+                  custom ? MappingChange::File::Custom : MappingChange::File::WorkingCopy, [&] {
+                      FileResult result = VersionRestore::restore(version, m_files);
+                      if (result && !custom) {
+                          m_reader.readCurrentMap(m_files.workingCopy());
+                      }
+                      return result;
+                  });
 }
 
 FileResult MappingSession::reloadLibrary()

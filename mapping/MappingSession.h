@@ -2,6 +2,7 @@
 
 #include "mapping/FileResult.h"
 #include "mapping/MappingFiles.h"
+#include "mapping/MappingSteps.h"
 #include "mapping/XmlMappingReader.h"
 #include "mapping/XmlMappingWriter.h"
 #include "mapping/ZRButtonMap.h"
@@ -10,14 +11,15 @@
 #include <QObject>
 #include <QString>
 
-#include <deque>
 #include <functional>
 #include <utility>
 
 /// The one owner of what the device does: the mapping in use, what of it is kept for the next start, and the
 /// library's and the user's mappings. Whoever shows or carries out a mapping follows its signals.
 ///
-/// Two of its files are written, and only by keep(), saveAs() and remove(). Lives on the GUI thread.
+/// Two of its files are written, and only by keep(), keepWithLastStep(), saveAs(), remove() and restore(),
+/// and by takeBack() and redo() of such a step. What they held before goes to their history (FileHistory).
+/// Lives on the GUI thread.
 class MappingSession : public QObject
 {
     Q_OBJECT
@@ -27,7 +29,8 @@ public:
     /// What a mapping is called in the working copy.
     static constexpr char workingCopyMapping[] = "current_map";
 
-    static constexpr int mostSteps = 20; ///< as many can be taken back
+    enum class Way { Done, TakenBack, DoneAgain };
+    Q_ENUM(Way)
 
     /// Touches none of @p files.
     explicit MappingSession(MappingFiles files, QObject *parent = nullptr);
@@ -75,28 +78,39 @@ public:
 
     /// Puts a copy of @p map to use. The first use, while load() runs, is a begin().
     void use(const ZRButtonMap &map);
-    /// @}
-
-    /// The last step has never been; false when there is none to take back. Writes no file.
-    bool takeBack();
-
-    /// What was taken back last is done again; false when there is nothing, or another step came in between.
-    bool redo();
-
-    bool canTakeBack() const { return !m_before.empty(); }
-    bool canRedo() const { return !m_undone.empty(); }
-
-    /// Begins with @p map: it counts as kept, and nothing can be taken back.
-    void begin(const ZRButtonMap &map);
-
-    /// Writes what is in use to the working copy.
-    FileResult keep();
 
     /// Adds what is in use to the user's mappings as @p name. Others of this name stay.
     FileResult saveAs(const QString &name);
 
     /// Removes the first of the user's mappings that is called @p name; one without a name for an empty one.
     FileResult remove(const QString &name);
+
+    /// Brings back the earlier version @p version of the user's mappings or of the working copy, and what it
+    /// holds is listed or in use. See VersionRestore::restore() for what is
+    /// refused.
+    FileResult restore(const QString &version);
+    /// @}
+
+    /// The last step has never been. What it wrote is as it was before, byte for byte: a failure, which
+    /// leaves all as it is, when that cannot be written, and when there is none to take back. The user's
+    /// mappings are not touched where somebody else has changed their file since; such a step is forgotten.
+    FileResult takeBack();
+
+    /// What was taken back last is done again, in the same way; there is nothing when another step came in
+    /// between.
+    FileResult redo();
+
+    bool canTakeBack() const { return m_steps.last() != nullptr; }
+    bool canRedo() const { return m_steps.next() != nullptr; }
+
+    /// Begins with @p map: it counts as kept, and nothing can be taken back.
+    void begin(const ZRButtonMap &map);
+
+    /// Writes what is in use to the working copy. No step.
+    FileResult keep();
+
+    /// The same as a part of the step before, so that takeBack() brings the working copy back as well.
+    FileResult keepWithLastStep();
 
     /// Reads the library again, for example when a newer one has arrived. One without any mapping leaves the
     /// list as it is.
@@ -116,6 +130,9 @@ Q_SIGNALS:
     /// Another mapping is in use: actions() may differ in all thirty entries.
     void replaced();
 
+    /// The user has done something, taken it back or done it again. All else has been said by then.
+    void stepped(const MappingStep &step, MappingSession::Way way);
+
     /// isKept() has changed.
     void keptChanged(bool kept);
 
@@ -128,10 +145,8 @@ Q_SIGNALS:
     void listChanged(QList<ZRButtonMap *> maps, bool custom, int defaultMap);
 
 private:
-    struct State {
-        ActionTable actions;
-        QString name;
-    };
+    using State = MappingChange::State;
+
     struct List {
         QList<ZRButtonMap *> maps;
         int defaultMap = 0;
@@ -141,21 +156,25 @@ private:
     void takeWorkingCopy(ZRButtonMap *map);
     void begin(const ActionTable &actions, const QString &name);
     void adopt(const ActionTable &actions);
-    void addStep();
-    void restore(std::deque<State> &from, std::deque<State> &to);
+    FileResult change(const MappingStep &step, MappingChange::File file,
+                      const std::function<FileResult()> &write);
+    void done(MappingChange change);
+    FileResult go(const MappingChange &change, Way way);
+    FileResult putFile(const MappingChange &change, State *to, Way way);
+    void readCustom();
+    QString pathOf(MappingChange::File file) const;
     void followKept();
-    FileResult write(const QString &name, const QString &fileName, bool alone);
+    bool isOthers(const MappingChange &change, const MappingChange::Content &expected) const;
+    FileResult write(const ActionTable &actions, const QString &name, const QString &fileName, bool alone);
 
     const MappingFiles m_files;
     XmlMappingReader m_reader;
     XmlMappingWriter m_writer;
     State m_now;
-    ActionTable m_kept; // what the next start begins with
     bool m_begun = false;
     bool m_saidKept = true;
     bool m_saidEndsKnobFields = false;
-    std::deque<State> m_before; // the last step at the back
-    std::deque<State> m_undone;
+    MappingSteps m_steps;
     List m_library;
     List m_custom;
 };

@@ -1,6 +1,7 @@
 #include "mapping/XmlMappingWriter.h"
 
 #include "mapping/EntryElement.h"
+#include "mapping/FileHistory.h"
 #include "mapping/MappingDocument.h"
 #include "mapping/MappingFile.h"
 #include "mapping/MappingFiles.h"
@@ -54,6 +55,7 @@ FileResult leftUntouched(const QString &path, const QString &reason)
 
 FileResult store(const QString &path, const QByteArray &bytes)
 {
+    FileHistory::note(path); // without which a save is better than none
     FileResult result = MappingFile::replace(path, bytes);
     return result ? result : leftUntouched(path, result.reason());
 }

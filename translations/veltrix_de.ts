@@ -411,6 +411,10 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
         <source>it is no mapping file; a copy of it lies beside it</source>
         <translation>keine Belegungsdatei; eine Kopie liegt daneben</translation>
     </message>
+    <message>
+        <source>another program has changed it meanwhile</source>
+        <translation>ein anderes Programm hat sie inzwischen geändert</translation>
+    </message>
 </context>
 <context>
     <name>GameView</name>
@@ -522,6 +526,14 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>All else is kept. What turning the knob sends (the controller&apos;s number and the encoding of &quot;Midi for Knob&quot;) is no part of a mapping that is read from a file</source>
         <translation>Alles andere bleibt. Was der Drehknopf beim Drehen sendet (Controllernummer und Kodierung von „Midi für Drehknopf“), gehört nicht zu einer gelesenen Belegung</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Takes back what was done last (Ctrl+Z)</source>
+        <translation>Nimmt zurück, was zuletzt getan wurde (Strg+Z)</translation>
     </message>
 </context>
 <context>
@@ -919,6 +931,77 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>this key cannot be used</source>
         <translation>diese Taste geht nicht</translation>
+    </message>
+</context>
+<context>
+    <name>TakeBack</name>
+    <message>
+        <source>Nothing changed: %1</source>
+        <translation>Nichts geändert: %1</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is in use. Start with it:</source>
+        <translation>„%1“ gilt jetzt. Damit starten:</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is in use.</source>
+        <translation>„%1“ gilt jetzt.</translation>
+    </message>
+    <message>
+        <source>Saved as &apos;%1&apos;. Start with it:</source>
+        <translation>Als „%1“ gespeichert. Damit starten:</translation>
+    </message>
+    <message>
+        <source>Saved as &apos;%1&apos;.</source>
+        <translation>Als „%1“ gespeichert.</translation>
+    </message>
+    <message>
+        <source>The first &apos;%1&apos; was deleted.</source>
+        <translation>Das erste „%1“ wurde gelöscht.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; was deleted.</source>
+        <translation>„%1“ wurde gelöscht.</translation>
+    </message>
+    <message>
+        <source>An earlier %1 is back.</source>
+        <translation>Eine frühere %1 ist zurück.</translation>
+    </message>
+    <message>
+        <source>Button %1 is as it was.</source>
+        <translation>Taste %1 ist wie zuvor.</translation>
+    </message>
+    <message>
+        <source>Button %1 was changed again.</source>
+        <translation>Taste %1 ist wieder geändert.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; was not chosen.</source>
+        <translation>„%1“ ist nicht mehr gewählt.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is in use again.</source>
+        <translation>„%1“ gilt wieder.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no longer saved.</source>
+        <translation>„%1“ ist nicht mehr gespeichert.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is saved again.</source>
+        <translation>„%1“ ist wieder gespeichert.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is back.</source>
+        <translation>„%1“ ist wieder da.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; was deleted again.</source>
+        <translation>„%1“ ist wieder gelöscht.</translation>
+    </message>
+    <message>
+        <source>%1 is as it was.</source>
+        <translation>%1 ist wie zuvor.</translation>
     </message>
 </context>
 <context>

@@ -25,6 +25,7 @@
 #include "ui/PageTexts.h"
 #include "ui/SaveDialog.h"
 #include "ui/SensitivitySlider.h"
+#include "ui/TakeBack.h"
 
 #include <QCheckBox>
 #include <QChildEvent>
@@ -114,7 +115,8 @@ void DeviceZR::followMappings()
     connect(mappings, &MappingSession::assigned, this, &DeviceZR::updateToolTips);
     connect(mappings, &MappingSession::replaced, this, &DeviceZR::updateToolTips);
     connect(m_menus, &ActionMenus::onActionChanged, this, &DeviceZR::saveCurrentMapAsDefault);
-    connect(m_notices, &MapNotices::keep, this, &DeviceZR::saveCurrentMapAsDefault);
+    connect(m_notices, &MapNotices::keep, this, [this] { showWhetherKept(m_parts.mappings->keep()); });
+    new TakeBack(*m_parts.mappings, *m_notices, this);
     updateToolTips();
     connect(m_parts.settings, &Settings::writtenChanged, this, &DeviceZR::showWhetherStored);
     showWhetherStored(m_parts.settings->isWritten());
@@ -200,6 +202,7 @@ void DeviceZR::orderFocus()
     };
     next(m_selector);
     next(m_notices->keepButton());
+    next(m_notices->undoButton());
     for (ComboMenu *menu : m_menus->menus()) {
         next(menu);
     }
@@ -297,7 +300,11 @@ void DeviceZR::deleteMap(const QString &name)
 
 void DeviceZR::saveCurrentMapAsDefault()
 {
-    const FileResult result = m_parts.mappings->keep();
+    showWhetherKept(m_parts.mappings->keepWithLastStep());
+}
+
+void DeviceZR::showWhetherKept(const FileResult &result)
+{
     m_notices->setFailure(MapNotices::Task::Keep,
                           result ? QString() : tr("Not kept: %1").arg(result.inWords()));
 }

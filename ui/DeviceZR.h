@@ -12,6 +12,7 @@ class Desktop;
 class DeviceIndicators;
 class DevicePicture;
 class EventDispatcher;
+class FileResult;
 class KnobSettings;
 class LaunchOnStartup;
 class MapNotices;
@@ -96,6 +97,7 @@ private:
     void orderFocus();
 
     void showLaunchOnStartup();
+    void showWhetherKept(const FileResult &result);
     void showWhetherStored(bool stored);
     void updateToolTips();
 

@@ -1,5 +1,8 @@
 #include "MappingFixtures.h"
+#include "mapping/FileHistory.h"
 #include "mapping/MappingFile.h"
+#include "mapping/MappingSession.h"
+#include "tests/support/log/LogCapture.h"
 
 #include <QDir>
 #include <QFile>
@@ -100,6 +103,16 @@ unsigned modeOf(const QString &path)
     return status.st_mode & 07777U;
 }
 
+ino_t inodeOf(const QString &path)
+{
+    struct stat status {
+    };
+    if (stat(QFile::encodeName(path).constData(), &status) != 0) {
+        qFatal("%s cannot be examined", qPrintable(path));
+    }
+    return status.st_ino;
+}
+
 void setMode(const QString &path, mode_t mode)
 {
     if (chmod(QFile::encodeName(path).constData(), mode) != 0) {
@@ -159,6 +172,10 @@ private Q_SLOTS:
     void whatAKilledWriteLeavesIsRemoved_data();
     void whatAKilledWriteLeavesIsRemoved();
     void usersFilesAreNoLeftovers();
+    void anEarlierVersionCostsNoCopy();
+    void onAnotherDiskAnEarlierVersionIsACopy();
+    void aLinkedFilesEarlierVersionIsNoLink();
+    void aStepThatCannotBeTakenBackLeavesAllAsItIs();
 
 private:
     QString path(const char *name = "file.xml") const { return m_directory->filePath(QLatin1String(name)); }
@@ -489,6 +506,73 @@ void tst_MappingFile::usersFilesAreNoLeftovers()
     const QStringList before = names();
     MappingFile::removeUnfinished(path("custom.xml"));
     QCOMPARE(names(), before);
+}
+
+void tst_MappingFile::anEarlierVersionCostsNoCopy()
+{
+    writeFile(path("custom.xml"), "old");
+    const ino_t before = inodeOf(path("custom.xml"));
+    syncError = EIO; // nothing is written
+    QVERIFY(FileHistory::note(path("custom.xml")));
+    syncError = 0;
+    const QString version = FileHistory::versions(path("custom.xml")).constFirst().path;
+    QCOMPARE(inodeOf(version), before);
+    QVERIFY(MappingFile::replace(path("custom.xml"), "new"));
+    QCOMPARE(contentOf(version), QByteArray("old"));
+}
+
+void tst_MappingFile::onAnotherDiskAnEarlierVersionIsACopy()
+{
+    const QTemporaryDir elsewhere(QStringLiteral("/dev/shm/history-XXXXXX"));
+    QVERIFY(elsewhere.isValid());
+    makeLink(elsewhere.path(), path("history"));
+    writeFile(path("custom.xml"), "old");
+    QVERIFY(FileHistory::note(path("custom.xml")));
+    const QString version = FileHistory::versions(path("custom.xml")).constFirst().path;
+    QVERIFY(inodeOf(version) != inodeOf(path("custom.xml")));
+    QCOMPARE(contentOf(version), QByteArray("old"));
+
+    writeFile(path("current.xml"), "old");
+    syncError = EIO;
+    const LogCapture log;
+    QVERIFY(!FileHistory::note(path("current.xml"))); // whole on the disk, or not at all
+    syncError = 0;
+    QVERIFY(FileHistory::versions(path("current.xml")).isEmpty());
+}
+
+void tst_MappingFile::aLinkedFilesEarlierVersionIsNoLink()
+{
+    QVERIFY(QDir().mkdir(path("elsewhere")));
+    writeFile(path("elsewhere/mine.xml"), "old");
+    makeLink(path("elsewhere/mine.xml"), path("custom.xml"));
+    QVERIFY(FileHistory::note(path("custom.xml")));
+    QVERIFY(MappingFile::replace(path("custom.xml"), "new"));
+    const QString version = FileHistory::versions(path("custom.xml")).constFirst().path;
+    QVERIFY(!QFileInfo(version).isSymbolicLink());
+    QCOMPARE(contentOf(version), QByteArray("old"));
+}
+
+void tst_MappingFile::aStepThatCannotBeTakenBackLeavesAllAsItIs()
+{
+    const QByteArray mine = "<ZR>\n<MAPPING software='One'/> </ZR>";
+    writeFile(path("custom.xml"), mine);
+    MappingSession session(m_directory->path());
+    session.load([] {}, [] { return ActionTable(); });
+    QVERIFY(session.remove(QStringLiteral("One")));
+    const QByteArray without = contentOf(path("custom.xml"));
+    syncError = EIO;
+    for (int times = 0; times < 2; ++times) {
+        const FileResult result = session.takeBack();
+        QVERIFY(!result);
+        QCOMPARE(result.reason(), QStringLiteral("Input/output error"));
+        QCOMPARE(contentOf(path("custom.xml")), without);
+        QVERIFY(session.custom().isEmpty());
+        QVERIFY(session.canTakeBack() && !session.canRedo());
+    }
+    syncError = 0;
+    QVERIFY(session.takeBack());
+    QCOMPARE(contentOf(path("custom.xml")), mine);
+    QCOMPARE(session.custom().size(), 1);
 }
 
 QTEST_GUILESS_MAIN(tst_MappingFile)

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "mapping/ActionTable.h"
+
+#include <QByteArray>
+#include <QMetaType>
+#include <QString>
+
+#include <cstddef>
+#include <deque>
+#include <optional>
+
+/// One thing that the user did to a mapping, as he is told of it.
+struct MappingStep {
+    enum class Kind {
+        Assign,  ///< a control does something else
+        Use,     ///< another mapping is in use
+        Save,    ///< the mapping in use became one of the user's own
+        Remove,  ///< one of the user's own is gone
+        Restore, ///< an earlier version of a file is back
+    };
+
+    Kind kind = Kind::Assign;
+    int control = -1; ///< with Assign
+    QString name;     ///< the mapping's, or with Restore the file's
+};
+
+Q_DECLARE_METATYPE(MappingStep)
+
+/// What a step changes: what is in use, and at most one file.
+struct MappingChange {
+    struct State {
+        ActionTable actions;
+        QString name;     // of the mapping in use
+        ActionTable kept; // what the next start begins with
+    };
+
+    enum class File { None, WorkingCopy, Custom };
+
+    using Content = std::optional<QByteArray>; ///< none: there was no such file
+
+    MappingStep step;
+    State before;
+    State after;
+    File file = File::None;
+    Content contentBefore;
+    Content contentAfter;
+};
+
+/// The steps that can be taken back, and those that can be done again. Does neither itself.
+class MappingSteps
+{
+public:
+    static constexpr std::size_t most = 20; ///< steps; of them as many as hold mostBytes at most
+
+    /// Of the files' contents, all steps together, but for the last step.
+    static constexpr qint64 mostBytes = qint64{64} * 1024 * 1024;
+
+    /// The last step now; those that were taken back are gone.
+    void add(MappingChange change);
+
+    /// Null when there is none. Valid until the next call that is not const.
+    const MappingChange *last() const { return m_done.empty() ? nullptr : &m_done.back(); }
+    MappingChange *last() { return m_done.empty() ? nullptr : &m_done.back(); }
+    const MappingChange *next() const { return m_undone.empty() ? nullptr : &m_undone.back(); }
+
+    void takeBack() { move(m_done, m_undone); }
+    void redo() { move(m_undone, m_done); }
+
+    /// Forgets the last step, or the one that could be done again next: it cannot be.
+    void dropLast() { m_done.pop_back(); }
+    void dropNext() { m_undone.pop_back(); }
+
+    void clear();
+
+private:
+    using Changes = std::deque<MappingChange>;
+
+    static void move(Changes &from, Changes &to);
+
+    Changes m_done; // the last step at the back
+    Changes m_undone;
+};

@@ -1,0 +1,72 @@
+#include "mapping/VersionRestore.h"
+
+#include "mapping/FileHistory.h"
+#include "mapping/MappingDocument.h"
+#include "mapping/MappingFile.h"
+
+#include <QDir>
+#include <QDomDocument>
+#include <QFileInfo>
+#include <QXmlStreamReader>
+
+namespace
+{
+
+// Empty when nothing is.
+QString whatIsWrong(const QByteArray &bytes, bool workingCopy)
+{
+    QDomDocument document;
+    QString reason;
+    if (MappingDocument::parse(bytes, &document, &reason) != MappingDocument::Outcome::Parsed) {
+        return reason;
+    }
+    if (document.documentElement().tagName() != QLatin1String("ZR")) {
+        QXmlStreamReader reader(bytes);
+        reader.readNextStartElement();
+        return QStringLiteral("line %1: <%2> is no mapping file's (column %3)")
+            .arg(reader.lineNumber())
+            .arg(document.documentElement().tagName().left(40))
+            .arg(reader.columnNumber());
+    }
+    const bool empty = document.elementsByTagName(QStringLiteral("MAPPING")).isEmpty();
+    return workingCopy && empty ? QStringLiteral("it holds no mapping") : QString();
+}
+
+} // namespace
+
+QString VersionRestore::fileOf(const QString &version, const MappingFiles &files)
+{
+    for (const QString &file : {files.custom(), files.workingCopy()}) {
+        if (FileHistory::isOf(version, file)) {
+            return file;
+        }
+    }
+    return {};
+}
+
+QString VersionRestore::find(const QString &named, const MappingFiles &files)
+{
+    const QDir history(FileHistory::folder(files.custom()));
+    return QFileInfo::exists(named) || !history.exists(named) ? named : history.filePath(named);
+}
+
+FileResult VersionRestore::restore(const QString &version, const MappingFiles &files)
+{
+    const QString file = fileOf(version, files);
+    if (file.isEmpty()) {
+        return FileResult::failed(
+            QStringLiteral("by its name it is no version of custom.xml or current.xml"));
+    }
+    const MappingFile::ReadResult content = MappingFile::read(version);
+    if (content.status != MappingFile::Status::Read) {
+        return FileResult::failed(content.status == MappingFile::Status::Missing
+                                      ? QStringLiteral("there is none")
+                                      : content.reason);
+    }
+    const QString fault = whatIsWrong(content.bytes, file == files.workingCopy());
+    if (!fault.isEmpty()) {
+        return FileResult::failed(fault);
+    }
+    const FileResult noted = FileHistory::noteAnyway(file);
+    return noted ? MappingFile::replace(file, content.bytes) : noted;
+}

@@ -1,0 +1,376 @@
+#include "MappingFixtures.h"
+#include "mapping/FileHistory.h"
+#include "mapping/MappingSession.h"
+#include "tests/support/log/LogCapture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <memory>
+
+namespace
+{
+
+// As somebody writes it by hand: nothing of it may get lost on the way back.
+const QByteArray byHand =
+    "<ZR>\n\n<!-- mine -->\n  <MAPPING software=\"One\"/><MAPPING software='Two' x=\"1\"/>\n"
+    "  <MAPPING software=\"Two\"/>  <MAPPING software=\"Three\"/>\n</ZR>\n";
+
+shortCut key(qint32 code)
+{
+    shortCut action;
+    action.key1 = code;
+    action.key2 = -1;
+    action.key3 = -1;
+    action.label = QString::number(code);
+    return action;
+}
+
+} // namespace
+
+/// Taking back what was written, and doing it again.
+class tst_MappingSteps : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void aDeletionIsTakenBackByteForByte();
+    void aSaveIsTakenBackByteForByte();
+    void theFirstSaveIsTakenBackToNoFile();
+    void aCapturedShortcutsWorkingCopyIsTakenBack();
+    void theFirstWorkingCopyIsTakenBackToNone();
+    void whatWasKeptSinceIsWrittenAnew();
+    void aKeepOfItsOwnIsNotTakenBack();
+    void stepsOfAllKindsGoBackAndForth();
+    void whatSomebodyElseWroteStays();
+    void whatHappenedIsSaid();
+    void aFileThatGrowsIsBounded();
+    void whatIsOverwrittenGoesToTheHistory();
+    void anEarlierVersionIsBroughtBackAndTakenBack();
+    void anEarlierWorkingCopyIsInUseAtOnce();
+    void aVersionThatIsNoneChangesNothing();
+
+private:
+    QString path(const char *name) const { return m_directory->filePath(QString::fromLatin1(name)); }
+    QByteArray custom() const { return contentOf(path("custom.xml")); }
+    QByteArray workingCopy() const { return contentOf(path("current.xml")); }
+    void start()
+    {
+        m_session = std::make_unique<MappingSession>(m_directory->path());
+        m_session->load([] {}, [] { return ActionTable(); });
+    }
+    void capture(int control, qint32 code)
+    {
+        m_session->assign(control, Layer::Normal, key(code));
+        QVERIFY(m_session->keepWithLastStep());
+    }
+    qint32 inUse(int control = 3) const { return m_session->action(control, Layer::Normal).key1; }
+    QStringList names() const
+    {
+        QStringList found;
+        for (const ZRButtonMap *map : m_session->custom()) {
+            found << map->name;
+        }
+        return found;
+    }
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<MappingSession> m_session;
+};
+
+void tst_MappingSteps::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+}
+
+void tst_MappingSteps::cleanup()
+{
+    m_session.reset();
+}
+
+void tst_MappingSteps::aDeletionIsTakenBackByteForByte()
+{
+    writeFile(path("custom.xml"), byHand);
+    start();
+    const QStringList before = names();
+    QSignalSpy replaced(m_session.get(), &MappingSession::replaced);
+    QVERIFY(m_session->remove(QStringLiteral("Two")));
+    const QByteArray without = custom();
+    QCOMPARE(names(), (QStringList{QStringLiteral("One"), QStringLiteral("Two"), QStringLiteral("Three")}));
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(custom(), byHand);
+    QCOMPARE(names(), before);
+    QCOMPARE(replaced.size(), 0); // what is in use has nothing to do with it
+    QVERIFY(m_session->redo());
+    QCOMPARE(custom(), without);
+    QCOMPARE(names().size(), 3);
+}
+
+void tst_MappingSteps::aSaveIsTakenBackByteForByte()
+{
+    writeFile(path("custom.xml"), byHand);
+    start();
+    m_session->assign(3, Layer::Normal, key(65));
+    QVERIFY(m_session->saveAs(QStringLiteral("Two"))); // over one that exists
+    QCOMPARE(names().size(), 5);
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(custom(), byHand);
+    QCOMPARE(m_session->name(), QString());
+    QCOMPARE(inUse(), 65); // only the save was taken back
+    QVERIFY(m_session->redo());
+    QCOMPARE(m_session->name(), QStringLiteral("Two"));
+    QCOMPARE(m_session->custom().constLast()->actions[3][Layer::Normal].key1, 65);
+}
+
+void tst_MappingSteps::theFirstSaveIsTakenBackToNoFile()
+{
+    start();
+    QVERIFY(m_session->saveAs(QStringLiteral("One")));
+    QCOMPARE(names(), QStringList{QStringLiteral("One")});
+    QVERIFY(m_session->takeBack());
+    QVERIFY(!QFile::exists(path("custom.xml")));
+    QCOMPARE(names(), QStringList());
+    QVERIFY(m_session->redo());
+    QCOMPARE(names(), QStringList{QStringLiteral("One")});
+}
+
+void tst_MappingSteps::aCapturedShortcutsWorkingCopyIsTakenBack()
+{
+    const QByteArray begin = "<ZR> <MAPPING software='current_map'> <!-- by hand --> </MAPPING></ZR>";
+    writeFile(path("current.xml"), begin);
+    start();
+    m_session->assign(4, Layer::Normal, key(80)); // written by nobody
+    capture(3, 65);
+    const QByteArray first = workingCopy();
+    capture(3, 66);
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(workingCopy(), first);
+    QCOMPARE(inUse(), 65);
+    QVERIFY(m_session->isKept());
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(workingCopy(), begin);
+    QCOMPARE(inUse(4), 80);
+    QVERIFY(!m_session->isKept()); // as before
+    QVERIFY(m_session->redo());
+    QCOMPARE(workingCopy(), first);
+    QVERIFY(m_session->isKept());
+}
+
+void tst_MappingSteps::theFirstWorkingCopyIsTakenBackToNone()
+{
+    start();
+    capture(3, 65);
+    QVERIFY(m_session->takeBack());
+    QVERIFY(!QFile::exists(path("current.xml")));
+    QVERIFY(m_session->isKept()); // it is what the program began with
+    QVERIFY(m_session->redo());
+    QVERIFY(QFile::exists(path("current.xml")));
+}
+
+void tst_MappingSteps::whatWasKeptSinceIsWrittenAnew()
+{
+    start();
+    capture(3, 65);
+    capture(3, 66);
+    m_session->assign(4, Layer::Normal, key(80));
+    QVERIFY(m_session->keep());
+    QVERIFY(m_session->takeBack());
+    QVERIFY(!m_session->isKept());
+    QVERIFY(m_session->takeBack()); // the working copy is none of this step's any more
+    QCOMPARE(inUse(), 65);
+    QVERIFY(m_session->isKept());
+    const auto kept = mapsOf(path("current.xml"));
+    QCOMPARE(kept.front()->actions[3][Layer::Normal].key1, 65);
+    QVERIFY(kept.front()->actions[4][Layer::Normal].key1 != 80);
+}
+
+void tst_MappingSteps::aKeepOfItsOwnIsNotTakenBack()
+{
+    start();
+    m_session->assign(3, Layer::Normal, key(65));
+    QVERIFY(m_session->keep());
+    const QByteArray written = workingCopy();
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(workingCopy(), written);
+    QVERIFY(!m_session->isKept());
+
+    // Nor is there a step of which it could be a part.
+    QVERIFY(m_session->saveAs(QStringLiteral("One")));
+    QVERIFY(m_session->keepWithLastStep());
+    QVERIFY(m_session->takeBack());
+    QVERIFY(QFile::exists(path("current.xml")));
+    QVERIFY(!QFile::exists(path("custom.xml")));
+}
+
+void tst_MappingSteps::stepsOfAllKindsGoBackAndForth()
+{
+    writeFile(path("custom.xml"), byHand);
+    start();
+    capture(3, 65);
+    QVERIFY(m_session->saveAs(QStringLiteral("Four")));
+    m_session->use(*sampleMap(QStringLiteral("Sample")));
+    QVERIFY(m_session->remove(QStringLiteral("One")));
+    capture(5, 70);
+    const QByteArray lastCustom = custom();
+    const QByteArray lastWorkingCopy = workingCopy();
+    const ActionTable lastActions = m_session->actions();
+    for (int times = 0; times < 2; ++times) {
+        int steps = 0;
+        while (m_session->takeBack()) {
+            ++steps;
+        }
+        QCOMPARE(steps, 5);
+        QCOMPARE(custom(), byHand);
+        QVERIFY(!QFile::exists(path("current.xml")));
+        QVERIFY(m_session->actions() == ActionTable());
+        while (m_session->redo()) {
+            --steps;
+        }
+        QCOMPARE(steps, 0);
+        QCOMPARE(custom(), lastCustom);
+        QCOMPARE(workingCopy(), lastWorkingCopy);
+        QVERIFY(m_session->actions() == lastActions);
+        QCOMPARE(m_session->name(), QStringLiteral("Sample"));
+    }
+}
+
+void tst_MappingSteps::whatSomebodyElseWroteStays()
+{
+    writeFile(path("custom.xml"), byHand);
+    start();
+    m_session->assign(3, Layer::Normal, key(65));
+    QVERIFY(m_session->remove(QStringLiteral("One")));
+    writeFile(path("custom.xml"), "<ZR><MAPPING software=\"Theirs\"/></ZR>");
+    const FileResult result = m_session->takeBack();
+    QVERIFY(!result);
+    QCOMPARE(result.reason(), QStringLiteral("another program has changed it meanwhile"));
+    QCOMPARE(custom(), QByteArray("<ZR><MAPPING software=\"Theirs\"/></ZR>"));
+    QVERIFY(m_session->takeBack()); // the step before is within reach
+    QVERIFY(m_session->actions() == ActionTable());
+    QVERIFY(!m_session->canTakeBack());
+}
+
+void tst_MappingSteps::whatHappenedIsSaid()
+{
+    start();
+    QStringList said;
+    connect(m_session.get(), &MappingSession::stepped, this,
+            [&](const MappingStep &step, MappingSession::Way way) {
+                said << QStringLiteral("%1 %2 %3 %4")
+                            .arg(int(way))
+                            .arg(int(step.kind))
+                            .arg(step.control)
+                            .arg(step.name);
+            });
+    m_session->assign(3, Layer::Normal, key(65));
+    m_session->use(*sampleMap(QStringLiteral("Sample")));
+    QVERIFY(m_session->saveAs(QStringLiteral("One")));
+    QVERIFY(m_session->remove(QStringLiteral("One")));
+    QVERIFY(m_session->takeBack());
+    QVERIFY(m_session->redo());
+    QCOMPARE(said, (QStringList{QStringLiteral("0 0 3 "), QStringLiteral("0 1 -1 Sample"),
+                                QStringLiteral("0 2 -1 One"), QStringLiteral("0 3 -1 One"),
+                                QStringLiteral("1 3 -1 One"), QStringLiteral("2 3 -1 One")}));
+}
+
+void tst_MappingSteps::aFileThatGrowsIsBounded()
+{
+    MappingSteps steps;
+    MappingChange change;
+    change.contentBefore = QByteArray(20 * 1024 * 1024, 'x');
+    for (int each = 0; each < 5; ++each) {
+        steps.add(change);
+    }
+    int kept = 0;
+    while (steps.last() != nullptr) {
+        steps.dropLast();
+        ++kept;
+    }
+    QCOMPARE(kept, 3);
+    change.contentBefore = QByteArray(static_cast<int>(MappingSteps::mostBytes) + 1, 'x');
+    steps.add(change);
+    QVERIFY(steps.last() != nullptr); // the last one always goes back
+}
+
+void tst_MappingSteps::whatIsOverwrittenGoesToTheHistory()
+{
+    writeFile(path("custom.xml"), byHand);
+    writeFile(path("current.xml"), "<ZR/>");
+    start();
+    capture(3, 65);
+    QVERIFY(m_session->saveAs(QStringLiteral("Four")));
+    QVERIFY(m_session->remove(QStringLiteral("Four"))); // within the minute
+    const auto customs = FileHistory::versions(path("custom.xml"));
+    const auto currents = FileHistory::versions(path("current.xml"));
+    QCOMPARE(customs.size(), 1);
+    QCOMPARE(contentOf(customs.constFirst().path), byHand);
+    QCOMPARE(currents.size(), 1);
+    QCOMPARE(contentOf(currents.constFirst().path), QByteArray("<ZR/>"));
+
+    // Without a history the save is done all the same.
+    QVERIFY(QDir(path("history")).removeRecursively());
+    writeFile(path("history"), "in the way");
+    LogCapture log;
+    QVERIFY(m_session->saveAs(QStringLiteral("Five")));
+    QCOMPARE(log.linesHolding(QStringLiteral("No earlier version")).size(), 1);
+    QVERIFY(names().contains(QStringLiteral("Five")));
+}
+
+void tst_MappingSteps::anEarlierVersionIsBroughtBackAndTakenBack()
+{
+    writeFile(path("custom.xml"), byHand);
+    start();
+    QVERIFY(m_session->remove(QStringLiteral("One")));
+    const QByteArray without = custom();
+    const QString version = FileHistory::versions(path("custom.xml")).constFirst().path;
+    QVERIFY(m_session->restore(version));
+    QCOMPARE(custom(), byHand);
+    QCOMPARE(names().size(), 4);
+    QCOMPARE(contentOf(FileHistory::versions(path("custom.xml")).constFirst().path), without);
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(custom(), without);
+    QCOMPARE(names().size(), 3);
+}
+
+void tst_MappingSteps::anEarlierWorkingCopyIsInUseAtOnce()
+{
+    start();
+    capture(3, 65);
+    capture(3, 66);
+    const QByteArray present = workingCopy();
+    QVERIFY(FileHistory::noteAnyway(path("current.xml")));
+    capture(3, 67);
+    QSignalSpy replaced(m_session.get(), &MappingSession::replaced);
+    QVERIFY(m_session->restore(FileHistory::versions(path("current.xml")).constFirst().path));
+    QCOMPARE(inUse(), 66);
+    QCOMPARE(replaced.size(), 1);
+    QVERIFY(m_session->isKept());
+    QCOMPARE(workingCopy(), present);
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(inUse(), 67);
+    QVERIFY(m_session->isKept());
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(inUse(), 66);
+}
+
+void tst_MappingSteps::aVersionThatIsNoneChangesNothing()
+{
+    writeFile(path("custom.xml"), byHand);
+    start();
+    QVERIFY(QDir().mkdir(path("copy")));
+    writeFile(path("copy/custom.xml"), "<ZR><MAPPING");
+    QVERIFY(!m_session->restore(path("copy/custom.xml")));
+    QVERIFY(!m_session->restore(path("copy/mine.xml")));
+    QCOMPARE(custom(), byHand);
+    QCOMPARE(names().size(), 4);
+    QVERIFY(!m_session->canTakeBack());
+}
+
+QTEST_GUILESS_MAIN(tst_MappingSteps)
+#include "tst_MappingSteps.moc"
