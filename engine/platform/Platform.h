@@ -2,6 +2,7 @@
 
 #include "engine/platform/AutostartEntry.h"
 #include "engine/platform/Desktop.h"
+#include "engine/platform/FocusedProgram.h"
 #include "engine/platform/InputInjector.h"
 #include "engine/platform/Pointer.h"
 #include "engine/platform/PointerAppearance.h"
@@ -25,6 +26,9 @@ struct Platform {
     std::unique_ptr<Pointer> pointer; ///< and the screens
     std::unique_ptr<PointerAppearance> appearance;
     Watch watchMouse; ///< the user's own mouse moves; null returned where that cannot be watched (logged)
+
+    /// The program that the user works with; one that tells nothing where the session does not.
+    std::unique_ptr<FocusedProgram> focusedProgram = std::make_unique<FocusedProgram>();
 
     // What every backend of the system has in common.
     std::unique_ptr<Desktop> desktop;
@@ -55,6 +59,7 @@ struct CrashTask {
 ///  - Pointer: the pointer's place, the screens;
 ///  - PointerAppearance: hiding the pointer;
 ///  - Platform::watchMouse: noticing the user's hand on the mouse;
+///  - FocusedProgram, where the session tells which program has the focus;
 /// and, on a system that no other backend serves,
 ///  - Desktop: the code of a captured key, whether windows can be translucent;
 ///  - AutostartEntry: the log-on entry;

@@ -4,6 +4,7 @@
 #include "engine/platform/windows/WinMouseListener.h"
 #include "engine/platform/windows/WindowsCrashRelease.h"
 #include "engine/platform/windows/WindowsDesktop.h"
+#include "engine/platform/windows/WindowsFocusedProgram.h"
 #include "engine/platform/windows/WindowsInputInjector.h"
 #include "engine/platform/windows/WindowsPointer.h"
 #include "engine/platform/windows/WindowsPointerAppearance.h"
@@ -43,6 +44,7 @@ bool addInput(Platform &platform)
     platform.appearance = std::make_unique<WindowsPointerAppearance>(QCoreApplication::applicationDirPath() +
                                                                      QStringLiteral("/transp.cur"));
     platform.watchMouse = watchMouse;
+    platform.focusedProgram = std::make_unique<WindowsFocusedProgram>();
     // A desktop that refuses input (locked, or an elevated window in front) does so event by event.
     platform.input = QStringLiteral("Windows: SendInput");
     return true;

@@ -7,6 +7,7 @@
 #include "engine/platform/x11/CrashRelease.h"
 #include "engine/platform/x11/OSXMouseListener.h"
 #include "engine/platform/x11/X11Desktop.h"
+#include "engine/platform/x11/X11FocusedProgram.h"
 #include "engine/platform/x11/X11InputInjector.h"
 #include "engine/platform/x11/X11Pointer.h"
 #include "engine/platform/x11/X11PointerAppearance.h"
@@ -99,6 +100,9 @@ bool addInput(Platform &platform)
     platform.pointer = std::make_unique<X11Pointer>(connection);
     platform.appearance = std::make_unique<X11PointerAppearance>(connection);
     platform.watchMouse = watchMouse;
+    if (!SessionKind::isWayland()) { // there most windows are none of the X server's
+        platform.focusedProgram = std::make_unique<X11FocusedProgram>();
+    }
 
     platform.input = QStringLiteral("X11: display %1, %2").arg(name, found);
     platform.notice.clear();
