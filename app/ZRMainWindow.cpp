@@ -1,9 +1,11 @@
 #include "app/ZRMainWindow.h"
 
 #include "app/AppLog.h"
+#include "app/FindingText.h"
 #include "app/frame/AppFonts.h"
 #include "app/frame/Look.h"
 #include "app/frame/SlidingStackedWidget.h"
+#include "app/frame/UserGuide.h"
 #include "app/frame/WelcomeWindow.h"
 #include "device/SerialProtocol.h"
 #include "engine/Clock.h"
@@ -62,6 +64,7 @@ ZRMainWindow::ZRMainWindow(std::unique_ptr<SerialProtocol> serial, const DeviceP
     m_welcome = new WelcomeWindow(m_stack);
     m_gameView = new GameView(updater, m_stack);
     connect(m_serial.get(), &SerialProtocol::portRefused, m_welcome, &WelcomeWindow::showRefusal);
+    connect(m_serial.get(), &SerialProtocol::findingChanged, this, &ZRMainWindow::showFinding);
     m_devicePage = devicePage(m_stack, m_serial.get(), updater);
     m_stack->addWidget(m_welcome);
     m_stack->addWidget(m_devicePage);
@@ -107,6 +110,14 @@ void ZRMainWindow::addTrayIcon()
         qCInfo(lcApp)
             << "This desktop has no tray: start the program once more to bring a hidden window back";
     }
+}
+
+void ZRMainWindow::showFinding()
+{
+    const DeviceFinding &finding = m_serial->finding();
+    m_welcome->showFinding(
+        FindingText::sentence(finding), FindingText::isProblem(finding),
+        UserGuide::troubleshooting(QCoreApplication::applicationDirPath(), FindingText::section(finding)));
 }
 
 void ZRMainWindow::displayControlPanel(const QString &deviceName)

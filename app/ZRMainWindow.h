@@ -56,6 +56,7 @@ protected:
 private:
     void addCloseButton();
     void addTrayIcon();
+    void showFinding();
     void slideLater(int page);
 
     Clock &m_clock;

@@ -38,9 +38,9 @@ std::optional<PortDescription> PortFinder::find()
         return port;
     }
     if (mayHaveChanged()) {
-        const QVector<PortDescription> ports = m_lister->availablePorts();
-        lookOnAtBarePorts(ports);
-        m_lastAnswer = walk(ports);
+        const QVector<PortDescription> before = std::exchange(m_ports, m_lister->availablePorts());
+        lookOnAtBarePorts(before);
+        m_lastAnswer = walk();
     }
     return m_lastAnswer;
 }
@@ -70,21 +70,20 @@ bool PortFinder::mayHaveChanged()
 }
 
 // A port's properties may come seconds after it, and leave no trace in the folder.
-void PortFinder::lookOnAtBarePorts(const QVector<PortDescription> &ports)
+void PortFinder::lookOnAtBarePorts(const QVector<PortDescription> &before)
 {
-    QStringList names;
     QHash<QString, int> bare;
-    for (const PortDescription &port : ports) {
-        names.append(port.portName);
-        const bool isBare = port.serialNumber.isEmpty() && port.productIdentifier == 0;
-        const int left = m_known.contains(port.portName) ? m_bare.value(port.portName) - 1 : looksAtBarePort;
-        if (isBare && left > 0) {
+    for (const PortDescription &port : qAsConst(m_ports)) {
+        const bool known = std::any_of(before.cbegin(), before.cend(), [&port](const PortDescription &each) {
+            return each.portName == port.portName;
+        });
+        const int left = known ? m_bare.value(port.portName) - 1 : looksAtBarePort;
+        if (!port.isOfDevice() && left > 0) {
             bare.insert(port.portName, left);
         }
     }
     // The ports of the machine itself never have any.
     m_bare = std::exchange(m_looked, true) ? bare : QHash<QString, int>();
-    m_known = names;
     if (!m_bare.isEmpty()) {
         lookAgain();
     }
@@ -105,16 +104,16 @@ std::optional<PortDescription> PortFinder::explicitPath() const
     return PortDescription{m_explicitName, target, QString(), 0};
 }
 
-std::optional<PortDescription> PortFinder::walk(const QVector<PortDescription> &ports) const
+std::optional<PortDescription> PortFinder::walk() const
 {
     if (!m_explicitName.isEmpty()) {
         // Where ports are no files ("COM3") the list says whether the named one exists.
-        auto named = firstOf(ports, [this](const PortDescription &port) {
+        auto named = firstOf(m_ports, [this](const PortDescription &port) {
             return port.portName == m_explicitName || port.systemLocation == m_explicitName;
         });
         if (named) {
             return named;
         }
     }
-    return firstOf(ports, isDevice);
+    return firstOf(m_ports, isDevice);
 }

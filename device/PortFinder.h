@@ -41,11 +41,17 @@ public:
     /// Makes the next find() a full look: the last answer turned out to be of no use.
     void lookAgain();
 
+    /// All ports as the last full look has found them, the device's and others.
+    const QVector<PortDescription> &ports() const { return m_ports; }
+
+    /// The port that the user named, as he named it; empty: none.
+    const QString &namedPort() const { return m_explicitName; }
+
 private:
     bool mayHaveChanged();
-    void lookOnAtBarePorts(const QVector<PortDescription> &ports);
+    void lookOnAtBarePorts(const QVector<PortDescription> &before);
     std::optional<PortDescription> explicitPath() const;
-    std::optional<PortDescription> walk(const QVector<PortDescription> &ports) const;
+    std::optional<PortDescription> walk() const;
 
     std::unique_ptr<PortLister> m_lister;
     QString m_explicitName;
@@ -55,6 +61,6 @@ private:
     int m_fullLooksDue = 1;
     int m_cheapLooks = 0;
     bool m_looked = false;
-    QStringList m_known;        // the ports of the last full look, by their names
+    QVector<PortDescription> m_ports;
     QHash<QString, int> m_bare; // ports that came without properties: looks left
 };

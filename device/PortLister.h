@@ -16,6 +16,11 @@ struct PortDescription {
     QString serialNumber;
     /// The USB product identifier, 0 when there is none.
     quint16 productIdentifier = 0;
+    /// What the USB device calls itself, for people; empty when that is not known.
+    QString description = QString();
+
+    /// Whether the system knows anything of what the port belongs to. It knows nothing of the machine's own.
+    bool isOfDevice() const { return !serialNumber.isEmpty() || productIdentifier != 0; }
 };
 
 /// Lists the serial ports. The real one is QtPortLister.

@@ -1,24 +1,66 @@
 #include "device/PortLocks.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QLockFile>
 #include <QSysInfo>
 
+#include <algorithm>
+#include <array>
+
+namespace
+{
+
+// Where the serial port library looks for a folder to put them in.
+constexpr std::array folders{"/var/lock", "/etc/locks", "/var/spool/locks",  "/var/spool/uucp",
+                             "/tmp",      "/var/tmp",   "/var/lock/lockdev", "/run/lock"};
+
+bool isLinux()
+{
+    return QSysInfo::kernelType() == QLatin1String("linux");
+}
+
+/// The process that holds the lock, 0 for none of this machine.
+qint64 holderOfFile(const QString &lockFile)
+{
+    qint64 holder = 0;
+    QString host;
+    QString program;
+    const bool read = QLockFile(lockFile).getLockInfo(&holder, &host, &program);
+    return read && (host.isEmpty() || host == QSysInfo::machineHostName()) ? holder : 0;
+}
+
+} // namespace
+
 void PortLocks::removeOf(qint64 process)
 {
-    // Where the serial port library looks for a folder to put them in.
-    for (const char *folder : {"/var/lock", "/etc/locks", "/var/spool/locks", "/var/spool/uucp", "/tmp",
-                               "/var/tmp", "/var/lock/lockdev", "/run/lock"}) {
+    for (const char *folder : folders) {
         const QDir locks(QString::fromLatin1(folder));
         for (const QString &name : locks.entryList({QStringLiteral("LCK..*")}, QDir::Files | QDir::Hidden)) {
-            QLockFile lock(locks.filePath(name));
-            qint64 holder = 0;
-            QString host;
-            QString program;
-            if (lock.getLockInfo(&holder, &host, &program) && holder == process &&
-                (host.isEmpty() || host == QSysInfo::machineHostName())) {
-                lock.removeStaleLockFile();
+            const QString lock = locks.filePath(name);
+            if (holderOfFile(lock) == process) {
+                QLockFile(lock).removeStaleLockFile();
             }
         }
     }
+}
+
+qint64 PortLocks::holderOf(const QString &path)
+{
+    const QString name = QStringLiteral("LCK..") + QFileInfo(path).fileName();
+    for (const char *folder : folders) {
+        const qint64 holder = holderOfFile(QDir(QString::fromLatin1(folder)).filePath(name));
+        // Who has ended holds nothing any more.
+        if (holder > 0 && QFileInfo::exists(QStringLiteral("/proc/%1").arg(holder))) {
+            return holder;
+        }
+    }
+    return 0;
+}
+
+bool PortLocks::haveNoPlace()
+{
+    return isLinux() && std::none_of(folders.begin(), folders.end(), [](const char *folder) {
+               return QFileInfo(QString::fromLatin1(folder)).isWritable();
+           });
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QString>
 
 /// The lock files ("LCK..ttyACM0") by which programs keep serial ports to themselves. The serial port library
 /// makes and removes ours; one that a killed program left stands in a folder where only its user can remove
@@ -10,5 +10,11 @@ namespace PortLocks
 
 /// Removes those that name @p process, which has ended. One that another process holds meanwhile stays.
 void removeOf(qint64 process);
+
+/// The living process of this machine that the lock of the port at @p path names; 0 where there is none.
+qint64 holderOf(const QString &path);
+
+/// True where locks are usual and this user can put none anywhere: then every port is refused, held or not.
+bool haveNoPlace();
 
 } // namespace PortLocks

@@ -19,7 +19,8 @@ QVector<PortDescription> QtPortLister::availablePorts()
     const QList<QSerialPortInfo> infos = QSerialPortInfo::availablePorts();
     ports.reserve(infos.size());
     for (const QSerialPortInfo &info : infos) {
-        ports.append({info.portName(), info.systemLocation(), info.serialNumber(), info.productIdentifier()});
+        ports.append({info.portName(), info.systemLocation(), info.serialNumber(), info.productIdentifier(),
+                      info.description()});
     }
     return ports;
 }

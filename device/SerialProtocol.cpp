@@ -69,6 +69,7 @@ void SerialProtocol::scannSerial()
         // of it.
         return;
     }
+    m_search.look();
     if (m_linkLost) {
         unplug();
         m_finder->lookAgain();
@@ -81,6 +82,7 @@ void SerialProtocol::scannSerial()
         if (m_connected) {
             unplug();
         }
+        setFinding(m_search.absent(*m_finder));
     }
 }
 
@@ -92,13 +94,15 @@ void SerialProtocol::plug(const PortDescription &port)
     m_port->setPort(port);
     m_port->setBaudRate(baudRate);
     m_port->clearError();
+    m_openError = SerialPort::Error::None;
     m_connected = m_port->open(QIODevice::ReadWrite);
     if (!m_connected) {
-        reportFailedOpen();
+        reportFailedOpen(port);
         m_finder->lookAgain();
         return;
     }
     forgetFailedOpen();
+    setFinding({DeviceFinding::Kind::Open, port.systemLocation, {}, {}});
     m_port->setDataTerminalReady(true);
     s_requestQueue.clear();
     m_decoder.clear();
@@ -115,6 +119,7 @@ void SerialProtocol::unplug()
 {
     m_connected = false;
     m_linkLost = false;
+    m_search.lost();
     m_decoder.clear();
     if (m_port->isOpen()) {
         m_port->setDataTerminalReady(false);
@@ -133,10 +138,14 @@ void SerialProtocol::unplug()
     qCInfo(lcDevice) << "unplugged";
 }
 
-void SerialProtocol::reportFailedOpen()
+void SerialProtocol::reportFailedOpen(const PortDescription &port)
 {
-    // A port may refuse for hours, twice a second: only news is worth a warning.
+    // A port may refuse for hours, twice a second: only news is worth a warning, and a search for the reason.
     const QString reason = m_port->errorString();
+    const bool holderEnded = m_finding.holder.process != 0 && !m_finding.holder.isThere();
+    if (reason != m_lastFailure || port.systemLocation != m_finding.port || holderEnded) {
+        setFinding(DeviceSearch::refused(port, m_openError, reason));
+    }
     if (reason != m_lastFailure) {
         m_lastFailure = reason;
         qCWarning(lcDevice).noquote() << "failed to plugg" << reason;
@@ -154,8 +163,19 @@ void SerialProtocol::forgetFailedOpen()
     }
 }
 
+void SerialProtocol::setFinding(const DeviceFinding &finding)
+{
+    if (finding != m_finding) {
+        m_finding = finding;
+        Q_EMIT findingChanged();
+    }
+}
+
 void SerialProtocol::noteError(SerialPort::Error error)
 {
+    if (!m_connected && error != SerialPort::Error::None) {
+        m_openError = error;
+    }
     if (!m_connected || m_linkLost || !endsLink(error)) {
         return;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "device/DeviceSearch.h"
 #include "device/LineDecoder.h"
 #include "device/PortFinder.h"
 #include "device/SerialPort.h"
@@ -37,6 +38,9 @@ public:
     /// True from the opening of the device's port until a scan has found it gone.
     bool isConnected() const { return m_connected; }
 
+    /// What the last look for the device has come to.
+    const DeviceFinding &finding() const { return m_finding; }
+
     /// Appends a request for the device to the queue that all links share. It goes out as it stands with
     /// becomesAvailable2Request(); plugging the device in empties the queue. GUI thread only.
     static void queueRequest(const QByteArray &request);
@@ -57,6 +61,8 @@ Q_SIGNALS:
     /// The device's port is there and cannot be opened, for the system's reason @p reason; emitted when the
     /// reason changes. Empty when that is over.
     void portRefused(QString reason);
+    /// finding() has changed.
+    void findingChanged();
 
 public Q_SLOTS:
     /// Looks once for the device and opens or gives up its port.
@@ -71,8 +77,9 @@ private:
     std::unique_ptr<SerialPort> newPort();
     void plug(const PortDescription &port);
     void unplug();
-    void reportFailedOpen();
+    void reportFailedOpen(const PortDescription &port);
     void forgetFailedOpen();
+    void setFinding(const DeviceFinding &finding);
     void noteError(SerialPort::Error error);
     void closeLostPort();
     void announce(const DeviceEvent &event);
@@ -92,4 +99,7 @@ private:
     std::unique_ptr<SerialPort> m_port;
     LineDecoder m_decoder;
     QString m_lastFailure;
+    SerialPort::Error m_openError = SerialPort::Error::None;
+    DeviceSearch m_search;
+    DeviceFinding m_finding;
 };

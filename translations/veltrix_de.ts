@@ -417,6 +417,49 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     </message>
 </context>
 <context>
+    <name>FindingText</name>
+    <message>
+        <source>No device is plugged in. The panel opens by itself as soon as the device is found.</source>
+        <translation>Kein Gerät ist angesteckt. Die Einstellungen öffnen sich von selbst, sobald das Gerät gefunden ist.</translation>
+    </message>
+    <message>
+        <source>%1, which was named as the device&apos;s port, is not there</source>
+        <translation>%1, als Anschluss des Geräts angegeben, ist nicht da</translation>
+    </message>
+    <message>
+        <source>%1 is there, but it is not the control surface</source>
+        <translation>%1 ist da, ist aber nicht das Bediengerät</translation>
+    </message>
+    <message>
+        <source>%1 (%2) is there, but it is not the control surface</source>
+        <translation>%1 (%2) ist da, ist aber nicht das Bediengerät</translation>
+    </message>
+    <message>
+        <source>%1 is there, but this user may not open it: install the package&apos;s rule or join the group %2</source>
+        <translation>%1 ist da, aber dieser Benutzer darf ihn nicht öffnen: Regel des Pakets installieren oder der Gruppe %2 beitreten</translation>
+    </message>
+    <message>
+        <source>%1 is there, but another program holds it: close that program</source>
+        <translation>%1 ist da, aber ein anderes Programm belegt ihn: dieses Programm schließen</translation>
+    </message>
+    <message>
+        <source>%1 is there, but %2 holds it: close that program</source>
+        <translation>%1 ist da, aber %2 belegt ihn: dieses Programm schließen</translation>
+    </message>
+    <message>
+        <source>%1 is there, but cannot be opened: %2</source>
+        <translation>%1 ist da, lässt sich aber nicht öffnen: %2</translation>
+    </message>
+    <message>
+        <source>The device comes and goes: try another cable, or another socket without a hub</source>
+        <translation>Das Gerät kommt und geht: anderes Kabel probieren, oder eine andere Buchse ohne Hub</translation>
+    </message>
+    <message>
+        <source>The device is there: %1</source>
+        <translation>Das Gerät ist da: %1</translation>
+    </message>
+</context>
+<context>
     <name>GameView</name>
     <message>
         <source>Paddle game</source>
@@ -1033,6 +1076,14 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>The device is there, but its port cannot be opened: %1</source>
         <translation>Das Gerät ist da, aber sein Anschluss lässt sich nicht öffnen: %1</translation>
+    </message>
+    <message>
+        <source>Trouble-shooting</source>
+        <translation>Hilfe bei Problemen</translation>
+    </message>
+    <message>
+        <source>Opens the user guide: what to do when the device is not found</source>
+        <translation>Öffnet die Anleitung: was tun, wenn das Gerät nicht gefunden wird</translation>
     </message>
 </context>
 <context>

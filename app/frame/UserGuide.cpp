@@ -5,11 +5,41 @@
 #include <QFileInfo>
 #include <QUrl>
 
+namespace
+{
+
+/// The page that came with the program, or @p onTheWeb.
+QUrl page(const QString &programFolder, const QString &name, const char *onTheWeb)
+{
+    const QFileInfo file(programFolder + QStringLiteral("/user-guide/") + name);
+    return file.isFile() && file.isReadable() ? QUrl::fromLocalFile(file.absoluteFilePath())
+                                              : QUrl(QLatin1String(onTheWeb));
+}
+
+// The domain that is reserved for addresses that lead nowhere.
+bool leadsNowhere(const QUrl &address)
+{
+    return address.host().endsWith(QLatin1String(".invalid"));
+}
+
+} // namespace
+
 QUrl UserGuide::address(const QString &programFolder)
 {
-    const QFileInfo first(programFolder + QStringLiteral("/user-guide/index.html"));
-    if (first.isFile() && first.isReadable()) {
-        return QUrl::fromLocalFile(first.absoluteFilePath());
+    return page(programFolder, QStringLiteral("index.html"), AppInfo::userGuidePage);
+}
+
+QUrl UserGuide::help(const QString &programFolder)
+{
+    const QUrl maker(QLatin1String(AppInfo::supportPage));
+    return leadsNowhere(maker) ? troubleshooting(programFolder, {}) : maker;
+}
+
+QUrl UserGuide::troubleshooting(const QString &programFolder, const QString &section)
+{
+    QUrl address = page(programFolder, QStringLiteral("troubleshooting.html"), AppInfo::supportPage);
+    if (address.isLocalFile() && !section.isEmpty()) {
+        address.setFragment(section);
     }
-    return QUrl(QLatin1String(AppInfo::userGuidePage));
+    return address;
 }

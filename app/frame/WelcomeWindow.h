@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QUrl>
 #include <QWidget>
 
+class ClickableLabel;
 class QLabel;
 
 /// The page that is shown while no device is connected.
@@ -19,7 +21,16 @@ public:
     /// Says why the device's port cannot be opened, in the system's words. Empty takes the line away.
     void showRefusal(const QString &reason);
 
+    /// The bottom line: @p text says what was found; the link below it leads to @p help. A problem is written
+    /// to be seen.
+    void showFinding(const QString &text, bool isProblem, const QUrl &help);
+
 private:
+    void addHelp();
+
     QLabel *m_indicator;
     QLabel *m_refusal;
+    QLabel *m_finding;
+    ClickableLabel *m_help = nullptr;
+    QUrl m_helpAddress;
 };

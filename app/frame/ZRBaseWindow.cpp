@@ -98,7 +98,7 @@ void ZRBaseWindow::buildHeader()
     } links[] = {
         {tr("Contact"), QUrl(QLatin1String(AppInfo::contactPage)), 348, 56},
         {tr("User Guide"), UserGuide::address(QCoreApplication::applicationDirPath()), 412, 78},
-        {tr("Help"), QUrl(QLatin1String(AppInfo::supportPage)), 498, 44},
+        {tr("Help"), UserGuide::help(QCoreApplication::applicationDirPath()), 498, 44},
     };
     for (const auto &link : links) {
         QLabel *label = addLabel(m_header, QString(), {link.x, 20, link.width, 20}, 10, faint);

@@ -35,6 +35,7 @@ private Q_SLOTS:
     void quitEndsTheProgramAlsoWhenHidden();
     void quitEndsTheProgramAlsoWhileADialogIsVisible();
     void aDialogClosedWhileTheWindowIsHiddenDoesNotQuit();
+    void theWelcomePageSaysWhatWasFound();
     void deviceTurnsTheIndicatorAtOnceAndThePageASecondLater();
     void unpluggedWithinTheSecondTheSlideStillComes();
     void chordCallsTheGameAndBack();
@@ -204,6 +205,14 @@ void tst_ZRMainWindow::aDialogClosedWhileTheWindowIsHiddenDoesNotQuit()
     });
     QCOMPARE(QApplication::exec(), 7);
     QVERIFY(message.isHidden());
+}
+
+void tst_ZRMainWindow::theWelcomePageSaysWhatWasFound()
+{
+    m_serial->scannSerial(); // there are no ports in this test
+    QCOMPARE(
+        m_window->findChild<QLabel *>(QStringLiteral("finding"))->text(),
+        QStringLiteral("No device is plugged in. The panel opens by itself as soon as the device is found."));
 }
 
 void tst_ZRMainWindow::deviceTurnsTheIndicatorAtOnceAndThePageASecondLater()

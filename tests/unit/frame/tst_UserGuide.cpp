@@ -15,16 +15,17 @@ private Q_SLOTS:
     void standsBesideTheProgram();
     void isFoundThroughTheLinkOfThePackage();
     void isOnTheWebWhenNoneIsThere();
+    void helpIsTheChapterOnTroubleWhileTheMakerHasNoAddress();
 
 private:
     // Makes a guide's first page in a folder.
-    static void make(const QString &folder);
+    static void make(const QString &folder, const QString &name = QStringLiteral("index.html"));
 };
 
-void tst_UserGuide::make(const QString &folder)
+void tst_UserGuide::make(const QString &folder, const QString &name)
 {
     QVERIFY(QDir().mkpath(folder));
-    QFile page(folder + QStringLiteral("/index.html"));
+    QFile page(folder + QLatin1Char('/') + name);
     QVERIFY(page.open(QIODevice::WriteOnly));
 }
 
@@ -62,6 +63,20 @@ void tst_UserGuide::isOnTheWebWhenNoneIsThere()
     const QTemporaryDir prefix;
     QVERIFY(QDir().mkpath(prefix.filePath(QStringLiteral("user-guide/index.html")))); // a folder, no page
     QCOMPARE(UserGuide::address(prefix.path()), QUrl(QLatin1String(AppInfo::userGuidePage)));
+}
+
+void tst_UserGuide::helpIsTheChapterOnTroubleWhileTheMakerHasNoAddress()
+{
+    QVERIFY(QUrl(QLatin1String(AppInfo::supportPage)).host().endsWith(QLatin1String(".invalid")));
+    const QTemporaryDir prefix;
+    QCOMPARE(UserGuide::help(prefix.path()), QUrl(QLatin1String(AppInfo::supportPage)));
+    QCOMPARE(UserGuide::troubleshooting(prefix.path(), QStringLiteral("wayland")),
+             QUrl(QLatin1String(AppInfo::supportPage)));
+    make(prefix.filePath(QStringLiteral("user-guide")), QStringLiteral("troubleshooting.html"));
+    QUrl chapter = QUrl::fromLocalFile(prefix.filePath(QStringLiteral("user-guide/troubleshooting.html")));
+    QCOMPARE(UserGuide::help(prefix.path()), chapter);
+    chapter.setFragment(QStringLiteral("wayland"));
+    QCOMPARE(UserGuide::troubleshooting(prefix.path(), QStringLiteral("wayland")), chapter);
 }
 
 QTEST_GUILESS_MAIN(tst_UserGuide)

@@ -1,5 +1,8 @@
+#include "app/frame/ClickableLabel.h"
 #include "app/frame/WelcomeWindow.h"
+#include "tests/unit/frame/Browser.h"
 
+#include <QAccessible>
 #include <QLabel>
 #include <QtTest>
 
@@ -11,6 +14,9 @@ private Q_SLOTS:
     void showsItsTexts();
     void indicatorFollowsTheConnection();
     void saysWhyThePortIsRefused();
+    void saysWhatWasFound();
+    void leadsToHelp_data();
+    void leadsToHelp();
 };
 
 void tst_WelcomeWindow::showsItsTexts()
@@ -52,6 +58,55 @@ void tst_WelcomeWindow::saysWhyThePortIsRefused()
              QStringLiteral("The device is there, but its port cannot be opened: Permission denied"));
     window.showRefusal(QString());
     QCOMPARE(refusal->text(), QString());
+}
+
+void tst_WelcomeWindow::saysWhatWasFound()
+{
+    WelcomeWindow window;
+    const auto *line = window.findChild<QLabel *>(QStringLiteral("finding"));
+    const QString faint = line->styleSheet();
+    QCOMPARE(line->text(), QStringLiteral("The panel opens by itself as soon as the device is found."));
+    window.showFinding(QStringLiteral("a problem"), true, QUrl());
+    QCOMPARE(line->text(), QStringLiteral("a problem"));
+    QCOMPARE(line->accessibleName(), QStringLiteral("a problem"));
+    QCOMPARE(line->styleSheet(), QStringLiteral("QLabel { color : rgba(255,255,255,0.87); }"));
+    window.showFinding(QStringLiteral("nothing"), false, QUrl());
+    QCOMPARE(line->text(), QStringLiteral("nothing"));
+    QCOMPARE(line->styleSheet(), faint);
+}
+
+void tst_WelcomeWindow::leadsToHelp_data()
+{
+    QTest::addColumn<QString>("by");
+    for (const char *by : {"mouse", "keyboard", "screen reader"}) {
+        QTest::newRow(by) << QString::fromLatin1(by);
+    }
+}
+
+void tst_WelcomeWindow::leadsToHelp()
+{
+    QFETCH(QString, by);
+    WelcomeWindow window;
+    window.resize(900, 650);
+    window.show();
+    const QUrl page(QStringLiteral("tst-help:troubleshooting.html#here"));
+    window.showFinding(QStringLiteral("a problem"), true, page);
+    auto *help = window.findChild<ClickableLabel *>(QStringLiteral("help"));
+    QCOMPARE(help->accessibleName(), QStringLiteral("Trouble-shooting"));
+    QVERIFY(help->geometry().top() >= 624 && window.rect().contains(help->geometry()));
+
+    const Browser browser(page.scheme());
+    if (by == QLatin1String("mouse")) {
+        QTest::mouseClick(help, Qt::LeftButton);
+    } else if (by == QLatin1String("keyboard")) {
+        QVERIFY((help->focusPolicy() & Qt::TabFocus) != 0);
+        QTest::keyClick(help, Qt::Key_Return);
+    } else {
+        QAccessibleInterface *told = QAccessible::queryAccessibleInterface(help);
+        told->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QCoreApplication::processEvents();
+    }
+    QCOMPARE(browser.opened, QList<QUrl>{page});
 }
 
 QTEST_MAIN(tst_WelcomeWindow)

@@ -1,7 +1,10 @@
+#include "app/FindingText.h"
 #include "app/Translations.h"
 #include "app/ZRMainWindow.h"
 #include "app/frame/AppFonts.h"
+#include "app/frame/WelcomeWindow.h"
 #include "app/frame/ZRDialog.h"
+#include "device/DeviceSearch.h"
 #include "tests/support/page/PageRig.h"
 #include "tests/unit/translations/TranslationFile.h"
 #include "ui/ComboMapping.h"
@@ -193,6 +196,18 @@ void tst_TextsFit::openEverything(ZRMainWindow *window)
         page->onDownloading(100);
         check();
         page->onDownloadComplete();
+    }
+    using Kind = DeviceFinding::Kind;
+    auto *welcome = window->findChild<WelcomeWindow *>();
+    for (const Kind kind : {Kind::Nothing, Kind::NamedMissing, Kind::Other, Kind::Forbidden, Kind::Held,
+                            Kind::Refused, Kind::Vanishing, Kind::Open}) {
+        const QString sentence = FindingText::sentence({kind,
+                                                        QStringLiteral("/dev/ttyACM0"),
+                                                        QStringLiteral("dialout"),
+                                                        {1, QStringLiteral("minicom")}});
+        welcome->showFinding(sentence, true, QUrl());
+        check();
+        QCOMPARE(welcome->findChild<QLabel *>(QStringLiteral("finding"))->text(), sentence); // not cut
     }
     auto *page = window->devicePage();
     auto *menu = page->findChildren<ComboMenu *>().at(3);
