@@ -19,9 +19,9 @@ QString FindingText::sentence(const DeviceFinding &finding)
                    : tr("%1 (%2) is there, but it is not the control surface")
                          .arg(finding.port, finding.detail);
     case Kind::Forbidden:
-        return tr("%1 is there, but this user may not open it: install the package's rule or join the group %2")
-            .arg(finding.port,
-                 finding.detail.isEmpty() ? QStringLiteral("dialout") : finding.detail);
+        return tr("%1 is there, but this user may not open it: install the package's rule or join the group "
+                  "%2")
+            .arg(finding.port, finding.detail.isEmpty() ? QStringLiteral("dialout") : finding.detail);
     case Kind::Held:
         return finding.holder.program.isEmpty()
                    ? tr("%1 is there, but another program holds it: close that program").arg(finding.port)
@@ -39,8 +39,7 @@ QString FindingText::sentence(const DeviceFinding &finding)
 
 bool FindingText::isProblem(const DeviceFinding &finding)
 {
-    return finding.kind != Kind::NotLooked && finding.kind != Kind::Nothing &&
-           finding.kind != Kind::Open;
+    return finding.kind != Kind::NotLooked && finding.kind != Kind::Nothing && finding.kind != Kind::Open;
 }
 
 QString FindingText::section(const DeviceFinding &finding)

@@ -2,7 +2,9 @@
 
 #include "app/AppLog.h"
 #include "app/FindingText.h"
+#include "app/WindowPlace.h"
 #include "app/frame/AppFonts.h"
+#include "app/frame/DragToMove.h"
 #include "app/frame/Look.h"
 #include "app/frame/SlidingStackedWidget.h"
 #include "app/frame/UserGuide.h"
@@ -15,11 +17,13 @@
 
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QCursor>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QMenu>
 #include <QPushButton>
 #include <QScreen>
+#include <QShortcut>
 #include <QToolTip>
 
 namespace
@@ -52,8 +56,7 @@ ZRMainWindow::ZRMainWindow(std::unique_ptr<SerialProtocol> serial, const DeviceP
     QToolTip::setPalette(toolTips);
 
     setFixedSize(windowSize);
-    const QRect screen = QGuiApplication::primaryScreen()->geometry();
-    move((screen.width() - windowSize.width()) / 2, (screen.height() - windowSize.height()) / 2);
+    move(WindowPlace::inTheMiddleOf(QGuiApplication::primaryScreen()->geometry(), windowSize));
     setWindowFlags(Qt::FramelessWindowHint);
     setWindowTitle(tr("Veltrix"));
 
@@ -71,10 +74,17 @@ ZRMainWindow::ZRMainWindow(std::unique_ptr<SerialProtocol> serial, const DeviceP
     m_stack->addWidget(m_gameView);
     connect(m_devicePage, &DeviceZR::displayControlPanel, this, &ZRMainWindow::displayControlPanel);
     connect(m_devicePage, &DeviceZR::gameControl, m_gameView, &GameView::gameControl);
+    connect(m_gameView, &GameView::left, this, &ZRMainWindow::leaveGame);
 
     addCloseButton();
+    addShortcuts();
+    new DragToMove(this);
     setWindowIcon(QIcon(QStringLiteral(":/icons/ZR_logo.png")));
     addTrayIcon();
+    connect(qApp, &QGuiApplication::screenRemoved, this, &ZRMainWindow::stayWhole, Qt::QueuedConnection);
+    for (const QScreen *each : QGuiApplication::screens()) {
+        connect(each, &QScreen::geometryChanged, this, &ZRMainWindow::stayWhole, Qt::QueuedConnection);
+    }
     if (updater) {
         updater->arm();
     }
@@ -94,7 +104,18 @@ void ZRMainWindow::addCloseButton()
     button->setStyleSheet(closeButtonStyle);
     button->setAccessibleName(tr("Hide the window"));
     button->setToolTip(tr("Hide the window; the program goes on"));
+    button->setObjectName(QStringLiteral("close"));
     connect(button, &QPushButton::clicked, this, &ZRMainWindow::hide);
+}
+
+void ZRMainWindow::addShortcuts()
+{
+    const auto add = [this](const char *keys, auto slot) {
+        auto *shortcut = new QShortcut(QKeySequence(QLatin1String(keys)), this);
+        connect(shortcut, &QShortcut::activated, this, slot);
+    };
+    add("Ctrl+Q", &ZRMainWindow::close);
+    add("Ctrl+W", &ZRMainWindow::hide);
 }
 
 void ZRMainWindow::addTrayIcon()
@@ -107,6 +128,9 @@ void ZRMainWindow::addTrayIcon()
     m_tray->setContextMenu(m_trayMenu.get());
     m_tray->setVisible(true);
     if (!QSystemTrayIcon::isSystemTrayAvailable()) {
+        auto *button = findChild<QPushButton *>(QStringLiteral("close"));
+        button->setToolTip(
+            tr("Hide the window; the program goes on. Start it once more to bring the window back."));
         qCInfo(lcApp)
             << "This desktop has no tray: start the program once more to bring a hidden window back";
     }
@@ -150,6 +174,45 @@ void ZRMainWindow::slideLater(int page)
     });
 }
 
+// The chord on the device ends the game as well; without a device only this does.
+void ZRMainWindow::leaveGame()
+{
+    if (m_serial->isConnected()) {
+        m_devicePage->leaveGame();
+    } else {
+        displayControlPanel(QString());
+    }
+}
+
+void ZRMainWindow::placeWhereThePointerIs()
+{
+    const QScreen *screen = QGuiApplication::screenAt(QCursor::pos());
+    const QRect place = (screen != nullptr ? screen : QGuiApplication::primaryScreen())->geometry();
+    if (!WindowPlace::isWhole(geometry(), {place})) {
+        move(WindowPlace::inTheMiddleOf(place, windowSize));
+    }
+}
+
+// A screen has gone, or has become smaller.
+void ZRMainWindow::stayWhole()
+{
+    QVector<QRect> screens;
+    for (const QScreen *screen : QGuiApplication::screens()) {
+        screens.append(screen->geometry());
+    }
+    if (isVisible() && !WindowPlace::isWhole(geometry(), screens)) {
+        placeWhereThePointerIs();
+    }
+}
+
+void ZRMainWindow::showEvent(QShowEvent *event)
+{
+    if (!event->spontaneous()) {
+        placeWhereThePointerIs();
+    }
+    QMainWindow::showEvent(event);
+}
+
 void ZRMainWindow::showOnFront()
 {
     const bool menuOpen = m_trayMenu->isVisible();
@@ -167,6 +230,12 @@ void ZRMainWindow::showOnFront()
 
 void ZRMainWindow::closeEvent(QCloseEvent *event)
 {
+    if (event->spontaneous()) {
+        // Asked for by the user, with Alt+F4 or the window manager: it is what the button in the corner does.
+        event->ignore();
+        hide();
+        return;
+    }
     // Reached by "Quit" and by the end of the session, with the window shown or hidden, and whatever else is
     // open.
     QMainWindow::closeEvent(event);

@@ -52,9 +52,14 @@ public Q_SLOTS:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void addCloseButton();
+    void addShortcuts();
+    void leaveGame();
+    void placeWhereThePointerIs();
+    void stayWhole();
     void addTrayIcon();
     void showFinding();
     void slideLater(int page);

@@ -13,8 +13,7 @@ namespace
 /// The group that may use the port, where joining it is of use.
 QString groupOf(const QFileInfo &port)
 {
-    const bool special = port.groupId() != 0 &&
-                         port.permissions().testFlag(QFile::ReadGroup) &&
+    const bool special = port.groupId() != 0 && port.permissions().testFlag(QFile::ReadGroup) &&
                          port.permissions().testFlag(QFile::WriteGroup);
     return special ? port.group() : QString();
 }

@@ -14,7 +14,8 @@
 namespace
 {
 
-// Some 20 ms, which nobody notices. Not a time: on a busy machine that may be over before anything was looked at.
+// Some 20 ms, which nobody notices. Not a time: on a busy machine that may be over before anything was looked
+// at.
 constexpr int filesAtMost = 10000;
 
 namespace fs = std::filesystem;
@@ -60,9 +61,8 @@ qint64 processWithOpen(const QString &path)
     }
     int filesLeft = filesAtMost;
     const std::vector<qint64> processes = otherProcesses();
-    const auto holder = std::find_if(processes.begin(), processes.end(), [&](qint64 process) {
-        return hasOpen(process, device, filesLeft);
-    });
+    const auto holder = std::find_if(processes.begin(), processes.end(),
+                                     [&](qint64 process) { return hasOpen(process, device, filesLeft); });
     return holder == processes.end() ? 0 : *holder;
 }
 

@@ -161,6 +161,12 @@ void EventDispatcher::setModeFromChord(KnobMode mode, bool Chord::*held, Press p
     }
 }
 
+void EventDispatcher::leaveGame()
+{
+    m_gameOn = false;
+    Q_EMIT displayControlPanel(QStringLiteral("ZR"));
+}
+
 void EventDispatcher::setLayer(Layer layer, int button, bool pressing)
 {
     m_layer = pressing ? layer : Layer::Normal; // to Normal, deliberately not to the layer before

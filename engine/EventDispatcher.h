@@ -74,6 +74,9 @@ public Q_SLOTS:
     /// system still holds on the engine's behalf is released.
     void letEverythingGo();
 
+    /// Ends the game as its chord would.
+    void leaveGame();
+
     void onUserMovingMouse();
     void reEnableZR();
     void restoreMouse();

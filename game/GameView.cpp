@@ -76,6 +76,10 @@ void GameView::paintEvent(QPaintEvent * /*event*/)
 
 void GameView::keyPressEvent(QKeyEvent *event)
 {
+    if (event->key() == Qt::Key_Escape) {
+        Q_EMIT left();
+        return;
+    }
     if (const auto key = gameKey(*event)) {
         m_game.keyPressed(*key);
     }

@@ -27,6 +27,10 @@ public Q_SLOTS:
     void gameControl(char control);
     void handleGameFrame();
 
+Q_SIGNALS:
+    /// The user wants to leave the game, from the keyboard.
+    void left();
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;

@@ -1177,6 +1177,10 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
         <source>Quit</source>
         <translation>Beenden</translation>
     </message>
+    <message>
+        <source>Hide the window; the program goes on. Start it once more to bring the window back.</source>
+        <translation>Fenster ausblenden; das Programm läuft weiter. Noch einmal starten bringt das Fenster zurück.</translation>
+    </message>
 </context>
 <context>
     <name>ZRUpdater</name>

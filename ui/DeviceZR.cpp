@@ -233,6 +233,11 @@ void DeviceZR::onDeviceConnected(const QString &deviceName)
     Q_EMIT displayControlPanel(deviceName);
 }
 
+void DeviceZR::leaveGame()
+{
+    m_parts.dispatcher->leaveGame();
+}
+
 void DeviceZR::restoreMouse()
 {
     m_parts.dispatcher->restoreMouse();

@@ -54,6 +54,9 @@ public:
     DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts);
     ~DeviceZR() override;
 
+    /// Ends the game as its chord on the device would.
+    void leaveGame();
+
 Q_SIGNALS:
     /// The page to show: "ZR" for this one, "GAME" for the game, an empty name when the device is gone.
     void displayControlPanel(QString name);

@@ -1,5 +1,6 @@
 #include "app/frame/ZRDialog.h"
 
+#include "app/frame/DragToMove.h"
 #include "app/frame/Look.h"
 
 #include <QCloseEvent>
@@ -40,6 +41,9 @@ ZRDialog::ZRDialog(const QString &message, const QString &button1, const QString
     title->setObjectName(QStringLiteral("title"));
     title->setStyleSheet(textStyle);
     title->setFont(Look::font(Look::Face::Page, 14));
+
+    title->setCursor(Qt::SizeAllCursor);
+    new DragToMove(title);
 
     auto *text = new QLabel(message, this);
     text->setObjectName(QStringLiteral("message"));

@@ -63,7 +63,8 @@ private Q_SLOTS:
 
         QtSerialPort second;
         SerialPort::Error error = SerialPort::Error::None;
-        connect(&second, &SerialPort::errorOccurred, this, [&error](SerialPort::Error each) { error = each; });
+        connect(&second, &SerialPort::errorOccurred, this,
+                [&error](SerialPort::Error each) { error = each; });
         second.setPort(port);
         QVERIFY(!second.open(QIODevice::ReadWrite));
         const DeviceFinding finding = DeviceSearch::refused(port, error, second.errorString());

@@ -1,5 +1,4 @@
 #include "app/FindingText.h"
-
 #include "device/DeviceSearch.h"
 
 #include <QFile>
@@ -33,7 +32,8 @@ void tst_FindingText::saysWhatToDo_data()
         "No device is plugged in. The panel opens by itself as soon as the device is found.", false);
     row("named", {Kind::NamedMissing, QStringLiteral("/dev/x"), {}, {}},
         "/dev/x, which was named as the device's port, is not there", true);
-    row("other", {Kind::Other, port, {}, {}}, "/dev/ttyACM0 is there, but it is not the control surface", true);
+    row("other", {Kind::Other, port, {}, {}}, "/dev/ttyACM0 is there, but it is not the control surface",
+        true);
     row("other, named", {Kind::Other, port, QStringLiteral("Modem"), {}},
         "/dev/ttyACM0 (Modem) is there, but it is not the control surface", true);
     row("forbidden", {Kind::Forbidden, port, {}, {}},
@@ -41,7 +41,8 @@ void tst_FindingText::saysWhatToDo_data()
         "dialout",
         true);
     row("forbidden, another group", {Kind::Forbidden, port, QStringLiteral("uucp"), {}},
-        "/dev/ttyACM0 is there, but this user may not open it: install the package's rule or join the group uucp",
+        "/dev/ttyACM0 is there, but this user may not open it: install the package's rule or join the group "
+        "uucp",
         true);
     row("held", {Kind::Held, port, {}, {}},
         "/dev/ttyACM0 is there, but another program holds it: close that program", true);

@@ -28,6 +28,14 @@ private Q_SLOTS:
     void pagesStandInOrder();
     void closeButtonOnlyHides();
     void closeButtonHasItsPlaceAndStyle();
+    void closedByTheUserItOnlyHides();
+    void keysHideAndQuit();
+    void withoutATrayTheCloseButtonSaysTheWayBack();
+    void anEmptyPlaceMovesTheWindow();
+    void aControlDoesNot();
+    void shownAgainItIsWholeOnTheScreen();
+    void escapeLeavesTheGame();
+    void escapeLeavesTheGameWithoutADeviceToo();
     void trayMenuHasQuitAlone();
     void trayIconBringsTheWindowBack();
     void trayMenuStaysOpenWhenTheWindowComes();
@@ -44,6 +52,20 @@ private Q_SLOTS:
     void unplugSlidesBackAtOnce();
 
 private:
+    /// With the left button, from the middle of @p widget.
+    static void drag(QWidget *widget, const QPoint &way)
+    {
+        const QPoint middle = widget->rect().center();
+        const QPoint start = widget->mapToGlobal(middle);
+        const auto send = [&](QEvent::Type type, const QPoint &place, Qt::MouseButton button,
+                              Qt::MouseButtons buttons) {
+            QMouseEvent event(type, widget->mapFromGlobal(place), place, button, buttons, Qt::NoModifier);
+            QCoreApplication::sendEvent(widget, &event);
+        };
+        send(QEvent::MouseButtonPress, start, Qt::LeftButton, Qt::LeftButton);
+        send(QEvent::MouseMove, start + way, Qt::NoButton, Qt::LeftButton);
+        send(QEvent::MouseButtonRelease, start + way, Qt::LeftButton, Qt::NoButton);
+    }
     SlidingStackedWidget *stack() const { return m_window->findChild<SlidingStackedWidget *>(); }
     ManualClock &clock() const { return m_rig->engine.clock; }
     void endSlide() const
@@ -91,7 +113,9 @@ void tst_ZRMainWindow::hasItsSizePlaceAndFlags()
     QCOMPARE(m_window->minimumSize(), QSize(900, 650));
     QCOMPARE(m_window->maximumSize(), QSize(900, 650));
     const QRect screen = QGuiApplication::primaryScreen()->geometry();
-    QCOMPARE(m_window->pos(), QPoint((screen.width() - 900) / 2, (screen.height() - 650) / 2));
+    // Nothing scales the window in this test, whose screen may be too small for it.
+    QCOMPARE(m_window->pos(),
+             QPoint(qMax(0, (screen.width() - 900) / 2), qMax(0, (screen.height() - 650) / 2)));
     QVERIFY(m_window->windowFlags().testFlag(Qt::FramelessWindowHint));
     QVERIFY(!m_window->windowIcon().isNull());
     QCOMPARE(stack()->styleSheet(), QStringLiteral("SlidingStackedWidget {background-color:#5342d9;}"));
@@ -115,6 +139,92 @@ void tst_ZRMainWindow::closeButtonOnlyHides()
     QVERIFY(m_window->isHidden());
     QTest::qWait(0);
     QCOMPARE(quits.size(), 0);
+}
+
+void tst_ZRMainWindow::closedByTheUserItOnlyHides()
+{
+    QSignalSpy quits(qApp, &QCoreApplication::aboutToQuit);
+    QCloseEvent close;
+    QSpontaneKeyEvent::setSpontaneous(&close); // as Alt+F4 makes it
+    qApp->notify(m_window.get(), &close);      // sendEvent() would take that mark away
+    QVERIFY(m_window->isHidden());
+    QTest::qWait(0);
+    QCOMPARE(quits.size(), 0);
+}
+
+void tst_ZRMainWindow::keysHideAndQuit()
+{
+    QApplication::setActiveWindow(m_window.get());
+    QTest::keyClick(m_window.get(), Qt::Key_W, Qt::ControlModifier);
+    QVERIFY(m_window->isHidden());
+    m_window->showOnFront();
+    QApplication::setActiveWindow(m_window.get());
+    QSignalSpy quits(qApp, &QCoreApplication::aboutToQuit);
+    QTimer::singleShot(0, this, [this] { QTest::keyClick(m_window.get(), Qt::Key_Q, Qt::ControlModifier); });
+    QTimer::singleShot(5000, qApp, [] { QCoreApplication::exit(1); });
+    QCOMPARE(QApplication::exec(), 0);
+    QCOMPARE(quits.size(), 1);
+}
+
+void tst_ZRMainWindow::withoutATrayTheCloseButtonSaysTheWayBack()
+{
+    QVERIFY(!QSystemTrayIcon::isSystemTrayAvailable()); // nothing is drawn in this test, so there is none
+    QCOMPARE(
+        m_window->findChild<QPushButton *>(QStringLiteral("close"))->toolTip(),
+        QStringLiteral("Hide the window; the program goes on. Start it once more to bring the window back."));
+}
+
+void tst_ZRMainWindow::anEmptyPlaceMovesTheWindow()
+{
+    const QPoint before = m_window->pos();
+    drag(m_window->findChild<QLabel *>(QStringLiteral("finding")), {-30, -20});
+    QCOMPARE(m_window->pos(), before + QPoint(-30, -20));
+}
+
+void tst_ZRMainWindow::aControlDoesNot()
+{
+    const QPoint before = m_window->pos();
+    drag(m_window->findChild<QPushButton *>(QStringLiteral("close")), {-30, -20});
+    QCOMPARE(m_window->pos(), before);
+}
+
+void tst_ZRMainWindow::shownAgainItIsWholeOnTheScreen()
+{
+    const QRect screen = QGuiApplication::primaryScreen()->geometry();
+    const QPoint middle((screen.width() - 900) / 2, (screen.height() - 650) / 2);
+    m_window->hide();
+    m_window->move(screen.width() - 100, 30);
+    m_window->showOnFront();
+    // This test's screen is smaller than the window: then the corner with the button is what counts.
+    QCOMPARE(m_window->pos(), QPoint(qMax(0, middle.x()), qMax(0, middle.y())));
+}
+
+void tst_ZRMainWindow::escapeLeavesTheGame()
+{
+    Q_EMIT m_serial->portChange(QStringLiteral("ZR"));
+    clock().advance(1000);
+    endSlide();
+    m_window->displayControlPanel(QStringLiteral("GAME"));
+    clock().advance(1000);
+    endSlide();
+    QCOMPARE(stack()->currentIndex(), 2);
+    m_rig->engine.dispatcher->leaveGame();
+    QVERIFY(!game()->isRunning());
+    QVERIFY(!m_rig->engine.dispatcher->isGameOn());
+    clock().advance(1000);
+    endSlide();
+    QCOMPARE(stack()->currentIndex(), 1);
+}
+
+void tst_ZRMainWindow::escapeLeavesTheGameWithoutADeviceToo()
+{
+    m_window->displayControlPanel(QStringLiteral("GAME"));
+    clock().advance(1000);
+    endSlide();
+    QTest::keyClick(game(), Qt::Key_Escape);
+    QVERIFY(!game()->isRunning());
+    endSlide();
+    QCOMPARE(stack()->currentIndex(), 0);
 }
 
 void tst_ZRMainWindow::closeButtonHasItsPlaceAndStyle()

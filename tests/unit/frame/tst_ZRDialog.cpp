@@ -16,6 +16,7 @@ private Q_SLOTS:
     void escapeWithoutASecondButtonDoesNothing();
     void closingItDoesNotEndTheProgram();
     void stylesAreThoseOfTheFrame();
+    void itsTitleMovesIt();
 };
 
 void tst_ZRDialog::hasTwoButtonsOrOne()
@@ -90,6 +91,29 @@ void tst_ZRDialog::stylesAreThoseOfTheFrame()
             "color: #ffffff;}QPushButton:disabled {background-color: #7489e5;border: 1px #7489e5;"
             "border-radius: 2px;color: #ffffff;}QPushButton:hover {background-color: #3549c6;"
             "border: 1px #3549c6;border-radius: 2px;color: #ffffff;}"));
+}
+
+void tst_ZRDialog::itsTitleMovesIt()
+{
+    ZRDialog dialog(QStringLiteral("Message"), QStringLiteral("OK"), QString());
+    dialog.show();
+    const QPoint before = dialog.pos();
+    auto *title = dialog.findChild<QLabel *>(QStringLiteral("title"));
+    const QPoint start = title->mapToGlobal(title->rect().center());
+    QTest::mousePress(title, Qt::LeftButton);
+    QMouseEvent move(QEvent::MouseMove, title->rect().center() + QPoint(40, 30), start + QPoint(40, 30),
+                     Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(title, &move);
+    QTest::mouseRelease(title, Qt::LeftButton);
+    QCOMPARE(dialog.pos(), before + QPoint(40, 30));
+
+    auto *message = dialog.findChild<QLabel *>(QStringLiteral("message"));
+    QTest::mousePress(message, Qt::LeftButton);
+    QMouseEvent on(QEvent::MouseMove, message->rect().center() + QPoint(40, 30),
+                   message->mapToGlobal(message->rect().center()) + QPoint(40, 30), Qt::NoButton,
+                   Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(message, &on);
+    QCOMPARE(dialog.pos(), before + QPoint(40, 30));
 }
 
 QTEST_MAIN(tst_ZRDialog)
