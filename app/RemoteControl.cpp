@@ -104,11 +104,10 @@ RemoteAnswer RemoteControl::list(const RemoteRequest &request) const
     QStringList lines;
     QJsonArray entries;
     for (const bool custom : {true, false}) {
-        for (const ZRButtonMap *map :
-             custom ? m_parts.mappings->custom() : m_parts.mappings->library()) {
+        for (const ZRButtonMap *map : custom ? m_parts.mappings->custom() : m_parts.mappings->library()) {
             lines.append(map->name);
-            entries.append(QJsonObject{{QStringLiteral("name"), map->name},
-                                       {QStringLiteral("custom"), custom}});
+            entries.append(
+                QJsonObject{{QStringLiteral("name"), map->name}, {QStringLiteral("custom"), custom}});
         }
     }
     return {0, request.json ? compact(entries) : lines.join(QLatin1Char('\n'))};

@@ -315,8 +315,9 @@ bool EventDispatcher::isAnyDown() const
 
 void EventDispatcher::releaseIfIdle()
 {
-    if (!isAnyDown() && m_touch == Touch::None) {
+    if (isIdle()) {
         releaseEverything();
+        Q_EMIT wentIdle();
     }
 }
 

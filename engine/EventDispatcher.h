@@ -51,6 +51,9 @@ public:
     KnobMode knobMode() const { return m_knob.mode(); }
     bool isGameOn() const { return m_gameOn; }
 
+    /// Whether no button is down and nobody touches the knob.
+    bool isIdle() const { return !isAnyDown() && m_touch == Touch::None; }
+
 public Q_SLOTS:
     /// A button went down or up. Numbers outside 0 to 9 are ignored.
     void onButtonpress(int button, bool pressing);
@@ -88,6 +91,9 @@ Q_SIGNALS:
     void buttonHeld(int button, bool held);
     void knobTouchShown(bool shown);
     void turning(KnobPointer::Turn turn);
+
+    /// An event has been carried out, and after it isIdle(): all that it left held is released.
+    void wentIdle();
 
 private:
     enum class Touch { None, Desktop, Game };

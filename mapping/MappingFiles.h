@@ -13,6 +13,7 @@ public:
     static inline const QLatin1String libraryName{"/ZR.xml"};
     static inline const QLatin1String customName{"/custom.xml"};
     static inline const QLatin1String workingCopyName{"/current.xml"};
+    static inline const QLatin1String programsName{"/programs.xml"};
 
     /// @p directory is the program's data directory. @p seedDirectory holds the files that came with the
     /// program; empty means that none did.
@@ -38,6 +39,9 @@ public:
 
     /// The one mapping that the program starts with, as soon as the user has changed anything.
     QString workingCopy() const { return m_directory + workingCopyName; }
+
+    /// The mappings that act for one program each.
+    QString programs() const { return m_directory + programsName; }
 
 private:
     QString m_directory;

@@ -364,12 +364,22 @@ FileResult MappingSession::write(const ActionTable &actions, const QString &name
     return m_writer.saveMap(&map, fileName, alone);
 }
 
+MappingSession::Aside MappingSession::exchange(Aside next)
+{
+    Aside last{std::exchange(m_now, std::move(next.now)), std::exchange(m_steps, std::move(next.steps)),
+               std::exchange(m_keeper, std::move(next.keeper))};
+    Q_EMIT replaced();
+    followKept();
+    return last;
+}
+
 FileResult MappingSession::keep()
 {
-    FileResult result =
-        write(m_now.actions, QLatin1String(workingCopyMapping), MappingFiles::workingCopyName, true);
+    FileResult result = isGeneral() ? write(m_now.actions, QLatin1String(workingCopyMapping),
+                                            MappingFiles::workingCopyName, true)
+                                    : m_keeper();
     if (result) {
-        m_now.kept = asReadBack(m_now.actions);
+        m_now.kept = isGeneral() ? asReadBack(m_now.actions) : m_now.actions;
     }
     followKept();
     return result;
@@ -378,7 +388,7 @@ FileResult MappingSession::keep()
 FileResult MappingSession::keepWithLastStep()
 {
     MappingChange *last = m_steps.last();
-    if (last == nullptr || last->file == MappingChange::File::Custom) {
+    if (last == nullptr || last->file == MappingChange::File::Custom || !isGeneral()) {
         return keep();
     }
     if (last->file == MappingChange::File::None) {
@@ -415,6 +425,9 @@ FileResult MappingSession::restore(const QString &version)
 {
     const QString file = VersionRestore::fileOf(version, m_files);
     const bool custom = file == m_files.custom();
+    if (!custom) {
+        Q_EMIT generalNeeded();
+    }
     return change({MappingStep::Kind::Restore, -1, QFileInfo(file).fileName()},
                   custom ? MappingChange::File::Custom : MappingChange::File::WorkingCopy, [&] {
                       FileResult result = VersionRestore::restore(version, m_files);

@@ -32,6 +32,18 @@ public:
     enum class Way { Done, TakenBack, DoneAgain };
     Q_ENUM(Way)
 
+    using State = MappingChange::State;
+
+    /// A mapping while it lies aside: what it says and what of that is kept, its steps, and what keeps it.
+    struct Aside {
+        /// Keeps all fields of all entries, also across a restart.
+        using Keeper = std::function<FileResult()>;
+
+        State now;
+        MappingSteps steps;
+        Keeper keeper; ///< what keep() calls while it is in use; without one that writes the working copy
+    };
+
     /// Touches none of @p files.
     explicit MappingSession(MappingFiles files, QObject *parent = nullptr);
 
@@ -106,7 +118,14 @@ public:
     /// Begins with @p map: it counts as kept, and nothing can be taken back.
     void begin(const ZRButtonMap &map);
 
-    /// Writes what is in use to the working copy. No step.
+    /// Puts @p next to use, with its steps, and returns what was in use: no step, and nothing of either is
+    /// lost. All operations are about @p next from now on.
+    Aside exchange(Aside next);
+
+    /// Whether what is in use is the mapping that the working copy is of.
+    bool isGeneral() const { return !m_keeper; }
+
+    /// Writes what is in use to the working copy, or to where else it is kept (see exchange()). No step.
     FileResult keep();
 
     /// The same as a part of the step before, so that takeBack() brings the working copy back as well.
@@ -133,6 +152,9 @@ Q_SIGNALS:
     /// The user has done something, taken it back or done it again. All else has been said by then.
     void stepped(const MappingStep &step, MappingSession::Way way);
 
+    /// An operation is about the working copy's mapping: whoever has exchanged it is to put it to use.
+    void generalNeeded();
+
     /// isKept() has changed.
     void keptChanged(bool kept);
 
@@ -145,8 +167,6 @@ Q_SIGNALS:
     void listChanged(QList<ZRButtonMap *> maps, bool custom, int defaultMap);
 
 private:
-    using State = MappingChange::State;
-
     struct List {
         QList<ZRButtonMap *> maps;
         int defaultMap = 0;
@@ -175,6 +195,7 @@ private:
     bool m_saidKept = true;
     bool m_saidEndsKnobFields = false;
     MappingSteps m_steps;
+    Aside::Keeper m_keeper;
     List m_library;
     List m_custom;
 };

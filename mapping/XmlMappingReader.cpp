@@ -1,7 +1,7 @@
 #include "mapping/XmlMappingReader.h"
 
-#include "mapping/EntryElement.h"
 #include "mapping/MappingDocument.h"
+#include "mapping/MappingElement.h"
 #include "mapping/MappingFile.h"
 #include "mapping/MappingLog.h"
 
@@ -17,7 +17,7 @@ namespace
 template <typename Take>
 bool eachMapping(const QDomNode &parent, const Take &take)
 {
-    static const QString name = QStringLiteral("MAPPING");
+    static const QString name = MappingElement::tagName;
     for (QDomElement child = parent.firstChildElement(); !child.isNull();
          child = child.nextSiblingElement()) {
         if ((child.tagName() == name && !take(child)) || !eachMapping(child, take)) {
@@ -27,26 +27,13 @@ bool eachMapping(const QDomNode &parent, const Take &take)
     return true;
 }
 
-// Below a mapping only positions and attributes count: every node that carries an id is a button. Comments
-// and texts take a position like any other node, but have no attributes and no children.
 ZRButtonMap *readMapping(const QDomElement &mapping)
 {
-    const QString name = mapping.attribute(QStringLiteral("software"));
+    const QString name = mapping.attribute(MappingElement::nameAttribute);
     auto *map = new ZRButtonMap(name.isEmpty() ? XmlMappingReader::nameForNone() : name, nullptr);
-    int buttonPosition = 0;
-    for (QDomNode button = mapping.firstChild(); !button.isNull(); button = button.nextSibling()) {
-        const QString id = button.toElement().attribute(QStringLiteral("id"));
-        int layerPosition = 0;
-        for (QDomNode node = button.firstChild(); !node.isNull(); node = node.nextSibling()) {
-            const QDomElement layer = node.toElement();
-            const QString system = layer.attribute(QStringLiteral("os"));
-            if (system.isEmpty() || system == QLatin1String("win")) {
-                map->setAction(id, node.nodeName(), EntryElement::read(layer, buttonPosition, layerPosition));
-            }
-            ++layerPosition;
-        }
-        ++buttonPosition;
-    }
+    MappingElement::eachEntry(mapping, [map](const QString &id, const QString &layer, const shortCut &entry) {
+        map->setAction(id, layer, entry);
+    });
     return map;
 }
 

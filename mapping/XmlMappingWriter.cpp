@@ -1,8 +1,9 @@
 #include "mapping/XmlMappingWriter.h"
 
-#include "mapping/EntryElement.h"
+#include "mapping/BrokenFile.h"
 #include "mapping/FileHistory.h"
 #include "mapping/MappingDocument.h"
+#include "mapping/MappingElement.h"
 #include "mapping/MappingFile.h"
 #include "mapping/MappingFiles.h"
 #include "mapping/MappingLog.h"
@@ -18,22 +19,6 @@ using MappingDocument::Outcome;
 
 const char emptyDocument[] = R"(<?xml version="1.0" encoding="UTF-8" standalone="yes"?><ZR/>)"
                              "\n";
-
-QDomElement mappingElement(QDomDocument *document, const ZRButtonMap &map)
-{
-    QDomElement mapping = document->createElement(QStringLiteral("MAPPING"));
-    MappingDocument::setText(&mapping, QStringLiteral("software"), map.name);
-    for (int button = 0; button < ActionTable::controlCount; ++button) {
-        QDomElement element = document->createElement(QStringLiteral("BUTTON"));
-        element.setAttribute(QStringLiteral("id"), button);
-        for (const Layer layer : Layers::all) {
-            element.appendChild(
-                EntryElement::write(document, Layers::fileName(layer), map.actions[button][layer]));
-        }
-        mapping.appendChild(element);
-    }
-    return mapping;
-}
 
 // The first mapping below @p root that is called @p name; the empty name is that of mappings without one.
 QDomElement called(const QString &name, const QDomElement &root)
@@ -60,29 +45,13 @@ FileResult store(const QString &path, const QByteArray &bytes)
     return result ? result : leftUntouched(path, result.reason());
 }
 
-// Leaves a copy of a file that is no mapping file beside it, before anything is added to it. What was added
-// before is no part of the copy, so that a file is copied once, however often that happens.
+// What was added before is no part of the copy, so that a file is copied once, however often that happens.
 FileResult copyAside(const QString &path, QByteArray bytes)
 {
     while (bytes.endsWith(emptyDocument)) {
         bytes.chop(static_cast<int>(qstrlen(emptyDocument)));
     }
-    constexpr int mostCopies = 100;
-    for (int number = 1; number <= mostCopies; ++number) {
-        const QString copy = XmlMappingWriter::copyName(path, number);
-        const MappingFile::ReadResult there = MappingFile::read(copy);
-        if (there.status == MappingFile::Status::Missing) {
-            FileResult result = MappingFile::replace(copy, bytes);
-            if (result) {
-                qCInfo(lcMapping).noquote() << "A copy of the file" << path << "was left in" << copy;
-            }
-            return result;
-        }
-        if (there.status == MappingFile::Status::Read && there.bytes == bytes) {
-            return FileResult::done();
-        }
-    }
-    return FileResult::failed(QStringLiteral("it is no mapping file, and there are too many copies of it"));
+    return BrokenFile::copyAside(path, bytes);
 }
 
 // What could not be read back is not let near the user's file.
@@ -142,7 +111,7 @@ FileResult XmlMappingWriter::saveMap(const ZRButtonMap *map, const QString &file
         const FileResult rewritten = rewrite(path, &document);
         return rewritten ? FileResult::failed(QStringLiteral("it has no place for a mapping")) : rewritten;
     }
-    root.appendChild(mappingElement(&document, *map));
+    root.appendChild(MappingElement::write(&document, map->name, map->actions));
     return rewrite(path, &document);
 }
 
@@ -173,11 +142,6 @@ FileResult XmlMappingWriter::removeMap(const QString &name)
     }
     root.removeChild(mapping);
     return rewrite(path, &document);
-}
-
-QString XmlMappingWriter::copyName(const QString &path, int number)
-{
-    return path + (number == 1 ? QStringLiteral(".broken") : QStringLiteral(".broken%1").arg(number));
 }
 
 QString XmlMappingWriter::fullPath(const QString &fileName) const

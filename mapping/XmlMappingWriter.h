@@ -30,7 +30,7 @@ public:
     ///
     /// A file that is not well-formed is replaced with @p alone; without, it keeps its content, an empty
     /// document is appended to it as text, and the mapping is not saved: the result says so, and a copy of
-    /// the file as it was lies beside it (see copyName()). A document without a `ZR` element at
+    /// the file as it was lies beside it (see BrokenFile). A document without a `ZR` element at
     /// the top is rewritten without the mapping. Characters that XML cannot carry are dropped from name and
     /// labels.
     FileResult saveMap(const ZRButtonMap *map, const QString &fileName, bool alone);
@@ -42,9 +42,6 @@ public:
     /// the reader calls it, and an empty @p name means no other. The file is rewritten in any case, if it is
     /// well-formed: that there was none of the name is no failure.
     FileResult removeMap(const QString &name);
-
-    /// Where the copy number @p number, from 1 on, is left of a file that turned out to be no mapping file.
-    static QString copyName(const QString &path, int number = 1);
 
 Q_SIGNALS:
     /// Part of the declared interface; deliberately never emitted.

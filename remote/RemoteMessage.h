@@ -16,7 +16,8 @@ struct RemoteRequest {
 /// What it says to that.
 struct RemoteAnswer {
     int status = 0; ///< the exit status of who asked, 0 to 255
-    QString text;   ///< for standard output with the status 0, else for standard error; without the last line end
+    QString
+        text; ///< for standard output with the status 0, else for standard error; without the last line end
 };
 
 /// How requests and answers travel: each is one line, a JSON object in UTF-8. One request and one answer a

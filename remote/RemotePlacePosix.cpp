@@ -5,7 +5,6 @@
 
 #include <cerrno>
 #include <cstring>
-
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>

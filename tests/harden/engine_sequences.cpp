@@ -19,8 +19,9 @@ std::mt19937 generator(quint32 seed, quint32 number)
     return std::mt19937(sequence);
 }
 
-/// One life of the engine on the recording backend: random events, and an end of a random kind. At each moment what the
-/// release process would end after a crash covers what the engine has begun, and after the end nothing is held.
+/// One life of the engine on the recording backend: random events, and an end of a random kind. At each
+/// moment what the release process would end after a crash covers what the engine has begun, and after the
+/// end nothing is held.
 class Sequence
 {
 public:
@@ -67,8 +68,7 @@ private:
             action.cc = below(3) + (action.v_off_enable ? SystemModel::firstOwedNote : 0);
             action.v_on = SystemModel::leastOn + below(127 - SystemModel::leastOn);
             action.v_off = below(SystemModel::leastOn);
-            action.knobcc =
-                SystemModel::firstKnobController + below(128 - SystemModel::firstKnobController);
+            action.knobcc = SystemModel::firstKnobController + below(128 - SystemModel::firstKnobController);
             action.m0_127 = chance(50);
         } else {
             static constexpr int codes[] = {-1, 16, 17, 18, 65, 66, 91, 255};
@@ -168,8 +168,8 @@ private:
         if (!m_system.heldInput().isEmpty()) {
             m_failure = QStringLiteral("held after end %1: %2").arg(how).arg(m_system.heldInput());
         }
-        // What a server that stood still has not taken, it gets when it goes on: from the engine, or from the release
-        // process, which look() has asked.
+        // What a server that stood still has not taken, it gets when it goes on: from the engine, or from the
+        // release process, which look() has asked.
         m_rig.midiSystem->hasRoom = true;
         m_rig.clock.advance(200);
         look();

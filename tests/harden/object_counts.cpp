@@ -1,5 +1,6 @@
-// Preloaded into the program, tells whoever has made the socket how many objects of the toolkit there are, and how many
-// timers they have running. For the toolkit's own hooks see its qhooks_p.h, which is not installed everywhere.
+// Preloaded into the program, tells whoever has made the socket how many objects of the toolkit there are,
+// and how many timers they have running. For the toolkit's own hooks see its qhooks_p.h, which is not
+// installed everywhere.
 
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>

@@ -11,10 +11,9 @@
 #include <future>
 #include <memory>
 #include <optional>
-#include <vector>
-
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 /// Both ends over a real socket, in a runtime folder of the test's own.
 class tst_RemoteServer : public QObject
@@ -375,8 +374,7 @@ void tst_RemoteServer::aSecondCopyDoesNotTakeThePlaceOfTheFirst()
 {
     const auto running = server();
     QVERIFY(running);
-    QTest::ignoreMessage(QtWarningMsg,
-                         "another copy of the program is remote-controlled: this one is not");
+    QTest::ignoreMessage(QtWarningMsg, "another copy of the program is remote-controlled: this one is not");
     QVERIFY(!server());
     QCOMPARE(ask(QStringLiteral("show")).status, 7);
 }

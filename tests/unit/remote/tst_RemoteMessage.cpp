@@ -79,11 +79,10 @@ void tst_RemoteMessage::whatIsNoRequestGetsASentence_data()
     QTest::newRow("no command") << QByteArray("{}") << noCommand;
     QTest::newRow("a number for a command") << QByteArray(R"({"command":7})") << noCommand;
     QTest::newRow("a sentence for a command") << QByteArray(R"({"command":"show it"})") << noCommand;
-    QTest::newRow("a long command")
-        << QByteArray(R"({"command":")") + QByteArray(RemoteMessage::maximumCommand + 1, 'a') + "\"}"
-        << noCommand;
-    QTest::newRow("a number for an argument")
-        << QByteArray(R"({"command":"use","arguments":[1]})") << noText;
+    QTest::newRow("a long command") << QByteArray(R"({"command":")") +
+                                           QByteArray(RemoteMessage::maximumCommand + 1, 'a') + "\"}"
+                                    << noCommand;
+    QTest::newRow("a number for an argument") << QByteArray(R"({"command":"use","arguments":[1]})") << noText;
     QTest::newRow("NUL in an argument")
         << QByteArray(R"({"command":"use","arguments":["a\u0000b"]})") << noText;
     QTest::newRow("many arguments") << QByteArray(R"({"command":"use","arguments":["","","","",""]})")
@@ -132,8 +131,7 @@ void tst_RemoteMessage::whatIsNoAnswerIsNone()
 void tst_RemoteMessage::anAnswerThatIsTooLongSaysSo()
 {
     const QString text(RemoteMessage::maximumAnswer, QLatin1Char('x'));
-    const auto read =
-        RemoteMessage::readAnswer(withoutEnd(RemoteMessage::write(RemoteAnswer{0, text})));
+    const auto read = RemoteMessage::readAnswer(withoutEnd(RemoteMessage::write(RemoteAnswer{0, text})));
     QVERIFY(read);
     QCOMPARE(read->status, 1);
     QCOMPARE(read->text, QStringLiteral("The answer is too long."));

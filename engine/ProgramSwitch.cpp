@@ -1,0 +1,60 @@
+#include "engine/ProgramSwitch.h"
+
+#include "engine/EventDispatcher.h"
+#include "mapping/ProgramMappings.h"
+
+#include <utility>
+
+ProgramSwitch::ProgramSwitch(FocusedProgram &focus, const EventDispatcher &dispatcher,
+                             ProgramMappings &mappings, QObject *parent)
+    : QObject(parent)
+    , m_focus(focus)
+    , m_dispatcher(dispatcher)
+    , m_mappings(mappings)
+{
+    connect(&focus, &FocusedProgram::focused, this, &ProgramSwitch::onFocused);
+    connect(&mappings, &ProgramMappings::changed, this, &ProgramSwitch::follow);
+    follow();
+}
+
+ProgramSwitch::~ProgramSwitch() = default;
+
+void ProgramSwitch::setPageShown(bool shown)
+{
+    m_pageShown = shown;
+    follow();
+}
+
+void ProgramSwitch::setChoosing(bool choosing)
+{
+    m_choosing += choosing ? 1 : -1;
+    if (m_choosing == 0) {
+        apply();
+    }
+}
+
+void ProgramSwitch::follow()
+{
+    m_focus.setWatched(m_pageShown || m_mappings.areUsed());
+}
+
+void ProgramSwitch::onFocused(const Program &program)
+{
+    if (std::exchange(m_last, program) != program) {
+        Q_EMIT lastChanged();
+    }
+    apply();
+}
+
+void ProgramSwitch::apply()
+{
+    disconnect(m_waiting);
+    if (m_choosing > 0) {
+        return; // setChoosing() comes back to it
+    }
+    if (m_dispatcher.isIdle()) {
+        m_mappings.use(m_last.id);
+    } else {
+        m_waiting = connect(&m_dispatcher, &EventDispatcher::wentIdle, this, &ProgramSwitch::apply);
+    }
+}

@@ -1,0 +1,158 @@
+#include "mapping/ProgramMappings.h"
+
+#include "mapping/MappingLog.h"
+#include "mapping/ProgramsFile.h"
+
+#include <QScopedValueRollback>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+ProgramMappings::ProgramMappings(MappingSession &session, QObject *parent)
+    : QObject(parent)
+    , m_session(session)
+    , m_path(session.files().programs())
+{
+    connect(&session, &MappingSession::assigned, this, &ProgramMappings::keepByItself);
+    connect(&session, &MappingSession::replaced, this, &ProgramMappings::keepByItself);
+    connect(&session, &MappingSession::stepped, this, [this](const MappingStep &step) {
+        if (step.kind == MappingStep::Kind::Save) {
+            keepByItself(); // it has a name now
+        }
+    });
+    connect(&session, &MappingSession::generalNeeded, this, [this] { use(QString()); });
+}
+
+ProgramMappings::~ProgramMappings() = default;
+
+FileResult ProgramMappings::load()
+{
+    const ProgramsFile::Content content = ProgramsFile::read(m_path);
+    m_read = content.result;
+    m_mayWrite = content.mayBeWritten;
+    for (const ProgramsFile::Entry &entry : content.entries) {
+        const MappingSession::State state{entry.actions, entry.name, entry.actions};
+        m_own[entry.program] = {entry.title, entry.acts, state, aside(state)};
+    }
+    if (!m_own.empty()) {
+        Q_EMIT changed();
+    }
+    return m_read;
+}
+
+MappingSession::Aside ProgramMappings::aside(const MappingSession::State &state)
+{
+    return {state, {}, [this] { return write(); }};
+}
+
+bool ProgramMappings::areUsed() const
+{
+    return std::any_of(m_own.begin(), m_own.end(), [](const auto &own) { return own.second.acts; });
+}
+
+bool ProgramMappings::has(const QString &program) const
+{
+    const auto own = m_own.find(program);
+    return own != m_own.end() && own->second.acts;
+}
+
+QString ProgramMappings::titleInUse() const
+{
+    const auto own = m_own.find(m_inUse);
+    return own == m_own.end() ? QString() : own->second.title;
+}
+
+void ProgramMappings::use(const QString &program)
+{
+    const QString next = has(program) ? program : QString();
+    if (next != m_inUse) {
+        exchangeFor(next);
+        Q_EMIT changed();
+    }
+}
+
+MappingSession::Aside &ProgramMappings::placeOf(const QString &program)
+{
+    return program.isEmpty() ? m_general : m_own.at(program).aside;
+}
+
+void ProgramMappings::exchangeFor(const QString &program)
+{
+    // While the session tells of the exchange, what was in use is in neither place: nothing may be written
+    // then.
+    const QScopedValueRollback<bool> exchanging(m_exchanging, true);
+    MappingSession::Aside &place = placeOf(m_inUse);
+    MappingSession::Aside next = std::exchange(placeOf(program), MappingSession::Aside());
+    m_inUse = program;
+    place = m_session.exchange(std::move(next));
+    qCInfo(lcMapping).noquote() << "In use is the mapping for"
+                                << (program.isEmpty() ? QStringLiteral("all programs") : program);
+}
+
+FileResult ProgramMappings::give(const QString &program, const QString &title)
+{
+    if (program.isEmpty() || has(program)) {
+        return FileResult::done();
+    }
+    const auto own = m_own.find(program);
+    if (own == m_own.end()) {
+        const ActionTable notYet;
+        m_own[program] = {title, true, {}, aside({m_session.actions(), m_session.name(), notYet})};
+    } else {
+        own->second.acts = true;
+    }
+    exchangeFor(program);
+    FileResult result = m_session.keep();
+    Q_EMIT changed();
+    return result;
+}
+
+FileResult ProgramMappings::take(const QString &program)
+{
+    if (!has(program)) {
+        return FileResult::done();
+    }
+    if (program == m_inUse) {
+        exchangeFor(QString());
+    }
+    m_own.at(program).acts = false;
+    FileResult result = write();
+    Q_EMIT changed();
+    return result;
+}
+
+void ProgramMappings::keepByItself()
+{
+    if (m_exchanging || m_inUse.isEmpty()) {
+        return;
+    }
+    const MappingSession::State &onDisk = m_own.at(m_inUse).onDisk;
+    if (onDisk.actions != m_session.actions() || onDisk.name != m_session.name()) {
+        Q_EMIT kept(m_session.keep());
+    }
+}
+
+FileResult ProgramMappings::write()
+{
+    if (!m_mayWrite) {
+        return m_read;
+    }
+    std::vector<ProgramsFile::Entry> entries;
+    for (const auto &[program, own] : m_own) {
+        const bool inUse = program == m_inUse;
+        entries.push_back({program, own.title, own.acts, inUse ? m_session.name() : own.aside.now.name,
+                           inUse ? m_session.actions() : own.aside.now.actions});
+    }
+    FileResult result = ProgramsFile::write(m_path, entries);
+    if (result) {
+        for (const ProgramsFile::Entry &entry : entries) {
+            Own &own = m_own.at(entry.program);
+            own.onDisk = {entry.actions, entry.name, entry.actions};
+            if (entry.program != m_inUse) {
+                own.aside.now.kept = entry.actions;
+            }
+        }
+    }
+    return result;
+}

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "mapping/MappingSession.h"
+
+#include <QObject>
+#include <QString>
+
+#include <map>
+
+/// The mappings that act for one program each, beside the general one.
+///
+/// What is in use is the session's, whichever it is: choices and edits are about that one. A program's
+/// mapping is kept by itself as soon as it changes, knob fields included, in a file of its own (see
+/// ProgramsFile); the general one and its unkept changes wait meanwhile. Lives on the GUI thread.
+class ProgramMappings : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(ProgramMappings)
+
+public:
+    /// Touches no file. @p session must outlive this object.
+    explicit ProgramMappings(MappingSession &session, QObject *parent = nullptr);
+    ~ProgramMappings() override;
+
+    /// Reads the file, after the session has read its own. To be called once. On failure there may be fewer
+    /// mappings than there were, or none; see ProgramsFile::read().
+    FileResult load();
+
+    /// Whether any program has a mapping of its own.
+    bool areUsed() const;
+
+    /// Whether @p program has one.
+    bool has(const QString &program) const;
+
+    /// The program whose mapping is in use; empty while the general one is.
+    const QString &inUse() const { return m_inUse; }
+
+    /// That program as the user knows it.
+    QString titleInUse() const;
+
+    /// Puts the mapping of @p program to use, or the general one when it has none.
+    void use(const QString &program);
+
+    /// Gives @p program, which the user knows as @p title, a mapping of its own and puts it to use: the one
+    /// that it had before, else a copy of what is in use. On failure that is not on the disk, but in use all
+    /// the same.
+    FileResult give(const QString &program, const QString &title);
+
+    /// Puts the general mapping to use for @p program. Its own stays in the file, for give().
+    FileResult take(const QString &program);
+
+Q_SIGNALS:
+    /// has() or inUse() may have changed; the latter after the session's replaced().
+    void changed();
+
+    /// What is in use was to be kept by itself, with this result.
+    void kept(const FileResult &result);
+
+private:
+    struct Own {
+        QString title;
+        bool acts = true;
+        MappingSession::State onDisk;
+        MappingSession::Aside aside; // empty while in use
+    };
+
+    MappingSession::Aside aside(const MappingSession::State &state);
+    MappingSession::Aside &placeOf(const QString &program);
+    void exchangeFor(const QString &program);
+    void keepByItself();
+    FileResult write();
+
+    MappingSession &m_session;
+    const QString m_path;
+    FileResult m_read = FileResult::done();
+    bool m_mayWrite = true;
+    std::map<QString, Own> m_own;
+    MappingSession::Aside m_general; // empty while in use
+    QString m_inUse;
+    bool m_exchanging = false;
+};

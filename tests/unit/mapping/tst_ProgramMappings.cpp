@@ -1,0 +1,410 @@
+#include "MappingFixtures.h"
+#include "mapping/ProgramMappings.h"
+#include "mapping/ProgramsFile.h"
+#include "mapping/SpecialAction.h"
+#include "tests/support/log/LogCapture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace
+{
+
+const QString gimp = QStringLiteral("gimp");
+const QString gimpTitle = QStringLiteral("Gimp");
+const QString browser = QStringLiteral("firefox");
+const QString browserTitle = QStringLiteral("Firefox");
+
+shortCut key(qint32 code)
+{
+    shortCut action;
+    action.key1 = code;
+    action.key2 = -1;
+    action.key3 = -1;
+    return action;
+}
+
+shortCut knobMidi()
+{
+    shortCut action = key(MIDI_KNOB_ACTION);
+    action.channel = 3;
+    action.knobcc = 20;
+    action.m01h = true;
+    return action;
+}
+
+} // namespace
+
+/// The mappings of programs beside the general one: nothing of any is lost, whatever the order of things.
+class tst_ProgramMappings : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void withoutAnyNothingIsWritten();
+    void aProgramBeginsWithACopyOfWhatIsInUse();
+    void eachKeepsItsOwnChanges();
+    void unkeptChangesOfTheGeneralOneSurvive();
+    void aChangeIsOnTheDiskAtOnce();
+    void theKnobsFieldsComeBack();
+    void aMappingThatIsSetBelongsToTheProgram();
+    void theFilesOfTheOthersStayAsTheyAre();
+    void keepingWritesWhatIsInUse();
+    void stepsBelongToTheirMapping();
+    void whatIsKeptWithAStepIsKeptWhereItBelongs();
+    void anEarlierWorkingCopyComesBackForAllPrograms();
+    void whatWasSwitchedOffComesBack();
+    void oneExchangeIsToldOnce();
+    void aChangeThatIsNotWrittenIsSaidAndTriedAgain();
+    void aFileThatIsNoneIsSetAside_data();
+    void aFileThatIsNoneIsSetAside();
+    void aFileThatCannotBeReadIsNotReplaced();
+    void namesOfEveryKindComeBack();
+
+private:
+    QString path() const { return m_session->files().programs(); }
+    void assign(qint32 code, int control = 3) { m_session->assign(control, Layer::Normal, key(code)); }
+    qint32 inUse(int control = 3) const { return m_session->action(control, Layer::Normal).key1; }
+    FileResult restart()
+    {
+        m_programs.reset();
+        m_session = std::make_unique<MappingSession>(m_directory->path());
+        m_programs = std::make_unique<ProgramMappings>(*m_session);
+        m_session->load([] {}, [] { return ActionTable(); });
+        return m_programs->load();
+    }
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<MappingSession> m_session;
+    std::unique_ptr<ProgramMappings> m_programs;
+};
+
+void tst_ProgramMappings::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    restart();
+    assign(1);
+    QVERIFY(m_session->keep());
+}
+
+void tst_ProgramMappings::cleanup()
+{
+    m_programs.reset();
+    m_session.reset();
+    m_directory.reset();
+}
+
+void tst_ProgramMappings::withoutAnyNothingIsWritten()
+{
+    QVERIFY(!m_programs->areUsed());
+    m_programs->use(gimp);
+    m_programs->use(browser);
+    assign(2);
+    QVERIFY(m_programs->take(gimp));
+    QVERIFY(m_session->isGeneral());
+    QCOMPARE(m_programs->inUse(), QString());
+    QVERIFY(!QFile::exists(path()));
+}
+
+void tst_ProgramMappings::aProgramBeginsWithACopyOfWhatIsInUse()
+{
+    assign(2);
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    QVERIFY(m_programs->areUsed());
+    QVERIFY(m_programs->has(gimp));
+    QVERIFY(!m_programs->has(browser));
+    QCOMPARE(m_programs->inUse(), gimp);
+    QCOMPARE(m_programs->titleInUse(), gimpTitle);
+    QVERIFY(!m_session->isGeneral());
+    QCOMPARE(inUse(), 2);
+    QVERIFY(m_session->isKept());
+    QVERIFY(QFile::exists(path()));
+}
+
+void tst_ProgramMappings::eachKeepsItsOwnChanges()
+{
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    assign(10);
+    QVERIFY(m_programs->give(browser, browserTitle));
+    assign(20);
+    m_programs->use(QStringLiteral("editor"));
+    QCOMPARE(inUse(), 1);
+    m_programs->use(gimp);
+    QCOMPARE(inUse(), 10);
+    m_programs->use(browser);
+    QCOMPARE(inUse(), 20);
+    m_programs->use(QString());
+    QCOMPARE(inUse(), 1);
+
+    QVERIFY(restart());
+    QCOMPARE(m_programs->inUse(), QString());
+    QCOMPARE(inUse(), 1);
+    m_programs->use(browser);
+    QCOMPARE(inUse(), 20);
+    QCOMPARE(m_programs->titleInUse(), browserTitle);
+    m_programs->use(gimp);
+    QCOMPARE(inUse(), 10);
+}
+
+void tst_ProgramMappings::unkeptChangesOfTheGeneralOneSurvive()
+{
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    m_programs->use(QString());
+    assign(5);
+    QVERIFY(!m_session->isKept());
+    QSignalSpy kept(m_session.get(), &MappingSession::keptChanged);
+    m_programs->use(gimp);
+    QCOMPARE(inUse(), 1);
+    QVERIFY(m_session->isKept());
+    m_programs->use(QString());
+    QCOMPARE(inUse(), 5);
+    QVERIFY(!m_session->isKept());
+    QCOMPARE(kept.count(), 2);
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(inUse(), 1);
+}
+
+void tst_ProgramMappings::aChangeIsOnTheDiskAtOnce()
+{
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    QSignalSpy kept(m_programs.get(), &ProgramMappings::kept);
+    m_session->assign(4, {{Layer::Normal, key(7)}, {Layer::Shift1, key(8)}, {Layer::Shift2, key(9)}});
+    QCOMPARE(kept.count(), 1);
+    QVERIFY(m_session->isKept());
+    const ProgramsFile::Content content = ProgramsFile::read(path());
+    QCOMPARE(content.entries.size(), std::size_t(1));
+    QCOMPARE(content.entries[0].actions[4][Layer::Shift2].key1, 9);
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(ProgramsFile::read(path()).entries[0].actions[4][Layer::Shift2].key1, 0);
+}
+
+void tst_ProgramMappings::theKnobsFieldsComeBack()
+{
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    m_session->assign(8, Layer::Normal, knobMidi());
+    QVERIFY(m_session->isKept());
+    QVERIFY(!m_session->endsKnobFields());
+    QVERIFY(restart());
+    m_programs->use(gimp);
+    QCOMPARE(m_session->action(8, Layer::Normal).knobcc, 20);
+    QVERIFY(m_session->action(8, Layer::Normal).m01h);
+    QVERIFY(!m_session->endsKnobFields());
+}
+
+void tst_ProgramMappings::aMappingThatIsSetBelongsToTheProgram()
+{
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    const auto mix = sampleMap(QStringLiteral("Mix"));
+    m_session->use(*mix);
+    m_programs->use(QString());
+    QCOMPARE(inUse(), 1);
+    QCOMPARE(m_session->name(), QString());
+    m_programs->use(gimp);
+    QVERIFY(m_session->saveAs(QStringLiteral("My Mix")));
+    QVERIFY(restart());
+    m_programs->use(gimp);
+    QCOMPARE(m_session->name(), QStringLiteral("My Mix"));
+    QCOMPARE(m_session->action(0, Layer::Normal).key1, mix->actions[0][Layer::Normal].key1);
+}
+
+void tst_ProgramMappings::theFilesOfTheOthersStayAsTheyAre()
+{
+    const QByteArray workingCopy = contentOf(m_session->files().workingCopy());
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    assign(10);
+    QVERIFY(m_session->keep());
+    QCOMPARE(contentOf(m_session->files().workingCopy()), workingCopy);
+    QVERIFY(!QFile::exists(m_session->files().custom()));
+
+    QVERIFY(m_session->saveAs(QStringLiteral("From Gimp")));
+    QCOMPARE(m_session->custom().size(), 1);
+    QCOMPARE(m_session->custom().first()->actions[3][Layer::Normal].key1, 10);
+    const QByteArray programs = contentOf(path());
+    QVERIFY(m_session->remove(QStringLiteral("From Gimp")));
+    QCOMPARE(inUse(), 10);
+    QCOMPARE(contentOf(path()), programs);
+    QCOMPARE(contentOf(m_session->files().workingCopy()), workingCopy);
+}
+
+void tst_ProgramMappings::keepingWritesWhatIsInUse()
+{
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    assign(10);
+    m_programs->use(QString());
+    assign(2);
+    QVERIFY(m_session->keep());
+    QVERIFY(m_session->isKept());
+    QVERIFY(restart());
+    QCOMPARE(inUse(), 2);
+}
+
+void tst_ProgramMappings::stepsBelongToTheirMapping()
+{
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    QVERIFY(!m_session->canTakeBack());
+    assign(10);
+    m_programs->use(QString());
+    QVERIFY(m_session->takeBack()); // the one of init()
+    QCOMPARE(inUse(), 0);
+    m_programs->use(gimp);
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(inUse(), 1);
+    QVERIFY(m_session->redo());
+    QCOMPARE(inUse(), 10);
+}
+
+void tst_ProgramMappings::whatIsKeptWithAStepIsKeptWhereItBelongs()
+{
+    const QByteArray workingCopy = contentOf(m_session->files().workingCopy());
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    assign(10);
+    QVERIFY(m_session->keepWithLastStep());
+    QCOMPARE(contentOf(m_session->files().workingCopy()), workingCopy);
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(contentOf(m_session->files().workingCopy()), workingCopy);
+    QCOMPARE(inUse(), 1);
+    QVERIFY(restart());
+    m_programs->use(gimp);
+    QCOMPARE(inUse(), 1);
+}
+
+void tst_ProgramMappings::anEarlierWorkingCopyComesBackForAllPrograms()
+{
+    const QString version = m_directory->filePath(QStringLiteral("old/current.xml"));
+    QVERIFY(QDir(m_directory->path()).mkdir(QStringLiteral("old")));
+    QVERIFY(QFile::copy(m_session->files().workingCopy(), version));
+    assign(2);
+    QVERIFY(m_session->keep());
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    assign(10);
+    QVERIFY(m_session->restore(version));
+    QVERIFY(m_session->isGeneral());
+    QCOMPARE(inUse(), 1);
+    m_programs->use(gimp);
+    QCOMPARE(inUse(), 10);
+}
+
+void tst_ProgramMappings::whatWasSwitchedOffComesBack()
+{
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    assign(10);
+    QVERIFY(m_programs->take(gimp));
+    QCOMPARE(inUse(), 1);
+    QVERIFY(!m_programs->has(gimp));
+    QVERIFY(!m_programs->areUsed());
+    QVERIFY(restart());
+    QVERIFY(!m_programs->areUsed());
+    m_programs->use(gimp);
+    QCOMPARE(inUse(), 1);
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    QCOMPARE(inUse(), 10);
+    QVERIFY(restart());
+    QVERIFY(m_programs->has(gimp));
+}
+
+void tst_ProgramMappings::oneExchangeIsToldOnce()
+{
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    QVERIFY(m_programs->give(browser, browserTitle));
+    QSignalSpy replaced(m_session.get(), &MappingSession::replaced);
+    QSignalSpy kept(m_programs.get(), &ProgramMappings::kept);
+    m_programs->use(gimp);
+    QCOMPARE(replaced.count(), 1);
+    m_programs->use(gimp);
+    QCOMPARE(replaced.count(), 1);
+    QCOMPARE(kept.count(), 0);
+}
+
+void tst_ProgramMappings::aChangeThatIsNotWrittenIsSaidAndTriedAgain()
+{
+    const LogCapture log;
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    QVERIFY(QFile::remove(path()));
+    QVERIFY(QDir().mkdir(path()));
+    QStringList reasons;
+    connect(m_programs.get(), &ProgramMappings::kept, this,
+            [&reasons](const FileResult &result) { reasons << result.reason(); });
+    assign(10);
+    QCOMPARE(reasons, QStringList{QStringLiteral("not a regular file")});
+    QVERIFY(!m_session->isKept());
+    m_programs->use(QString());
+    m_programs->use(gimp);
+    QCOMPARE(inUse(), 10);
+    QVERIFY(!m_session->isKept());
+    QVERIFY(QDir().rmdir(path()));
+    QVERIFY(m_session->keep());
+    QVERIFY(m_session->isKept());
+    QVERIFY(restart());
+    m_programs->use(gimp);
+    QCOMPARE(inUse(), 10);
+    QCOMPARE(log.warnings().size(), 1);
+}
+
+void tst_ProgramMappings::aFileThatIsNoneIsSetAside_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<int>("usable");
+    const QByteArray whole = "<MAPPING program=\"gimp\" software=\"\"><BUTTON id=\"3\"><NORMAL label=\"\">"
+                             "<KEY1 type=\"int\">10</KEY1></NORMAL></BUTTON></MAPPING>";
+    QTest::newRow("empty") << QByteArray() << 0;
+    QTest::newRow("cut off") << "<ZR>" + whole + "<MAPPING" << 0;
+    QTest::newRow("no mapping file") << QByteArray("<html/>") << 0;
+    QTest::newRow("a mapping of nobody") << "<ZR>" + whole + "<MAPPING/></ZR>" << 1;
+    QTest::newRow("two of one program") << "<ZR>" + whole + whole + "</ZR>" << 1;
+}
+
+void tst_ProgramMappings::aFileThatIsNoneIsSetAside()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(int, usable);
+    LogCapture log;
+    writeFile(path(), content);
+    const FileResult result = restart();
+    QVERIFY(!result);
+    QCOMPARE(result.reason(), QStringLiteral("it is no mapping file; a copy of it lies beside it"));
+    QVERIFY(log.take(QtWarningMsg, QStringLiteral("was not read as a whole")));
+    QCOMPARE(contentOf(path() + QStringLiteral(".broken")), content);
+    QCOMPARE(m_programs->areUsed(), usable == 1);
+    m_programs->use(gimp);
+    QCOMPARE(inUse(), usable == 1 ? 10 : 1);
+    QVERIFY(m_programs->give(browser, browserTitle));
+    QVERIFY(restart());
+    QVERIFY(m_programs->has(browser));
+    QCOMPARE(m_programs->has(gimp), usable == 1);
+}
+
+void tst_ProgramMappings::aFileThatCannotBeReadIsNotReplaced()
+{
+    LogCapture log;
+    QVERIFY(QDir().mkdir(path()));
+    QVERIFY(!restart());
+    QVERIFY(log.take(QtWarningMsg, QStringLiteral("not a regular file")));
+    const FileResult result = m_programs->give(gimp, gimpTitle);
+    QCOMPARE(result.reason(), QStringLiteral("not a regular file"));
+    assign(10);
+    QCOMPARE(m_programs->inUse(), gimp); // it acts all the same
+    QVERIFY(!m_session->isKept());
+    m_programs->use(browser);
+    m_programs->use(gimp);
+    QCOMPARE(inUse(), 10);
+}
+
+void tst_ProgramMappings::namesOfEveryKindComeBack()
+{
+    const QString odd = QStringLiteral("a\"<&>' b");
+    QVERIFY(m_programs->give(odd, odd));
+    assign(10);
+    QVERIFY(restart());
+    m_programs->use(odd);
+    QCOMPARE(inUse(), 10);
+    QCOMPARE(m_programs->titleInUse(), odd);
+}
+
+QTEST_GUILESS_MAIN(tst_ProgramMappings)
+#include "tst_ProgramMappings.moc"
