@@ -1,5 +1,6 @@
 #include "app/Commands.h"
 
+#include "app/HistoryCommands.h"
 #include "app/RemoteCommands.h"
 #include "engine/platform/Session.h"
 
@@ -15,6 +16,8 @@ const std::vector<Command> &Commands::all()
         {"list", "", QT_TRANSLATE_NOOP("Commands", "List the running program's mappings."), true, RemoteCommands::list},
         {"show", "", QT_TRANSLATE_NOOP("Commands", "Show the running program's window."), false, RemoteCommands::show},
         {"status", "", QT_TRANSLATE_NOOP("Commands", "Tell the running program's device, mapping, layer and knob mode."), true, RemoteCommands::status},
+        {"history", "", QT_TRANSLATE_NOOP("Commands", "List the earlier versions of your mapping files."), false, HistoryCommands::list},
+        {"restore", "file", QT_TRANSLATE_NOOP("Commands", "Bring an earlier version of a mapping file back."), false, HistoryCommands::restore},
         // clang-format on
     };
     return commands;

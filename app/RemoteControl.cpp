@@ -1,6 +1,7 @@
 #include "app/RemoteControl.h"
 
 #include "app/AppLog.h"
+#include "app/HistoryCommands.h"
 #include "app/Logging.h"
 #include "engine/EventDispatcher.h"
 #include "mapping/MappingSession.h"
@@ -70,7 +71,7 @@ RemoteAnswer RemoteControl::answer(const RemoteRequest &request) const
     static constexpr std::array rows{
         Row{"use", 1, &RemoteControl::use},         Row{"list", 0, &RemoteControl::list},
         Row{"show", 0, &RemoteControl::show},       Row{"status", 0, &RemoteControl::status},
-        Row{"verbose", 0, &RemoteControl::verbose},
+        Row{"verbose", 0, &RemoteControl::verbose}, Row{"restore", 1, &RemoteControl::restore},
     };
     const auto row = std::find_if(rows.begin(), rows.end(), [&request](const Row &each) {
         return request.command == QLatin1String(each.command);
@@ -140,6 +141,12 @@ RemoteAnswer RemoteControl::status(const RemoteRequest &request) const
         tr("knob mode: %1").arg(tr(mode.shown)),
     };
     return {0, lines.join(QLatin1Char('\n'))};
+}
+
+RemoteAnswer RemoteControl::restore(const RemoteRequest &request) const
+{
+    const QString &version = request.arguments.constFirst();
+    return HistoryCommands::answerTo(version, m_parts.mappings->restore(version));
 }
 
 RemoteAnswer RemoteControl::verbose(const RemoteRequest &) const

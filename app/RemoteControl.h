@@ -17,6 +17,7 @@ class MappingSession;
 /// | "list"    |           | the names, the user's own first                  |
 /// | "show"    |           | nothing                                          |
 /// | "status"  |           | device, mapping, layer and mode                  |
+/// | "restore" | a path    | which version is back, or why it is not          |
 /// | "verbose" |           | nothing; every event goes to the log from now on |
 class RemoteControl
 {
@@ -40,6 +41,7 @@ private:
     RemoteAnswer list(const RemoteRequest &request) const;
     RemoteAnswer show(const RemoteRequest &request) const;
     RemoteAnswer status(const RemoteRequest &request) const;
+    RemoteAnswer restore(const RemoteRequest &request) const;
     RemoteAnswer verbose(const RemoteRequest &request) const;
 
     Parts m_parts;

@@ -288,6 +288,14 @@
         <source>Tell the running program&apos;s device, mapping, layer and knob mode.</source>
         <translation>Gerät, Belegung, Ebene und Drehknopf-Modus des laufenden Programms nennen.</translation>
     </message>
+    <message>
+        <source>List the earlier versions of your mapping files.</source>
+        <translation>Die früheren Fassungen der eigenen Belegungsdateien aufzählen.</translation>
+    </message>
+    <message>
+        <source>Bring an earlier version of a mapping file back.</source>
+        <translation>Eine frühere Fassung einer Belegungsdatei zurückholen.</translation>
+    </message>
 </context>
 <context>
     <name>DevicePicture</name>
@@ -415,6 +423,14 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
         <source>another program has changed it meanwhile</source>
         <translation>ein anderes Programm hat sie inzwischen geändert</translation>
     </message>
+    <message>
+        <source>by its name it is no version of custom.xml or current.xml</source>
+        <translation>dem Namen nach keine Fassung von custom.xml oder current.xml</translation>
+    </message>
+    <message>
+        <source>it holds no mapping</source>
+        <translation>sie enthält keine Belegung</translation>
+    </message>
 </context>
 <context>
     <name>FindingText</name>
@@ -464,6 +480,25 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>Paddle game</source>
         <translation>Schlägerspiel</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryCommands</name>
+    <message>
+        <source>damaged: %1</source>
+        <translation>beschädigt: %1</translation>
+    </message>
+    <message>
+        <source>There are no earlier versions yet.</source>
+        <translation>Es gibt noch keine früheren Fassungen.</translation>
+    </message>
+    <message>
+        <source>%1 was not brought back: %2.</source>
+        <translation>%1 wurde nicht zurückgeholt: %2.</translation>
+    </message>
+    <message>
+        <source>%1 is back. What was there before is in the history now.</source>
+        <translation>%1 ist wieder da. Was zuvor da war, steht jetzt bei den früheren Fassungen.</translation>
     </message>
 </context>
 <context>
@@ -911,6 +946,14 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>Not saved: %1</source>
         <translation>Nicht gespeichert: %1</translation>
+    </message>
+    <message>
+        <source>It will be listed as &apos;%1&apos;.</source>
+        <translation>Sie wird als „%1“ aufgeführt.</translation>
+    </message>
+    <message>
+        <source>This name is taken: both will be listed.</source>
+        <translation>Den Namen gibt es: Beide werden aufgeführt.</translation>
     </message>
 </context>
 <context>

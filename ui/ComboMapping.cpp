@@ -57,6 +57,11 @@ ComboMapping::ComboMapping(QWidget *parent)
     setToolTip(tr("Choose what all buttons do, or save what they do now"));
     buildLabels();
     buildMenu();
+    m_saveDialog->setListed([this](const QString &name) {
+        const MapList &maps = m_maps.at(Custom);
+        return std::any_of(maps.begin(), maps.end(),
+                           [&name](const ZRButtonMap *map) { return map->name == name; });
+    });
     connect(m_saveDialog, &SaveDialog::saveCurrentMap, this, &ComboMapping::saveCurrentMap);
 }
 

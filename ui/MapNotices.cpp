@@ -23,6 +23,7 @@ MapNotices::MapNotices(QWidget *page)
     , m_undo(new ClickableLabel(page))
     , m_failure(
           PageTexts::add(*page, QString(), {680, 119, 200, 18}, PageTexts::Ink::Bright, 9, QFont::DemiBold))
+    , m_stepEnd(this)
 {
     m_update->setObjectName(QStringLiteral("mapNotice"));
     m_update->hide();

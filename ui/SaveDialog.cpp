@@ -2,6 +2,7 @@
 
 #include "app/frame/ClickableLabel.h"
 #include "app/frame/FittingText.h"
+#include "mapping/XmlMappingReader.h"
 #include "ui/UiLog.h"
 
 #include <QLineEdit>
@@ -11,7 +12,7 @@ namespace
 {
 
 constexpr QSize panelSize(304, 137);
-constexpr int failureHeight = 22; // the line's, when there is one
+constexpr int lineHeight = 22; // when there is one
 constexpr int buttonsTop = 105;
 
 const QLatin1String captionStyle("QLabel { color :#414141;}");
@@ -59,13 +60,14 @@ SaveDialog::SaveDialog(QWidget *parent)
                                           tr("Saves nothing"));
     m_ok = addPicture<ClickableLabel>(okPicture, {205, buttonsTop, 87, 22}, tr("OK"),
                                       tr("Adds it to your own mappings; others of the same name stay"));
-    m_failure = addText(QString(), {10, 97, 284, failureHeight}, failureStyle,
-                        Look::font(Look::Face::DialogStrong, 10));
-    m_failure->setObjectName(QStringLiteral("failure"));
-    m_failure->hide();
+    m_line =
+        addText(QString(), {10, 97, 284, lineHeight}, captionStyle, Look::font(Look::Face::DialogStrong, 10));
+    m_line->setObjectName(QStringLiteral("failure"));
+    m_line->hide();
     connect(m_ok, &ClickableLabel::clicked, this, &SaveDialog::accept);
     connect(m_cancel, &ClickableLabel::clicked, this, &SaveDialog::cancel);
     connect(m_name, &QLineEdit::returnPressed, this, &SaveDialog::accept);
+    connect(m_name, &QLineEdit::textChanged, this, &SaveDialog::showConsequence);
     setTabOrder(m_name, m_cancel);
     setTabOrder(m_cancel, m_ok);
 }
@@ -82,7 +84,6 @@ void SaveDialog::showEvent(QShowEvent *event)
         return;
     }
     restoreButtons();
-    layOut(false);
     m_name->clear();
     m_name->setText(QStringLiteral("Untitled")); // a name, which is stored: the same in every language
     m_name->selectAll();
@@ -107,10 +108,10 @@ void SaveDialog::mouseReleaseEvent(QMouseEvent *event)
 void SaveDialog::accept()
 {
     m_ok->setStyleSheet(pictureSheet(okPicture, true));
-    layOut(false);
+    m_failed = false;
     const QString name = m_name->text();
     Q_EMIT saveCurrentMap(name);
-    if (!m_failure->isHidden()) {
+    if (m_failed) {
         restoreButtons();
         return;
     }
@@ -126,14 +127,34 @@ void SaveDialog::cancel()
 
 void SaveDialog::showFailure(const QString &words)
 {
-    FittingText::show(m_failure, tr("Not saved: %1").arg(words));
+    m_failed = true;
+    showLine(tr("Not saved: %1").arg(words), failureStyle);
+}
+
+// Said before it is done; nothing is in the way.
+void SaveDialog::showConsequence(const QString &name)
+{
+    if (name.isEmpty()) {
+        showLine(tr("It will be listed as '%1'.").arg(XmlMappingReader::nameForNone()), captionStyle);
+    } else if (m_listed && m_listed(name)) {
+        showLine(tr("This name is taken: both will be listed."), captionStyle);
+    } else {
+        layOut(false);
+    }
+    m_name->setAccessibleDescription(m_line->isHidden() ? QString() : m_line->accessibleName());
+}
+
+void SaveDialog::showLine(const QString &text, const QString &style)
+{
+    m_line->setStyleSheet(style);
+    FittingText::show(m_line, text);
     layOut(true);
 }
 
-void SaveDialog::layOut(bool withFailure)
+void SaveDialog::layOut(bool withLine)
 {
-    const int more = withFailure ? failureHeight : 0;
-    m_failure->setVisible(withFailure);
+    const int more = withLine ? lineHeight : 0;
+    m_line->setVisible(withLine);
     m_cancel->move(m_cancel->x(), buttonsTop + more);
     m_ok->move(m_ok->x(), buttonsTop + more);
     setPanelHeight(panelSize.height() + more);

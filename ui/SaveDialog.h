@@ -2,10 +2,14 @@
 
 #include "ui/OverlayDialog.h"
 
+#include <functional>
+#include <utility>
+
 class ClickableLabel;
 class QLineEdit;
 
-/// Asks for the name under which the page's mapping is to be saved.
+/// Asks for the name under which the page's mapping is to be saved, and says what a name leads to that is
+/// empty or taken.
 class SaveDialog : public OverlayDialog
 {
     Q_OBJECT
@@ -13,6 +17,10 @@ class SaveDialog : public OverlayDialog
 
 public:
     explicit SaveDialog(QWidget *parent);
+
+    /// Says which names are listed already; without it, none is.
+    using Listed = std::function<bool(const QString &name)>;
+    void setListed(Listed listed) { m_listed = std::move(listed); }
 
 Q_SIGNALS:
     /// The user has confirmed @p name, as it stands, also an empty one. Whoever saves and fails calls
@@ -34,10 +42,14 @@ private:
     void accept();
     void cancel();
     void restoreButtons();
-    void layOut(bool withFailure);
+    void showConsequence(const QString &name);
+    void showLine(const QString &text, const QString &style);
+    void layOut(bool withLine);
 
     ClickableLabel *m_ok;
     ClickableLabel *m_cancel;
     QLineEdit *m_name;
-    QLabel *m_failure = nullptr;
+    QLabel *m_line = nullptr; // below the name
+    bool m_failed = false;    // that is what the line says
+    Listed m_listed;
 };

@@ -6,6 +6,7 @@
 
 #include <QGraphicsEffect>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -281,6 +282,14 @@ void tst_ComboMapping::saveOpensTheDialogAndItsNameIsPassedOn()
     m_selector->dislayMenu();
     QVERIFY(m_selector->saveDialog()->isVisible());
     QVERIFY(!m_selector->graphicsEffect()->isEnabled());
+    m_selector->newMapListReady(maps({QStringLiteral("example")}), false, 0);
+    m_selector->newMapListReady(maps({QStringLiteral("other"), QStringLiteral("mine")}), true, 0);
+    const auto *line = m_selector->saveDialog()->findChild<QLabel *>(QStringLiteral("failure"));
+    auto *name = m_selector->saveDialog()->findChild<QLineEdit *>();
+    name->setText(QStringLiteral("mine"));
+    QVERIFY(line->isVisible());
+    name->setText(QStringLiteral("example")); // another list
+    QVERIFY(line->isHidden());
     Q_EMIT m_selector->saveDialog()->saveCurrentMap(QStringLiteral("mine"));
     QCOMPARE(saved.size(), 1);
     QCOMPARE(saved.at(0).at(0).toString(), QStringLiteral("mine"));

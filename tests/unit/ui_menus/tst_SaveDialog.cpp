@@ -33,6 +33,7 @@ private Q_SLOTS:
     void theNameIsTakenAsItStands_data();
     void theNameIsTakenAsItStands();
     void aFailureIsSaidAndTheDialogStays();
+    void whatANameLeadsToIsSaidBefore();
     void cancelSavesNothing();
     void aClickElsewhereKeepsItOpen();
     void pressedPicturesAreRestoredByTheRelease();
@@ -187,6 +188,41 @@ void tst_SaveDialog::aFailureIsSaidAndTheDialogStays()
     QVERIFY(m_dialog->isHidden());
     m_dialog->show();
     QVERIFY(line->isHidden());
+}
+
+void tst_SaveDialog::whatANameLeadsToIsSaidBefore()
+{
+    m_dialog->setListed([](const QString &name) { return name == QLatin1String("Mix"); });
+    const auto *line = m_dialog->findChild<QLabel *>(QStringLiteral("failure"));
+    m_dialog->show();
+    QVERIFY(line->isHidden());
+    const int lowest = m_ok->geometry().bottom();
+    QTest::keyClicks(m_name, QStringLiteral("Mi")); // over what is selected
+    QVERIFY(line->isHidden());
+    QTest::keyClicks(m_name, QStringLiteral("x"));
+    QVERIFY(line->isVisible());
+    QCOMPARE(line->text(), QStringLiteral("This name is taken: both will be listed."));
+    QCOMPARE(m_name->accessibleDescription(), line->text());
+    QVERIFY(m_ok->geometry().bottom() > lowest);
+    QVERIFY(m_ok->parentWidget()->rect().contains(m_ok->geometry()));
+    QVERIFY(!line->geometry().intersects(m_ok->geometry()) &&
+            !line->geometry().intersects(m_name->geometry()));
+    QTest::keyClick(m_name, Qt::Key_Backspace);
+    QVERIFY(line->isHidden());
+    QVERIFY(m_name->accessibleDescription().isEmpty());
+    QCOMPARE(m_ok->geometry().bottom(), lowest);
+    m_name->clear();
+    QCOMPARE(line->text(), QStringLiteral("It will be listed as 'Unknown'."));
+
+    // It is said and no more: what is written stays as it stands.
+    QSignalSpy saved(m_dialog, &SaveDialog::saveCurrentMap);
+    QTest::keyClick(m_name, Qt::Key_Return);
+    QCOMPARE(saved.size(), 1);
+    QCOMPARE(saved.at(0).at(0).toString(), QString());
+    QVERIFY(m_dialog->isHidden());
+    m_dialog->setListed([](const QString &name) { return name == QLatin1String("Untitled"); });
+    m_dialog->show(); // a name that is taken from the start
+    QVERIFY(line->isVisible());
 }
 
 void tst_SaveDialog::cancelSavesNothing()
