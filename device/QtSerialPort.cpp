@@ -77,7 +77,7 @@ bool QtSerialPort::setDataTerminalReady(bool ready)
 
 QByteArray QtSerialPort::readAll()
 {
-    return m_port.readAll();
+    return m_port.read(m_port.bytesAvailable()); // readAll() makes room for 16 KiB, for lines of six bytes
 }
 
 qint64 QtSerialPort::write(const QByteArray &bytes)

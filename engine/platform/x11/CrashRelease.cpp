@@ -1,7 +1,6 @@
 #include "engine/platform/x11/CrashRelease.h"
 
-#include <X11/Xlib.h>
-#include <X11/extensions/XTest.h>
+#include <X11/Xlib-xcb.h>
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
@@ -12,6 +11,7 @@
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <xcb/xtest.h>
 
 namespace
 {
@@ -32,6 +32,12 @@ void emptySpare(Display *display, KeyCode keycode, KeySym keysym)
     }
 }
 
+void release(Display *display, quint8 event, quint8 detail)
+{
+    xcb_test_fake_input(XGetXCBConnection(display), event, detail, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0,
+                        0);
+}
+
 void releaseHeld(const HeldInput &held)
 {
     Display *display = XOpenDisplay(held.display());
@@ -41,11 +47,11 @@ void releaseHeld(const HeldInput &held)
     XSetErrorHandler([](Display *, XErrorEvent *) { return 0; });
     for (unsigned keycode = 0; keycode < 256; ++keycode) {
         if (held.key(quint8(keycode))) {
-            XTestFakeKeyEvent(display, keycode, False, CurrentTime);
+            release(display, XCB_KEY_RELEASE, quint8(keycode));
         }
     }
     if (held.leftButton()) {
-        XTestFakeButtonEvent(display, Button1, False, CurrentTime);
+        release(display, XCB_BUTTON_RELEASE, XCB_BUTTON_INDEX_1);
     }
     XSync(display, False);
     XGrabServer(display); // nobody replaces the layout between the look and the change

@@ -5,9 +5,9 @@
 #include "engine/platform/x11/XTestSources.h"
 
 #include <X11/XKBlib.h>
-#include <X11/Xlib.h>
+#include <X11/Xlib-xcb.h>
 #include <X11/extensions/XInput2.h>
-#include <X11/extensions/XTest.h>
+#include <xcb/xtest.h>
 
 X11Keyboard::X11Keyboard(std::shared_ptr<X11Connection> connection, std::function<void()> changed)
     : m_connection(std::move(connection))
@@ -78,14 +78,20 @@ void X11Keyboard::notice()
 
 void X11Keyboard::sendKey(quint8 keycode, bool down)
 {
-    XTestFakeKeyEvent(m_connection->display(), keycode, down, CurrentTime);
-    m_connection->flush();
+    fake(down ? XCB_KEY_PRESS : XCB_KEY_RELEASE, keycode);
 }
 
 void X11Keyboard::sendLeftButton(bool down)
 {
-    XTestFakeButtonEvent(m_connection->display(), Button1, down, CurrentTime);
-    m_connection->flush();
+    fake(down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, XCB_BUTTON_INDEX_1);
+}
+
+// Not through Xlib: its flush also looks, twice, for what has come in.
+void X11Keyboard::fake(quint8 event, quint8 detail)
+{
+    xcb_connection_t *connection = XGetXCBConnection(m_connection->display());
+    xcb_test_fake_input(connection, event, detail, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+    xcb_flush(connection);
 }
 
 void X11Keyboard::latchModifiers(quint8 modifiers)

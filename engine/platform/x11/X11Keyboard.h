@@ -52,6 +52,7 @@ public:
 private:
     void watch();
     bool takeNews();
+    void fake(quint8 event, quint8 detail);
 
     std::shared_ptr<X11Connection> m_connection;
     std::function<void()> m_changed;

@@ -17,12 +17,13 @@
 #include <QFile>
 
 #include <X11/XKBlib.h>
-#include <X11/Xlib.h>
-#include <X11/extensions/XTest.h>
+#include <X11/Xlib-xcb.h>
 #include <algorithm>
+#include <cstdlib>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
+#include <xcb/xtest.h>
 
 namespace
 {
@@ -59,15 +60,19 @@ bool waylandAnswers()
 /// What the server lacks for us, or nothing.
 QString missingExtension(Display *display, QString &found)
 {
+    xcb_connection_t *connection = XGetXCBConnection(display);
+    const xcb_query_extension_reply_t *extension = xcb_get_extension_data(connection, &xcb_test_id);
+    if (!extension || !extension->present) {
+        return QStringLiteral("XTEST"); // to ask it for its version would end the connection
+    }
+    const auto request = xcb_test_get_version(connection, XCB_TEST_MAJOR_VERSION, XCB_TEST_MINOR_VERSION);
+    if (auto *version = xcb_test_get_version_reply(connection, request, nullptr)) {
+        found = QStringLiteral("XTEST %1.%2").arg(version->major_version).arg(version->minor_version);
+        std::free(version);
+    }
     int opcode = 0;
     int event = 0;
     int error = 0;
-    int major = 0;
-    int minor = 0;
-    if (!XTestQueryExtension(display, &event, &error, &major, &minor)) {
-        return QStringLiteral("XTEST");
-    }
-    found = QStringLiteral("XTEST %1.%2").arg(major).arg(minor);
     return XkbQueryExtension(display, &opcode, &event, &error, nullptr, nullptr) ? QString()
                                                                                  : QStringLiteral("XKB");
 }

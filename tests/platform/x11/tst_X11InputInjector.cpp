@@ -14,6 +14,7 @@ namespace
 
 unsigned long requestsSent(Display *display)
 {
+    XEventsQueued(display, QueuedAfterReading); // has Xlib learn of those that XCB has sent
     return NextRequest(display);
 }
 unsigned long requestsAnswered(Display *display)
@@ -432,8 +433,9 @@ void tst_X11InputInjector::pressNeedsNoRoundTrip()
     X11InputInjector injector(connection, *m_held);
     injector.prepareKeys({'A', 0x83, 0x67});
     settle();
-    injector.sendKey('B',
-                     true); // ours is now the keyboard that was used last, which the server tells everybody
+    // Ours is now the keyboard that was used last, which the server tells everybody.
+    injector.sendKey('B', true);
+    settle();
     injector.sendKey('B', false);
     settle();
     const unsigned long sent = requestsSent(connection->display());
