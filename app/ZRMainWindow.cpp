@@ -5,6 +5,7 @@
 #include "app/WindowPlace.h"
 #include "app/frame/AppFonts.h"
 #include "app/frame/DragToMove.h"
+#include "app/frame/FocusFrame.h"
 #include "app/frame/Look.h"
 #include "app/frame/SlidingStackedWidget.h"
 #include "app/frame/UserGuide.h"
@@ -103,6 +104,7 @@ void ZRMainWindow::addCloseButton()
     button->setGeometry(5, 5, 16, 16);
     button->setStyleSheet(closeButtonStyle);
     button->setAccessibleName(tr("Hide the window"));
+    new FocusFrame(button);
     button->setToolTip(tr("Hide the window; the program goes on"));
     button->setObjectName(QStringLiteral("close"));
     connect(button, &QPushButton::clicked, this, &ZRMainWindow::hide);

@@ -24,9 +24,9 @@ struct DeviceFinding {
     };
 
     Kind kind = Kind::NotLooked;
-    QString port;   ///< the path, or name, of the port in question; empty where there is none
-    QString detail; ///< Other: what the device calls itself, if known; Forbidden: the group that may, if
-                    ///< there is a special one; Refused: the system's reason
+    QString port;      ///< the path, or name, of the port in question; empty where there is none
+    QString detail;    ///< Other: what the device calls itself, if known; Forbidden: the group that may, if
+                       ///< there is a special one; Refused: the system's reason
     PortHolder holder; ///< Held
 
     bool operator==(const DeviceFinding &other) const;

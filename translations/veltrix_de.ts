@@ -47,6 +47,10 @@
         <source>Keep what all buttons do now under a name of its own</source>
         <translation>Unter einem eigenen Namen aufheben, was alle Tasten jetzt tun</translation>
     </message>
+    <message>
+        <source>none yet</source>
+        <translation>noch keine</translation>
+    </message>
 </context>
 <context>
     <name>ComboMenu</name>
@@ -201,6 +205,14 @@
     <message>
         <source>Nothing yet</source>
         <translation>Noch nichts</translation>
+    </message>
+    <message>
+        <source>%1, %2: %3</source>
+        <translation>%1, %2: %3</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
     </message>
 </context>
 <context>
@@ -759,11 +771,11 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     </message>
     <message>
         <source>Slow</source>
-        <translation>Sanft</translation>
+        <translation>Langsam</translation>
     </message>
     <message>
         <source>Fast</source>
-        <translation>Flink</translation>
+        <translation>Schnell</translation>
     </message>
     <message>
         <source>MIDI: </source>

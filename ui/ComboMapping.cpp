@@ -3,6 +3,7 @@
 #include "app/frame/FittingText.h"
 #include "app/frame/Look.h"
 #include "mapping/XmlMappingReader.h"
+#include "ui/MappingList.h"
 #include "ui/SaveDialog.h"
 #include "ui/UiLog.h"
 
@@ -82,7 +83,8 @@ void ComboMapping::buildMenu()
         {{tr("Examples"), tr("The mappings that come with the program")},
          {tr("Custom"), tr("The mappings that you have saved")}}};
     for (std::size_t kind = Default; kind <= Custom; ++kind) {
-        m_submenus.at(kind) = menu().addMenu(submenus.at(kind).first);
+        m_submenus.at(kind) = new MappingList(submenus.at(kind).first, &menu());
+        menu().addMenu(m_submenus.at(kind));
         m_submenus.at(kind)->setToolTipsVisible(true);
         m_submenus.at(kind)->menuAction()->setToolTip(submenus.at(kind).second);
         applyStyle(*m_submenus.at(kind));
@@ -184,7 +186,11 @@ void ComboMapping::fill(Kind kind)
     if (std::exchange(m_filled.at(kind), true)) {
         return;
     }
-    QMenu &list = *m_submenus.at(kind);
+    MappingList &list = *m_submenus.at(kind);
+    if (kind == Custom && m_maps.at(kind).isEmpty()) {
+        list.addAction(tr("none yet"))->setEnabled(false);
+        return;
+    }
     const QFontMetrics metrics(list.font());
     int index = 0;
     for (const ZRButtonMap *map : qAsConst(m_maps.at(kind))) {
@@ -195,6 +201,7 @@ void ComboMapping::fill(Kind kind)
         mapping->menuAction()->setToolTip(FittingText::toolTip(name));
         connect(mapping, &QMenu::aboutToShow, this,
                 [this, mapping, kind, index] { fillMapping(*mapping, kind, index); });
+        list.takeInputFrom(*mapping);
         list.addSeparator();
         ++index;
     }

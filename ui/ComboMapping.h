@@ -8,6 +8,7 @@
 #include <array>
 #include <optional>
 
+class MappingList;
 class SaveDialog;
 
 /// The mapping selector: a bar whose menu picks a mapping of the library, picks or deletes one of the user's
@@ -69,8 +70,8 @@ private:
     void addAction(QMenu &mapping, const char *text, Kind kind, int index);
     ZRButtonMap *mapAt(Kind kind, int index) const;
 
-    SaveDialog *m_saveDialog;            // the page's
-    std::array<QMenu *, 2> m_submenus{}; // the menu's
+    SaveDialog *m_saveDialog;                  // the page's
+    std::array<MappingList *, 2> m_submenus{}; // the menu's
     std::array<MapList, 2> m_maps;
     std::array<bool, 2> m_filled{}; // whether the submenu shows them already
     int m_defaultMap = 0;

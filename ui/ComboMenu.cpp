@@ -130,6 +130,25 @@ QString ComboMenu::inWords(Layer layer) const
     return ComboMenuEntries::inWords(assignment(layer));
 }
 
+QStringList ComboMenu::cutLabels() const
+{
+    QVector<Layer> cut;
+    if (!m_title->cutParts().isEmpty()) {
+        cut << Layer::Normal;
+    }
+    const QVector<int> parts = m_layers->cutParts();
+    for (const int part : parts) {
+        cut << (part == 0 ? Layer::Shift1 : Layer::Shift2);
+    }
+    QStringList lines;
+    for (const Layer layer : cut) {
+        lines << tr("%1, %2: %3")
+                     .arg(accessibleName(), Layers::shownName(layer),
+                          ComboMenuEntries::displayed(m_shownLabels[layer]));
+    }
+    return lines;
+}
+
 void ComboMenu::dislayMenu()
 {
     runMenu(menuPlace);
@@ -150,11 +169,15 @@ void ComboMenu::carryOut(const QAction &chosen)
 // What the user has chosen for a layer. The tests' order matters: a text may pass more than one.
 void ComboMenu::choose(Layer layer, const QString &text)
 {
+    const QString subject = tr("%1, %2").arg(accessibleName(), Layers::shownName(layer));
     if (says(text, "shortcut key")) {
+        shortcutKey().setSubject(subject);
         shortcutKey().show(Layers::number(layer));
     } else if (says(text, "midi for knob")) {
+        midiMenu().setSubject(subject);
         midiMenu().showKnob(Layers::number(layer), m_id, assignment(layer));
     } else if (says(text, "midi")) {
+        midiMenu().setSubject(subject);
         midiMenu().show(Layers::number(layer), m_id + buttonMidiOffset, assignment(layer));
     } else {
         chooseSpecialAction(layer, text);

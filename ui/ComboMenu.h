@@ -35,6 +35,10 @@ public:
     /// The same in plain words, for tool tips; one line.
     QString inWords(Layer layer) const;
 
+    /// What the labels say whole, a line for each layer whose label is cut or abbreviated: "Button 3, Shift
+    /// 1: Ctrl + Alt + PrtScn".
+    QStringList cutLabels() const;
+
     /// Shows and stores @p action. Sends nothing: it is not the user who chose it.
     void setAssignment(Layer layer, const shortCut &action);
 

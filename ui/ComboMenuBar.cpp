@@ -17,7 +17,7 @@ constexpr qreal dimmedOpacity = 0.5;
 // The page's ground would reach into a tool tip, under black letters, and into the pictures' transparent
 // parts.
 const QLatin1String ownStyle("QLabel { background-color: transparent; }"
-                             "QToolTip { color: #2d2d2d; background-color: white; border: 1px solid #bdbdc9;"
+                             "QToolTip { color: #2d2d2d; background-color: white; border: 1px solid #8a8a8a;"
                              "padding: 4px; font: 10pt \"Source Sans Pro\"; }");
 
 } // namespace

@@ -1,10 +1,10 @@
 #include "ui/ComboMenuLabel.h"
 
 #include "app/frame/ActionLabels.h"
+#include "ui/KeyNames.h"
 
 #include <QFontMetrics>
 #include <QPainter>
-#include <QVector>
 
 #include <algorithm>
 #include <numeric>
@@ -13,6 +13,26 @@ namespace
 {
 
 const QLatin1String bar(ActionLabels::separator);
+
+QString fitted(const QString &part, const QFontMetrics &metrics, int room)
+{
+    if (metrics.horizontalAdvance(part) <= room) {
+        return part;
+    }
+    const QStringList shorter = KeyNames::shorter(part);
+    for (const QString &each : shorter) {
+        if (metrics.horizontalAdvance(each) <= room) {
+            return each;
+        }
+    }
+    return shorter.isEmpty() ? metrics.elidedText(part, Qt::ElideRight, room)
+                             : metrics.elidedText(shorter.last(), Qt::ElideLeft, room);
+}
+
+QString withoutBlanks(QString text)
+{
+    return text.remove(QLatin1Char(' '));
+}
 
 } // namespace
 
@@ -30,10 +50,27 @@ void ComboMenuLabel::setParts(const QStringList &parts)
 
 QString ComboMenuLabel::shownText() const
 {
+    return shownParts().join(bar);
+}
+
+QVector<int> ComboMenuLabel::cutParts() const
+{
+    const QStringList shown = shownParts();
+    QVector<int> cut;
+    for (int i = 0; i < shown.size(); ++i) {
+        if (withoutBlanks(shown.at(i)) != withoutBlanks(m_parts.at(i))) {
+            cut << i;
+        }
+    }
+    return cut;
+}
+
+QStringList ComboMenuLabel::shownParts() const
+{
     const QFontMetrics metrics(font());
     const int room = contentsRect().width();
     if (m_parts.isEmpty() || metrics.horizontalAdvance(text()) <= room) {
-        return text();
+        return m_parts;
     }
     int left = room - metrics.horizontalAdvance(bar) * (m_parts.size() - 1);
     // The shortest first: what one does not need of its share goes to the longer ones.
@@ -45,10 +82,10 @@ QString ComboMenuLabel::shownText() const
     QStringList shown = m_parts;
     for (int i = 0; i < order.size(); ++i) {
         QString &part = shown[order.at(i)];
-        part = metrics.elidedText(part, Qt::ElideRight, std::max(left / (order.size() - i), 0));
+        part = fitted(part, metrics, std::max(left / (order.size() - i), 0));
         left -= metrics.horizontalAdvance(part);
     }
-    return shown.join(bar);
+    return shown;
 }
 
 void ComboMenuLabel::paintEvent(QPaintEvent *event)

@@ -2,9 +2,11 @@
 
 #include <QLabel>
 #include <QStringList>
+#include <QVector>
 
 /// A line of texts with bars between them. When it gets too narrow, the longest texts are the first to lose
-/// their ends; text() keeps all of it.
+/// their ends; text() keeps all of it. A combination of keys is written shorter instead, and what is lost at
+/// last is its beginning: its last key is the one that tells it from others.
 class ComboMenuLabel : public QLabel
 {
     Q_OBJECT
@@ -19,9 +21,14 @@ public:
     /// What there is room for.
     QString shownText() const;
 
+    /// The parts of which letters are missing in shownText(), by their place in the line.
+    QVector<int> cutParts() const;
+
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    QStringList shownParts() const;
+
     QStringList m_parts;
 };

@@ -12,7 +12,7 @@ namespace
 using Look::accent;
 using Look::ink;
 
-constexpr QColor faintInk(0xa6, 0xa6, 0xa6);
+constexpr QColor faintInk(0x70, 0x70, 0x70); // to be read on white
 constexpr QColor paper(0xff, 0xff, 0xff);
 constexpr QColor line(0xdd, 0xdd, 0xe4);
 

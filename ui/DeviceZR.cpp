@@ -3,6 +3,7 @@
 #include "app/frame/AppInfo.h"
 #include "app/frame/ClickableLabel.h"
 #include "app/frame/FittingText.h"
+#include "app/frame/FocusFrame.h"
 #include "app/frame/Look.h"
 #include "device/SerialProtocol.h"
 #include "engine/EventDispatcher.h"
@@ -130,6 +131,7 @@ void DeviceZR::buildStartupBox()
     m_startup->setStyleSheet(QStringLiteral("QCheckBox { color : rgba(255,255,255,0.40); }"));
     m_startup->setChecked(m_parts.launchOnStartup->isLaunchOnStartup());
     FittingText::show(m_startup, tr("Launch on startup"), tr("Start the program when you log on"));
+    new FocusFrame(m_startup);
     connect(m_startup, &QCheckBox::toggled, this, &DeviceZR::setLaunchOnStartup);
 }
 

@@ -65,6 +65,17 @@ constexpr int firstCharacter = 0x100; // codes of keys by the character that the
 
 const QLatin1String plus(" + ");
 
+// Of these the beginning says enough.
+constexpr const char *modifiers[] = {"Ctrl", "Alt", "Win"};
+constexpr int enough = 2; // letters; one alone would read as the key of that letter
+
+bool isModifier(const QString &shown)
+{
+    return std::any_of(std::begin(modifiers), std::end(modifiers), [&](const char *name) {
+        return shown.compare(QCoreApplication::translate("KeyNames", name), Qt::CaseInsensitive) == 0;
+    });
+}
+
 } // namespace
 
 QString KeyNames::name(int code)
@@ -106,4 +117,19 @@ QString KeyNames::translated(const QString &text)
         }
     }
     return names.join(plus);
+}
+
+QStringList KeyNames::shorter(const QString &shown)
+{
+    QStringList names = shown.split(plus);
+    if (names.size() < 2) {
+        return {};
+    }
+    const QString withoutBlanks = names.join(QLatin1Char('+'));
+    for (QString &name : names) {
+        if (isModifier(name)) {
+            name.truncate(enough);
+        }
+    }
+    return {withoutBlanks, names.join(QLatin1Char('+'))};
 }

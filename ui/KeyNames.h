@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 /// The names of keys, as they are stored and as they are shown to the user.
@@ -18,5 +19,10 @@ QString text(const QVector<int> &codes);
 
 /// What is displayed for a text(): each name in the user's language. Anything else stays as it is.
 QString translated(const QString &text);
+
+/// How what translated() gives can be written in less room, the longest first: without blanks, then with the
+/// modifiers' names cut down as well. Upper and lower case stay. Empty for a text that is no combination of
+/// keys.
+QStringList shorter(const QString &shown);
 
 } // namespace KeyNames

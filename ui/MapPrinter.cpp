@@ -1,6 +1,7 @@
 #include "ui/MapPrinter.h"
 
 #include "app/frame/Look.h"
+#include "ui/ComboMenu.h"
 #include "ui/UiLog.h"
 
 #include <QCoreApplication>
@@ -26,6 +27,10 @@ namespace
 constexpr QRect printedPart(60, 120, 780, 490);
 constexpr QPoint sheetPlace(110, 0);
 
+constexpr int notesTop = 520; // on the sheet
+constexpr int notesColumn = printedPart.width() / 2;
+constexpr int notePoints = 9;
+
 const QLatin1String printStyle("background-color:black");
 
 // The colours of the device's buttons in its drawing. Drawing and list have to follow each other.
@@ -49,7 +54,7 @@ const QLatin1String dialogStyle("QWidget { background-color: #f6f6f9; color: #2d
                                 "QLabel, QGroupBox { background-color: transparent; }"
                                 "QLineEdit, QAbstractSpinBox, QAbstractItemView { background-color: white; }"
                                 "QPushButton, QToolButton, QComboBox { background-color: #e6e6ee; }"
-                                ":disabled { color: #a6a6a6; }");
+                                ":disabled { color: #6e6e6e; }");
 
 // Before it has been polished, a widget keeps what its children know of an earlier sheet or of its parent's.
 void setSheet(QWidget &widget, const QString &sheet)
@@ -121,7 +126,17 @@ QImage MapPrinter::recoloured(const QImage &picture)
     return printed;
 }
 
-bool MapPrinter::draw(const QImage &picture, QPrinter &printer)
+QStringList MapPrinter::notes(const QWidget &page)
+{
+    QStringList lines;
+    const QList<ComboMenu *> menus = page.findChildren<ComboMenu *>();
+    for (const ComboMenu *menu : menus) {
+        lines << menu->cutLabels();
+    }
+    return lines;
+}
+
+bool MapPrinter::draw(const QImage &picture, QPrinter &printer, const QStringList &notes)
 {
     printer.setResolution(resolution);
     QPainter painter;
@@ -131,6 +146,15 @@ bool MapPrinter::draw(const QImage &picture, QPrinter &printer)
     // Or a PDF file gets a JPEG picture, with blurred letters and only nearly the kept colours.
     painter.setRenderHint(QPainter::LosslessImageRendering);
     painter.drawImage(sheetPlace, picture);
+    painter.setFont(Look::font(Look::Face::Page, notePoints));
+    painter.setPen(Look::ink);
+    const int height = painter.fontMetrics().lineSpacing();
+    const int rows = (notes.size() + 1) / 2;
+    for (int i = 0; i < notes.size(); ++i) {
+        const QPoint corner(sheetPlace.x() + (i / rows) * notesColumn, notesTop + (i % rows) * height);
+        painter.drawText(QRect(corner, QSize(notesColumn, height)), Qt::AlignLeft | Qt::AlignVCenter,
+                         painter.fontMetrics().elidedText(notes.at(i), Qt::ElideMiddle, notesColumn));
+    }
     return painter.end();
 }
 
@@ -165,7 +189,7 @@ bool MapPrinter::askAndWritePdf(QWidget &page)
 
 bool MapPrinter::print(QWidget &page, QPrinter &printer)
 {
-    if (draw(recoloured(capture(page)), printer)) {
+    if (draw(recoloured(capture(page)), printer, notes(page))) {
         return true;
     }
     qCWarning(lcUi) << "The printer does not take the map";

@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QString>
+#include <QStringList>
 
 class QPrinter;
 class QWidget;
@@ -22,8 +23,12 @@ QImage capture(QWidget &page);
 /// Every pixel inverted and opaque, but for those that have exactly one of the drawing's six colours.
 QImage recoloured(const QImage &picture);
 
-/// Puts @p picture on one sheet of @p printer. False when the printer does not take it.
-bool draw(const QImage &picture, QPrinter &printer);
+/// What has no room in the picture: what the labels say that are cut on @p page, a line for each.
+QStringList notes(const QWidget &page);
+
+/// Puts @p picture on one sheet of @p printer, and @p notes below it, in two columns. False when the printer
+/// does not take it.
+bool draw(const QImage &picture, QPrinter &printer, const QStringList &notes = {});
 
 /// Asks the user for a printer, which on a machine without one is a PDF file, and prints. @p page is left
 /// untouched when the user does not want to after all. @p dialogWritesFiles tells whether the system's print

@@ -2,6 +2,7 @@
 
 #include "app/frame/ClickableLabel.h"
 #include "app/frame/FittingText.h"
+#include "app/frame/FocusFrame.h"
 #include "ui/NumberField.h"
 #include "ui/UiLog.h"
 
@@ -20,9 +21,9 @@ const QLatin1String labelStyle("QLabel { color : #2D2D2D;}");
 const QLatin1String checkBoxStyle("QCheckBox { color : #2D2D2D;}");
 
 constexpr char fieldRules[] =
-    "QLineEdit { background-color: white; border: 1px solid #c4c4c4; border-radius: 2px; padding: 0 5px;"
+    "QLineEdit { background-color: white; border: 1px solid #8a8a8a; border-radius: 2px; padding: 0 5px;"
     " selection-color: white; selection-background-color: @accent; }"
-    "QLineEdit:focus { border-color: @accent; }"
+    "QLineEdit:focus { border: 2px solid @accent; padding: 0 4px; }"
     // The boxes overlap, so they have to be transparent, and their frames are drawn by rules then.
     "QCheckBox { background-color: transparent; spacing: 4px; }"
     "QCheckBox::indicator { width: 10px; height: 10px; border: 1px solid #8a8a8a; border-radius: 2px;"
@@ -34,6 +35,9 @@ constexpr char fieldRules[] =
 // The general purpose controllers, which instruments leave to the user.
 constexpr int usualKnobController = 16;
 constexpr int usualTouchController = 17;
+constexpr int usualTouchNote = 60;
+
+constexpr int nothing = -1; // the number of a touch that sends nothing
 
 QFont dialogFont(int pointSize)
 {
@@ -46,10 +50,11 @@ bool isEmpty(const shortCut &record)
            record.knobcc == 0 && !record.note && !record.m01h && !record.m3fh && !record.m0_127;
 }
 
-shortCut withUsualValues(shortCut record)
+// A hand on the knob is no message yet: whoever wants one asks for it.
+shortCut withUsualValues(shortCut record, bool knob)
 {
     record.channel = 1;
-    record.cc = usualTouchController;
+    record.cc = knob ? nothing : usualTouchController;
     record.v_on = 127;
     record.v_off = 0;
     record.knobcc = usualKnobController;
@@ -91,6 +96,7 @@ void MidiMenu::addLabels()
 {
     m_title = addText(tr("MIDI"), {105, 8, 100, 16}, QStringLiteral("QLabel { color :#414141;}"),
                       Look::font(Look::Face::DialogLight, 12, QFont::Bold));
+    addSubject({10, 26, 284, 16});
     addText(tr("Channel"), {45, 50, 67, 30}, QStringLiteral("QLabel { color : #2D2D2D; }"), dialogFont(12));
     m_knobLabel = addText(tr("CC on move"), {45, 90, 90, 30}, labelStyle, dialogFont(12));
     m_touchLabel = addText(tr("Touch"), {45, 210, 72, 30}, labelStyle, dialogFont(12));
@@ -104,6 +110,7 @@ QCheckBox *MidiMenu::addCheckBox(const QString &text, const QRect &place, const 
     box->setStyleSheet(style);
     box->setFont(dialogFont(pointSize));
     FittingText::show(box, text, toolTip);
+    new FocusFrame(box);
     return box;
 }
 
@@ -187,7 +194,7 @@ void MidiMenu::open(bool knob, int type, int id, const shortCut &record)
                   << record.v_on << record.v_off << record.note << record.v_off_enable << record.knobcc
                   << record.m01h << record.m3fh << record.m0_127;
     layOut();
-    fill(isEmpty(record) ? withUsualValues(record) : record);
+    fill(isEmpty(record) ? withUsualValues(record, knob) : record);
     QWidget::show();
     m_fields[Channel]->setFocus();
     m_fields[Channel]->selectAll();
@@ -231,8 +238,10 @@ void MidiMenu::layOut()
 
 void MidiMenu::fill(const shortCut &record)
 {
-    m_ccOnTouch->setChecked(!record.note);
-    m_noteOnTouch->setChecked(record.note);
+    const bool sendsOnTouch = !m_knob || record.cc != nothing;
+    m_ccOnTouch->setChecked(sendsOnTouch && !record.note);
+    m_noteOnTouch->setChecked(sendsOnTouch && record.note);
+    m_touchNumber = record.cc;
     m_afterTouch->setChecked(record.v_off_enable);
     m_fields[AfterTouchValue]->setVisible(!m_knob && record.v_off_enable);
 
@@ -285,6 +294,7 @@ void MidiMenu::checkCC_slot(bool checked)
     if (checked) {
         m_noteOnTouch->setChecked(false);
     }
+    setTouchSends(checked, usualTouchController);
     processSettings();
 }
 
@@ -293,7 +303,23 @@ void MidiMenu::checkNote_slot(bool checked)
     if (checked) {
         m_ccOnTouch->setChecked(false);
     }
+    setTouchSends(checked, usualTouchNote);
     processSettings();
+}
+
+// Only the knob's touch can be without a message: a button has no other.
+void MidiMenu::setTouchSends(bool on, int usualNumber)
+{
+    if (!m_knob) {
+        return;
+    }
+    NumberField *field = m_fields[TouchNumber];
+    if (!on) {
+        m_touchNumber = field->value();
+        field->setValue(nothing);
+    } else if (field->value() == nothing) {
+        field->setValue(m_touchNumber == nothing ? usualNumber : m_touchNumber);
+    }
 }
 
 void MidiMenu::checkMode7Fh_01h_slot(bool checked)

@@ -15,7 +15,8 @@ class QCheckBox;
 /// Every valid edit is reported at once. A field that is out of its range, or no number, is shown red, and as
 /// long as there is one nothing is reported; what is hidden keeps the value of the record handed in.
 ///
-/// A record without any MIDI value is shown with a channel, controllers, values and an encoding that work.
+/// A record without any MIDI value is shown with a channel, controllers, values and an encoding that work; a
+/// touch of the knob then sends nothing until one of its boxes is checked, and nothing again without both.
 class MidiMenu : public OverlayDialog
 {
     Q_OBJECT
@@ -64,6 +65,7 @@ private:
     void layOut();
     void fill(const shortCut &record);
     void keepOneMode(QCheckBox *checked);
+    void setTouchSends(bool on, int usualNumber);
 
     QLabel *m_title = nullptr;
     QLabel *m_knobLabel = nullptr;
@@ -78,5 +80,6 @@ private:
     ClickableLabel *m_ok = nullptr;
     int m_type = 0;
     int m_id = 0;
+    int m_touchNumber = -1; // what a touch of the knob last sent; -1 before it sent anything
     bool m_knob = false;
 };

@@ -1,5 +1,6 @@
 #include "ui/OverlayDialog.h"
 
+#include "app/frame/FittingText.h"
 #include "app/frame/ZRBaseWindow.h"
 #include "engine/platform/Desktop.h"
 
@@ -96,6 +97,20 @@ QLabel *OverlayDialog::addText(const QString &text, const QRect &place, const QS
                                const QFont &font)
 {
     return Look::addText(m_panel, text, place, style, font);
+}
+
+void OverlayDialog::addSubject(const QRect &place)
+{
+    m_subject = addText(QString(), place, QStringLiteral("QLabel { color :#6b6b6b;}"),
+                        Look::font(Look::Face::Page, 9));
+    m_subject->setObjectName(QStringLiteral("subject"));
+    m_subject->setAlignment(Qt::AlignCenter);
+}
+
+void OverlayDialog::setSubject(const QString &subject)
+{
+    FittingText::show(m_subject, subject);
+    setAccessibleDescription(subject);
 }
 
 bool OverlayDialog::isOn(const QWidget *onPanel, const QPoint &place) const

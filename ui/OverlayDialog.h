@@ -36,6 +36,10 @@ public:
     /// as translucent.
     void setDesktop(const Desktop *desktop) { m_desktop = desktop; }
 
+    /// Says in a quiet line on the panel, and to screen readers, what the dialog is about: "Button 3, Shift
+    /// 1". Has to be told before the dialog is shown. Only for a dialog that has called addSubject().
+    void setSubject(const QString &subject);
+
     /// Where a panel of @p panelSize stands on a primary screen of @p screenSize, in the screen's pixels.
     static QPoint panelOnScreen(const QSize &screenSize, const QSize &panelSize);
 
@@ -65,6 +69,9 @@ protected:
     /// Puts a text on the panel.
     QLabel *addText(const QString &text, const QRect &place, const QString &style, const QFont &font);
 
+    /// Adds the line that setSubject() fills.
+    void addSubject(const QRect &place);
+
     /// Adds rules to the dialog's own style sheet.
     void addStyle(const QString &rules) { setStyleSheet(styleSheet() + rules); }
 
@@ -93,6 +100,7 @@ private:
     const QSize m_firstPanelSize;
     const Grabs m_grabs;
     QWidget *m_panel;
+    QLabel *m_subject = nullptr;
     const Desktop *m_desktop = nullptr;
     QPointer<QWidget> m_window; // what the dialog covers, while it is shown
     QPixmap m_background;       // what shows through the dialog where nothing does by itself

@@ -4,6 +4,7 @@
 #include "app/frame/Look.h"
 #include "engine/MidiActions.h"
 
+#include <QFontMetrics>
 #include <QLabel>
 
 namespace
@@ -22,6 +23,18 @@ QString shownName(const QString &midiPortName)
     return midiPortName == QLatin1String(MidiActions::notAvailable)
                ? QCoreApplication::translate("MidiActions", MidiActions::notAvailable)
                : midiPortName;
+}
+
+// The scale's ends are words that other languages have no shorter ones for; there is room between them.
+void addScaleEnd(QWidget &page, const char *word, QRect place, bool left)
+{
+    const QString text = PageTexts::tr(word);
+    const QFont font = Look::font(Look::Face::Page, 11);
+    const int more = QFontMetrics(font).horizontalAdvance(text) - place.width();
+    if (text != QLatin1String(word) && more > 0) {
+        place.adjust(left ? 0 : -more, 0, left ? more : 0, 0);
+    }
+    PageTexts::add(page, text, place, PageTexts::Ink::Dim, 11, QFont::Normal)->setAlignment(Qt::AlignVCenter);
 }
 
 } // namespace
@@ -57,12 +70,13 @@ void PageTexts::addAll(QWidget &page, const QString &midiPortName)
          Qt::AlignCenter},
         {tr("NORMAL"), {315, 524, 38, 11}, Ink::Bright, 8, QFont::Normal, Qt::AlignVCenter},
         {tr("SHIFT 1"), {315, 564, 34, 11}, Ink::Bright, 8, QFont::Normal, Qt::AlignVCenter},
-        {tr("Slow"), {359, 590, 30, 14}, Ink::Dim, 11, QFont::Normal, Qt::AlignVCenter},
-        {tr("Fast"), {520, 590, 26, 14}, Ink::Dim, 11, QFont::Normal, Qt::AlignVCenter},
     };
     for (const auto &each : texts) {
         add(page, each.text, each.place, each.ink, each.pointSize, each.weight)->setAlignment(each.alignment);
     }
+
+    addScaleEnd(page, QT_TR_NOOP("Slow"), {359, 590, 30, 14}, true);
+    addScaleEnd(page, QT_TR_NOOP("Fast"), {520, 590, 26, 14}, false);
 
     QLabel *midi = add(page, QString(), {690, 625, 200, 15}, Ink::Faint, 10, QFont::Normal);
     midi->setAlignment(Qt::AlignRight | Qt::AlignVCenter);

@@ -20,10 +20,10 @@ const QLatin1String failureStyle("QLabel { color :#b3261e;}");
 const QLatin1String nameStyle("QLabel { color : black;  background-color:white}");
 
 // The field's own sheet is one for labels: its ground would be the page's.
-constexpr char panelStyle[] = "QLineEdit { color: black; background-color: white; border: 1px solid #bdbdc9;"
+constexpr char panelStyle[] = "QLineEdit { color: black; background-color: white; border: 1px solid #8a8a8a;"
                               "border-radius: 3px; padding: 0 4px; selection-color: white;"
                               "selection-background-color: @accent; }"
-                              "QLineEdit:focus { border-color: @accent; }";
+                              "QLineEdit:focus { border: 2px solid @accent; padding: 0 3px; }";
 
 const QString okPicture = QStringLiteral("ok");
 const QString cancelPicture = QStringLiteral("cancel");

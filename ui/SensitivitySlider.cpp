@@ -2,6 +2,8 @@
 
 #include "app/frame/FocusFrame.h"
 
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOptionSlider>
@@ -14,8 +16,8 @@ constexpr QColor white(int alpha)
     return {255, 255, 255, alpha};
 }
 
-constexpr QColor grooveColour = white(89);
-constexpr QColor tickColour = white(102);
+constexpr QColor grooveColour = white(150);
+constexpr QColor tickColour = white(150);
 constexpr QColor handleColour = white(255);
 constexpr qreal grooveHeight = 3;
 constexpr QSizeF handleSize(8, 11);
@@ -59,4 +61,27 @@ void SensitivitySlider::paintEvent(QPaintEvent * /*event*/)
     handle.moveLeft(centreOf(sliderPosition()) - handleSize.width() / 2);
     painter.setBrush(handleColour);
     painter.drawRoundedRect(handle, handleRadius, handleRadius);
+}
+
+// The style lets a click count on the groove only, which is lower than the slider.
+void SensitivitySlider::mousePressEvent(QMouseEvent *event)
+{
+    QStyleOptionSlider option;
+    initStyleOption(&option);
+    const QRect handle = style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, this);
+    QMouseEvent onGroove(event->type(), QPointF(event->localPos().x(), handle.center().y()),
+                         event->windowPos(), event->screenPos(), event->button(), event->buttons(),
+                         event->modifiers(), event->source());
+    QSlider::mousePressEvent(&onGroove);
+    event->setAccepted(onGroove.isAccepted());
+}
+
+void SensitivitySlider::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Home || event->key() == Qt::Key_End) {
+        const bool lowest = (event->key() == Qt::Key_Home) != invertedAppearance();
+        triggerAction(lowest ? SliderToMinimum : SliderToMaximum);
+    } else {
+        QSlider::keyPressEvent(event);
+    }
 }

@@ -3,7 +3,8 @@
 #include <QSlider>
 
 /// A horizontal slider in the colours of the page, white in several alphas, so that it is seen on the page's
-/// violet and on the printed sheet's ground alike. It has tick marks below, and behaves as any slider.
+/// violet and on the printed sheet's ground alike. It has tick marks below. A click counts on all of its
+/// height; Home goes to its left end and End to its right one, whichever value lies there.
 class SensitivitySlider : public QSlider
 {
     Q_OBJECT
@@ -15,4 +16,6 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 };

@@ -42,6 +42,8 @@ ShortcutKey::ShortcutKey(QWidget *parent)
     addText(title, {105, 8, 90, 16}, QStringLiteral("QLabel { color :#414141;}"),
             dialogFont(12, QFont::Bold));
 
+    addSubject({10, 23, 284, 14});
+
     m_display = addText(QString(), {10, 63, 282, 32},
                         QStringLiteral("QLabel { color : black;  background-color:white}"),
                         dialogFont(16, QFont::Normal));

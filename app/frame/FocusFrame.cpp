@@ -38,7 +38,7 @@ bool FocusFrame::eventFilter(QObject *watched, QEvent *event)
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
         m_byKeyboard = m_byKeyboard || reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
                        reason == Qt::ShortcutFocusReason;
-        setVisible(m_byKeyboard);
+        setVisible(m_byKeyboard || m_forEveryFocus);
         break;
     }
     case QEvent::FocusOut: {

@@ -16,6 +16,9 @@ public:
     /// Lies over all of @p button, which owns it. What is put on @p button later has to be below: raise().
     explicit FocusFrame(QWidget *button);
 
+    /// Shows for every focus, however it came: where Return goes to what has it.
+    void showForEveryFocus() { m_forEveryFocus = true; }
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
@@ -23,4 +26,5 @@ protected:
 private:
     QColor m_colour;
     bool m_byKeyboard = false;
+    bool m_forEveryFocus = false;
 };

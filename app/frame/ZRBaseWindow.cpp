@@ -2,6 +2,7 @@
 
 #include "app/frame/AppInfo.h"
 #include "app/frame/FittingText.h"
+#include "app/frame/FocusFrame.h"
 #include "app/frame/Look.h"
 #include "app/frame/UserGuide.h"
 #include "net/ZRUpdater.h"
@@ -51,6 +52,7 @@ QPushButton *addButton(QWidget *panel, const QString &text)
     button->setStyleSheet(buttonStyle);
     button->setFont(Look::font(Look::Face::Page, 11));
     FittingText::show(button, text);
+    new FocusFrame(button);
     return button;
 }
 
@@ -110,6 +112,7 @@ void ZRBaseWindow::buildHeader()
                      FittingText::fit(label, link.text, link.width).toHtmlEscaped()));
         label->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
         label->setOpenExternalLinks(true);
+        new FocusFrame(label);
     }
 }
 

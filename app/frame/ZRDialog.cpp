@@ -1,6 +1,7 @@
 #include "app/frame/ZRDialog.h"
 
 #include "app/frame/DragToMove.h"
+#include "app/frame/FocusFrame.h"
 #include "app/frame/Look.h"
 
 #include <QCloseEvent>
@@ -80,6 +81,7 @@ QPushButton *ZRDialog::addButton(const QString &text)
     button->setStyleSheet(buttonStyle);
     button->setFont(Look::font(Look::Face::Page, 12));
     button->setMinimumSize(100, 32);
+    (new FocusFrame(button))->showForEveryFocus();
     return button;
 }
 

@@ -37,7 +37,7 @@ void ToggleSwitch::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF track(1, (height() - trackHeight) / 2.0, trackWidth, trackHeight);
     painter.setPen(hasFocus() ? QPen(QColor(0x8b, 0x7d, 0xff), 2) : QPen(Qt::NoPen));
-    painter.setBrush(isChecked() ? QColor(0x53, 0x42, 0xd9) : QColor(0xb9, 0xb9, 0xc6));
+    painter.setBrush(isChecked() ? QColor(0x53, 0x42, 0xd9) : QColor(0x82, 0x82, 0x90));
     painter.drawRoundedRect(track, trackHeight / 2.0, trackHeight / 2.0);
     const qreal diameter = trackHeight - 6;
     const qreal x = isChecked() ? track.right() - diameter - 3 : track.left() + 3;

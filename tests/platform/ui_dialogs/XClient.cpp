@@ -59,6 +59,14 @@ void XClient::mouseButton(bool down)
     sync();
 }
 
+void XClient::wheel(bool down)
+{
+    const unsigned button = down ? Button5 : Button4;
+    XTestFakeButtonEvent(m_display, button, True, CurrentTime);
+    XTestFakeButtonEvent(m_display, button, False, CurrentTime);
+    sync();
+}
+
 bool XClient::mouseIsTaken()
 {
     const int answer = XGrabPointer(m_display, DefaultRootWindow(m_display), False, 0, GrabModeAsync,

@@ -20,6 +20,8 @@ public:
     void tap(int keycode);
     void moveMouse(const QPoint &pixel);
     void mouseButton(bool down);
+    /// One notch.
+    void wheel(bool down);
 
     /// True while another client holds the mouse or the keyboard.
     bool mouseIsTaken();

@@ -32,7 +32,7 @@ namespace
 constexpr int longList = 1000;
 
 // Keycodes of a PC keyboard on X11.
-enum Keycode { TabKey = 23, ReturnKey = 36, BlankKey = 65, RightKey = 114, DownKey = 116 };
+enum Keycode { TabKey = 23, ReturnKey = 36, MKey = 58, BlankKey = 65, RightKey = 114, DownKey = 116 };
 
 // What else the machine does can only make it longer.
 double least(const QVector<double> &times)
@@ -90,6 +90,7 @@ private Q_SLOTS:
     void theSelectorAndItsDialogSaveByMouse();
     void aLongListOpensQuickly();
     void aLongListScrollsToItsEnd();
+    void aNotchOfTheWheelScrollsByThreeEntriesAndOpensNone();
     void noTextLeavesItsBar();
     void aLabelIsCutExactlyWhereItIsSaidNotToFit();
     void thePrintedMapIsDarkOnWhite();
@@ -326,6 +327,65 @@ void tst_Menus::aLongListScrollsToItsEnd()
     QVERIFY(list.height() <= m_page->screen()->geometry().height());
     QVERIFY(list.width() < 400); // one column
     QVERIFY(QRect({0, 0}, list.size()).contains(last));
+}
+
+void tst_Menus::aNotchOfTheWheelScrollsByThreeEntriesAndOpensNone()
+{
+    m_selector->newMapListReady(maps(100), false, 0);
+    bool opened = false;
+    whenOpen([&] {
+        opened = true;
+        clickEntry(QStringLiteral("Examples"));
+        QMenu *list = PopUp::active();
+        QTRY_VERIFY(list->windowHandle()->isExposed());
+        const QList<QAction *> all = list->actions();
+        const auto top = [&](int entry) { return list->actionGeometry(all.at(2 * entry)).top(); };
+        const int height = top(11) - top(10);
+        const QPoint resting = list->mapToGlobal(list->actionGeometry(all.at(20)).center());
+        const auto moveTo = [&](const QPoint &place) {
+            m_user->moveMouse((QPointF(place) * m_page->devicePixelRatioF()).toPoint());
+            QTest::qWait(20);
+        };
+        for (const int left : {3, 2, 1, 0}) { // a menu takes no notice of the first
+            moveTo(resting - QPoint(left, 0));
+        }
+        QTRY_COMPARE(PopUp::active(), all.at(20)->menu()); // it has come to rest, and an entry's menu opens
+        for (int notch = 0; notch < 4; ++notch) {
+            const int before = top(10);
+            m_user->wheel(true);
+            QTRY_VERIFY(top(10) != before);
+            QTest::qWait(400); // a menu would open after 225 ms
+            QCOMPARE(PopUp::active(), list);
+            if (notch > 0) { // the first also makes room for the arrow that leads back
+                QCOMPARE(before - top(10), 3 * height);
+            }
+        }
+        for (int notch = 0; notch < 2; ++notch) {
+            const int before = top(10);
+            m_user->wheel(false);
+            QTRY_VERIFY(top(10) != before);
+            if (notch > 0) { // the first brings an entry to the edge
+                QCOMPARE(top(10) - before, 3 * height);
+            }
+        }
+        for (const int right : {1, 2, 3}) {
+            moveTo(resting + QPoint(right, 0));
+        }
+        QTRY_VERIFY(PopUp::active() != list); // it moves again
+
+        // What is typed stays chosen, although the mouse is over another entry whose menu was open.
+        m_user->tap(MKey);
+        QTRY_COMPARE(PopUp::active(), list);
+        const QAction *typed = list->activeAction();
+        QTest::qWait(1500);
+        QCOMPARE(list->activeAction(), typed);
+        QCOMPARE(PopUp::active(), list);
+        while (PopUp::active()) {
+            PopUp::active()->close();
+        }
+    });
+    click(m_selector->mapToGlobal(QPoint(80, 25)));
+    QTRY_VERIFY(opened && !PopUp::active());
 }
 
 void tst_Menus::noTextLeavesItsBar()

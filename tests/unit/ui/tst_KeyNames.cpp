@@ -8,12 +8,23 @@ class tst_KeyNames : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void aCombinationCanBeWrittenShorter();
     void namesAKey_data();
     void namesAKey();
     void joinsNames();
     void noKeysHaveNoText();
     void translatesNamesAndNothingElse();
 };
+
+void tst_KeyNames::aCombinationCanBeWrittenShorter()
+{
+    QCOMPARE(KeyNames::shorter(QStringLiteral("CTRL + ALT + PRTSCN")),
+             (QStringList{QStringLiteral("CTRL+ALT+PRTSCN"), QStringLiteral("CT+AL+PRTSCN")}));
+    QCOMPARE(KeyNames::shorter(QStringLiteral("Win + +")),
+             (QStringList{QStringLiteral("Win++"), QStringLiteral("Wi++")}));
+    QCOMPARE(KeyNames::shorter(QStringLiteral("PrtScn")), QStringList());
+    QCOMPARE(KeyNames::shorter(QStringLiteral("Rotate +")), QStringList());
+}
 
 void tst_KeyNames::namesAKey_data()
 {

@@ -84,6 +84,8 @@ private Q_SLOTS:
 
     void showsTheRecord();
     void anEmptyRecordIsShownWithValuesThatWork();
+    void aNewRecordOfTheKnobSendsNothingOnTouchUntilToldTo();
+    void namesWhatItIsAbout();
     void aRecordWithoutReleaseHidesItsValue();
 
     void aChannelOf16IsRedAndNotSent();
@@ -304,7 +306,48 @@ void tst_MidiMenu::anEmptyRecordIsShownWithValuesThatWork()
 
     rig.dialog.showKnob(0, 3, shortCut());
     QTest::mouseClick(rig.ok(), Qt::LeftButton);
-    QCOMPARE(rig.knob.at(0), (QVariantList{0, 1, 17, 127, 0, false, true, 16, false, false, true}));
+    QCOMPARE(rig.knob.at(0), (QVariantList{0, 1, -1, 127, 0, false, true, 16, false, false, true}));
+}
+
+void tst_MidiMenu::aNewRecordOfTheKnobSendsNothingOnTouchUntilToldTo()
+{
+    Rig rig;
+    rig.dialog.showKnob(0, 3, shortCut());
+    QCheckBox *cc = rig.box("CC on touch");
+    QCheckBox *note = rig.box("Note on touch");
+    QVERIFY(!cc->isChecked());
+    QVERIFY(!note->isChecked());
+    const auto number = [&] { return rig.knob.takeLast().at(2).toInt(); };
+    Rig::type(rig.channel, QStringLiteral("2"));
+    QCOMPARE(number(), -1);
+    cc->click();
+    QCOMPARE(number(), 17);
+    note->click();
+    QVERIFY(!cc->isChecked());
+    QCOMPARE(number(), 17);
+    note->click();
+    QCOMPARE(number(), -1);
+    cc->click();
+    QCOMPARE(number(), 17); // as before
+
+    rig.dialog.showKnob(0, 3, shortCut());
+    note->click();
+    QCOMPARE(number(), 60);
+    rig.dialog.showKnob(0, 3, someRecord()); // which has a note already
+    QVERIFY(note->isChecked());
+    note->click();
+    QCOMPARE(number(), -1);
+    note->click();
+    QCOMPARE(number(), 60);
+}
+
+void tst_MidiMenu::namesWhatItIsAbout()
+{
+    Rig rig;
+    rig.dialog.setSubject(QStringLiteral("Button 3, Shift 1"));
+    rig.dialog.show(1, 13, someRecord());
+    QVERIFY(rig.label("Button 3, Shift 1")->isVisible());
+    QCOMPARE(rig.dialog.accessibleDescription(), QStringLiteral("Button 3, Shift 1"));
 }
 
 void tst_MidiMenu::aRecordWithoutReleaseHidesItsValue()

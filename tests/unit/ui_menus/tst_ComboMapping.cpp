@@ -65,6 +65,8 @@ private Q_SLOTS:
     void theLogSaysWhatArrivedAndWhatWasChosen();
     void aThousandMappingsKeepTheirOrder();
     void aListIsBuiltWhenItIsOpenedAndOnce();
+    void anEmptyListSaysSo();
+    void typingGoesToTheEntryThatBeginsSo();
     void theDefaultIsSelectedIfThereIsOne();
     void aMappingWithoutANameIsDeletedAsSuch();
 
@@ -108,9 +110,12 @@ QStringList tst_ComboMapping::entriesOf(const QString &submenu)
             if (action->menu()) {
                 Q_EMIT action->menu()->aboutToShow();
             }
-            list.append(action->isSeparator() ? QStringLiteral("-")
-                                              : action->text() + QLatin1String(": ") +
-                                                    PopUp::texts(*action->menu()).join(QLatin1Char(' ')));
+            if (action->isSeparator() || action->menu() == nullptr) {
+                list.append(action->isSeparator() ? QStringLiteral("-") : action->text());
+                continue;
+            }
+            list.append(action->text() + QLatin1String(": ") +
+                        PopUp::texts(*action->menu()).join(QLatin1Char(' ')));
         }
     });
     return list;
@@ -198,7 +203,7 @@ void tst_ComboMapping::aNewListReplacesTheEntriesCompletely()
     m_selector->newMapListReady(maps({QStringLiteral("c")}), true, 0);
     QCOMPARE(entriesOf(custom), (QStringList{QStringLiteral("c: Set - Delete"), QStringLiteral("-")}));
     m_selector->newMapListReady({}, true, 0);
-    QCOMPARE(entriesOf(custom), QStringList());
+    QCOMPARE(entriesOf(custom), QStringList{QStringLiteral("none yet")});
 }
 
 void tst_ComboMapping::setEmitsTheMappingOfItsPlace()
@@ -509,6 +514,54 @@ void tst_ComboMapping::aListIsBuiltWhenItIsOpenedAndOnce()
     });
     m_selector->newMapListReady(maps(many), false, 0);
     openMenu([](QMenu &top) { QVERIFY(PopUp::entry(top, examples)->menu()->isEmpty()); });
+}
+
+void tst_ComboMapping::anEmptyListSaysSo()
+{
+    QCOMPARE(entriesOf(custom), QStringList{QStringLiteral("none yet")});
+    openMenu([&](QMenu &top) { QVERIFY(!PopUp::submenu(top, custom)->actions().first()->isEnabled()); });
+    m_selector->newMapListReady(maps({QStringLiteral("Mine")}), true, 0);
+    QVERIFY(!entriesOf(custom).contains(QStringLiteral("none yet")));
+    m_selector->newMapListReady({}, true, 0);
+    QCOMPARE(entriesOf(custom), QStringList{QStringLiteral("none yet")});
+}
+
+void tst_ComboMapping::typingGoesToTheEntryThatBeginsSo()
+{
+    m_selector->newMapListReady(
+        maps({QStringLiteral("Blender"), QStringLiteral("GIMP"), QStringLiteral("Microsoft Excel"),
+              QStringLiteral("Microsoft Word"), QStringLiteral("R&D"), QStringLiteral("GNOME")}),
+        false, 0);
+    openMenu([&](QMenu &top) {
+        top.setActiveAction(PopUp::entry(top, examples));
+        QTest::keyClick(&top, Qt::Key_Right);
+        QMenu *list = PopUp::active();
+        QCOMPARE(list->title(), examples);
+        const auto chosen = [&] { return list->activeAction() ? list->activeAction()->text() : QString(); };
+        const auto pause = [] { QTest::qWait(1100); };
+        QTest::keyClicks(list, QStringLiteral("microsoft w"));
+        QCOMPARE(chosen(), QStringLiteral("Microsoft Word"));
+        QCOMPARE(PopUp::active(), list);             // not opened: whoever types goes on
+        QTest::keyClicks(list, QStringLiteral("x")); // nothing begins so
+        QCOMPARE(chosen(), QStringLiteral("Microsoft Word"));
+        pause();
+        QTest::keyClicks(list, QStringLiteral("g"));
+        QCOMPARE(chosen(), QStringLiteral("GNOME"));
+        QTest::keyClicks(list, QStringLiteral("g"));
+        QCOMPARE(chosen(), QStringLiteral("GIMP"));
+        pause();
+        QTest::keyClicks(list, QStringLiteral("r&"));
+        QCOMPARE(chosen(), QStringLiteral("R&&D"));
+        // With an entry's own menu open.
+        QTest::keyClick(list, Qt::Key_Right);
+        QVERIFY(PopUp::active() != list);
+        pause();
+        QTest::keyClicks(PopUp::active(), QStringLiteral("bl"));
+        QCOMPARE(chosen(), QStringLiteral("Blender"));
+        QCOMPARE(PopUp::active(), list);
+        QTest::keyClick(list, Qt::Key_Right);
+        QCOMPARE(PopUp::texts(*PopUp::active()), QStringList{setText});
+    });
 }
 
 void tst_ComboMapping::theDefaultIsSelectedIfThereIsOne()

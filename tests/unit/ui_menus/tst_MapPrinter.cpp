@@ -1,3 +1,5 @@
+#include "app/frame/Look.h"
+#include "tests/unit/ui_menus/MenuRig.h"
 #include "ui/MapPrinter.h"
 
 #include <QFileDialog>
@@ -43,6 +45,7 @@ private Q_SLOTS:
     void edgesOnATransparentPageStaySmooth();
     void whiteTextOnThePageIsBlackOnPaper();
     void oneSheetIsWrittenToAPdfWithoutAPrinter();
+    void whatTheLabelsCutIsPrintedWhole();
     void aPlaceThatCannotBeWrittenIsToldOnce();
     void aFileIsAskedForWhereTheDialogNeedsAPrinter();
     void noFileIsWrittenWhenTheUserDoesNotWantTo();
@@ -200,6 +203,40 @@ void tst_MapPrinter::oneSheetIsWrittenToAPdfWithoutAPrinter()
     QCOMPARE(printer.resolution(), 120);
     // All of it is on the paper.
     QVERIFY(printer.pageRect(QPrinter::DevicePixel).width() >= 110 + 780);
+}
+
+void tst_MapPrinter::whatTheLabelsCutIsPrintedWhole()
+{
+    MenuRig rig(3);
+    QCOMPARE(MapPrinter::notes(rig.page()), QStringList());
+    const QTemporaryDir folder;
+    const auto printed = [&](const QString &name) {
+        MapPrinter::printToPdf(rig.page(), folder.filePath(name));
+        QFile file(folder.filePath(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    const QByteArray before = printed(QStringLiteral("before.pdf"));
+    QVERIFY(!before.contains("/FontFile"));
+
+    rig.menu().loadShorcut(1, 17, 18, 44, QStringLiteral("Ctrl + Alt + PrtScn"));
+    rig.menu().loadShorcut(2, 17, 18, 33, QStringLiteral("Ctrl + Alt + PgUp"));
+    QCOMPARE(MapPrinter::notes(rig.page()).size(), 2);
+    const QByteArray after = printed(QStringLiteral("after.pdf"));
+    QVERIFY(after.contains("/FontFile")); // letters below the picture
+    QVERIFY(after.contains("/Count 1"));
+
+    // On a sheet of paper, seen: below the picture, in its width, dark.
+    QPrinter printer(QPrinter::ScreenResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(folder.filePath(QStringLiteral("most.pdf")));
+    QStringList most;
+    for (int i = 0; i < 30; ++i) {
+        most << QStringLiteral("Button %1, Shift 1: Ctrl + Alt + PrtScn").arg(i);
+    }
+    QVERIFY(MapPrinter::draw(QImage(780, 490, QImage::Format_ARGB32), printer, most));
+    QFontMetrics metrics(Look::font(Look::Face::Page, 9), &printer);
+    QVERIFY(520 + 15 * metrics.lineSpacing() < printer.pageRect(QPrinter::DevicePixel).height());
+    QVERIFY(metrics.horizontalAdvance(most.last()) < 390);
 }
 
 void tst_MapPrinter::aPlaceThatCannotBeWrittenIsToldOnce()
