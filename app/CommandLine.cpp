@@ -10,6 +10,7 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QLoggingCategory>
 
 #include <algorithm>
 #include <array>
@@ -161,6 +162,7 @@ std::optional<int> CommandLine::answerEarly(int argc, char **argv)
     const QCoreApplication application(argc, argv);
     AppInfo::introduce();
     Translations::install();
+    QLoggingCategory::setFilterRules(QStringLiteral("veltrix.*.info=false")); // whoever asks gets the answer
     const CommandLine line = parse(QCoreApplication::arguments(), QString());
     return line.request == Request::Run ? std::nullopt : std::optional(line.print());
 }

@@ -2,6 +2,7 @@
 
 #include "app/HistoryCommands.h"
 #include "app/RemoteCommands.h"
+#include "app/TravelCommands.h"
 #include "engine/platform/Session.h"
 
 #include <QCoreApplication>
@@ -18,6 +19,8 @@ const std::vector<Command> &Commands::all()
         {"status", "", QT_TRANSLATE_NOOP("Commands", "Tell the running program's device, mapping, layer and knob mode."), true, RemoteCommands::status},
         {"history", "", QT_TRANSLATE_NOOP("Commands", "List the earlier versions of your mapping files."), false, HistoryCommands::list},
         {"restore", "file", QT_TRANSLATE_NOOP("Commands", "Bring an earlier version of a mapping file back."), false, HistoryCommands::restore},
+        {"import", "file", QT_TRANSLATE_NOOP("Commands", "Add the mappings of this file to your own."), false, TravelCommands::importFile},
+        {"export", "name file", QT_TRANSLATE_NOOP("Commands", "Write the mapping of this name to a new file."), false, TravelCommands::exportMapping},
         // clang-format on
     };
     return commands;

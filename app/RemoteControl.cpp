@@ -72,6 +72,7 @@ RemoteAnswer RemoteControl::answer(const RemoteRequest &request) const
         Row{"use", 1, &RemoteControl::use},         Row{"list", 0, &RemoteControl::list},
         Row{"show", 0, &RemoteControl::show},       Row{"status", 0, &RemoteControl::status},
         Row{"verbose", 0, &RemoteControl::verbose}, Row{"restore", 1, &RemoteControl::restore},
+        Row{"import", 1, &RemoteControl::importFile},
     };
     const auto row = std::find_if(rows.begin(), rows.end(), [&request](const Row &each) {
         return request.command == QLatin1String(each.command);
@@ -112,6 +113,12 @@ RemoteAnswer RemoteControl::list(const RemoteRequest &request) const
         }
     }
     return {0, request.json ? compact(entries) : lines.join(QLatin1Char('\n'))};
+}
+
+RemoteAnswer RemoteControl::importFile(const RemoteRequest &request) const
+{
+    const ImportedMappings::Outcome outcome = m_parts.mappings->importFile(request.arguments.constFirst());
+    return {outcome.names.isEmpty() ? 1 : 0, outcome.sentence};
 }
 
 RemoteAnswer RemoteControl::show(const RemoteRequest &) const

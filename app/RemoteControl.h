@@ -15,6 +15,7 @@ class MappingSession;
 /// |-----------|-----------|--------------------------------------------------|
 /// | "use"     | a name    | nothing, or that there is no such mapping        |
 /// | "list"    |           | the names, the user's own first                  |
+/// | "import"  | a file    | what was imported, or what is wrong with it      |
 /// | "show"    |           | nothing                                          |
 /// | "status"  |           | device, mapping, layer and mode                  |
 /// | "restore" | a path    | which version is back, or why it is not          |
@@ -39,6 +40,7 @@ public:
 private:
     RemoteAnswer use(const RemoteRequest &request) const;
     RemoteAnswer list(const RemoteRequest &request) const;
+    RemoteAnswer importFile(const RemoteRequest &request) const;
     RemoteAnswer show(const RemoteRequest &request) const;
     RemoteAnswer status(const RemoteRequest &request) const;
     RemoteAnswer restore(const RemoteRequest &request) const;

@@ -1,18 +1,14 @@
 #include "app/SingleApplication.h"
 
 #include "app/GuardKeys.h"
-#include "app/Leftovers.h"
+#include "app/StartLock.h"
 #include "engine/platform/Session.h"
 
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QLocalServer>
 #include <QLocalSocket>
-#include <QLockFile>
 #include <QRegularExpression>
 #include <QSharedMemory>
-#include <QStandardPaths>
-#include <QThread>
 
 #include <algorithm>
 #include <cstdio>
@@ -26,9 +22,8 @@ constexpr int primaryRunning = 0; // byte: 1 while a primary holds the server
 constexpr int secondaryCount = 1; // byte: admitted secondary instances now running
 constexpr int blockSize = 2;
 
-constexpr int wakeTimeout = 100;    // ms
-constexpr int guardTimeout = 10000; // ms; far more than any number of starts at once needs
-constexpr int keysAtMost = 10;      // that are tried when the blocks that they lead to are somebody else's
+constexpr int wakeTimeout = 100; // ms
+constexpr int keysAtMost = 10;   // that are tried when the blocks that they lead to are somebody else's
 
 // Qt keeps shared blocks and sockets in the temporary directory, which all users share. While the guard
 // works, the user's own runtime directory takes its place, so that different users never meet under the same
@@ -42,7 +37,7 @@ public:
         : m_wasSet(qEnvironmentVariableIsSet("TMPDIR"))
         , m_previous(qgetenv("TMPDIR"))
     {
-        qputenv("TMPDIR", path().toLocal8Bit());
+        qputenv("TMPDIR", StartLock::folder().toLocal8Bit());
     }
 
     ~UsersTemporaryDirectory()
@@ -54,35 +49,9 @@ public:
         }
     }
 
-    static QString path() { return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation); }
-
 private:
     bool m_wasSet;
     QByteArray m_previous;
-};
-
-// One start at a time decides. The steps of a start alone let several primaries through when many race.
-class StartLock
-{
-    Q_DISABLE_COPY_MOVE(StartLock)
-
-public:
-    explicit StartLock(const QString &key)
-        : m_path(UsersTemporaryDirectory::path() + QLatin1Char('/') + key + QStringLiteral(".lock"))
-        , m_file(m_path)
-    {
-        // A lock whose process is gone is stale at once; one whose process lives never is.
-        m_file.setStaleLockTime(0);
-        const QDeadlineTimer deadline(guardTimeout);
-        while (!m_file.tryLock(0) && m_file.error() == QLockFile::LockFailedError && !deadline.hasExpired()) {
-            Leftovers::clearLock(m_path);
-            QThread::msleep(3);
-        }
-    }
-
-private:
-    QString m_path;
-    QLockFile m_file;
 };
 
 // True when a primary of this user lives. One that has not taken its callers yet lets further ones wait.
@@ -127,9 +96,11 @@ SingleApplication::SingleApplication(int &argc, char **argv, bool allowSecondary
     d->owner = this;
     const bool asked =
         std::any_of(argv, argv + argc, [](const char *arg) { return std::strcmp(arg, "--secondary") == 0; });
-    const QString key = instanceKey(applicationName(), organizationName()) + Session::userMark();
+    const QString key = guardKey();
     const UsersTemporaryDirectory temporaryDirectory;
     {
+        // One start at a time decides. The steps of a start alone let several primaries through when many
+        // race.
         const StartLock lock(key);
         if (mayRun(key, asked && allowSecondary)) {
             return;
@@ -158,6 +129,11 @@ QString SingleApplication::instanceKey(const QString &applicationName, const QSt
     return key.remove(QRegularExpression(QStringLiteral("[^\\w\\-. ]")));
 }
 
+QString SingleApplication::guardKey()
+{
+    return instanceKey(applicationName(), organizationName()) + Session::userMark();
+}
+
 const QString &SingleApplication::problem() const
 {
     return d->problem;
@@ -168,7 +144,7 @@ const QString &SingleApplication::problem() const
 bool SingleApplication::mayRun(const QString &key, bool mayBeSecondary)
 {
     // Without a folder of the user's own the guard would stand in one that all users share.
-    const bool hasFolder = !UsersTemporaryDirectory::path().isEmpty();
+    const bool hasFolder = !StartLock::folder().isEmpty();
     GuardKeys keys(key);
     bool keysAreOthers = hasFolder;
     for (int tries = 0; hasFolder && tries <= keysAtMost; ++tries) {
@@ -186,7 +162,7 @@ bool SingleApplication::mayRun(const QString &key, bool mayBeSecondary)
             break;
         }
     }
-    d->problem = guardProblem(UsersTemporaryDirectory::path(), keysAreOthers);
+    d->problem = guardProblem(StartLock::folder(), keysAreOthers);
     if (hasFolder) {
         startServer(key);
     } else {

@@ -35,6 +35,9 @@ public:
     /// The application name and the organisation name, without what is no word character, "-", "." or blank.
     static QString instanceKey(const QString &applicationName, const QString &organisationName);
 
+    /// What names this user's block and socket, by the application's names.
+    static QString guardKey();
+
 Q_SIGNALS:
     /// The program was started once more.
     void showUp();

@@ -3,6 +3,7 @@
 #include "app/CommandLine.h"
 #include "app/Core.h"
 #include "app/DataDirectory.h"
+#include "app/FileDrop.h"
 #include "app/Leftovers.h"
 #include "app/Logging.h"
 #include "app/RemoteControl.h"
@@ -102,6 +103,7 @@ int main(int argc, char *argv[])
         {&mappings, &core.dispatcher(), [&window] { return window.isConnected(); }, bringWindow});
     RemoteServer remote([&control](const RemoteRequest &request) { return control.answer(request); });
     remote.listen(Session::userMark());
+    const FileDrop fileDrop(window, *window.devicePage(), mappings);
     if (show) {
         window.show();
     }

@@ -4,10 +4,12 @@
 
 #include <QBuffer>
 #include <QDomDocument>
+#include <QMap>
 #include <QRegularExpression>
 #include <QTextCodec>
 #include <QTextStream>
 #include <QXmlStreamReader>
+#include <QXmlStreamWriter>
 
 #include <algorithm>
 
@@ -87,9 +89,10 @@ QString pieceOf(const QString &text, int from, int size)
 class TreeBuilder
 {
 public:
-    // @p head is the text's begin, with its declaration.
-    TreeBuilder(QDomDocument *document, const QString &head)
+    // @p head is the text's begin, with its declaration. @p lines may be null.
+    TreeBuilder(QDomDocument *document, std::vector<qint64> *lines, const QString &head)
         : m_document(document)
+        , m_lines(lines)
         , m_head(head)
     {
         document->createDocumentFragment(); // without any node it is null, and takes none
@@ -182,9 +185,13 @@ private:
         }
         m_parent.appendChild(element);
         m_parent = element;
+        if (m_lines != nullptr) {
+            m_lines->push_back(reader.lineNumber());
+        }
     }
 
     QDomDocument *m_document;
+    std::vector<qint64> *m_lines;
     const QString m_head;
     QDomNode m_parent; // of what comes next
     QString m_text;
@@ -194,9 +201,9 @@ private:
 // knows no bounds: it is built here, of what the stream reader reports, and only as far as the bounds go. The
 // text is handed over in pieces, so that a tag is noticed before the toolkit compares a million attributes
 // with each other.
-Outcome build(const QString &text, QDomDocument *document, QString *reason)
+Outcome build(const QString &text, QDomDocument *document, QString *reason, std::vector<qint64> *lines)
 {
-    TreeBuilder tree(document, text.left(declarationRoom));
+    TreeBuilder tree(document, lines, text.left(declarationRoom));
     QXmlStreamReader reader;
     reader.setNamespaceProcessing(false);
     const auto refused = [reason](const QString &why) {
@@ -252,9 +259,32 @@ Outcome build(const QString &text, QDomDocument *document, QString *reason)
     return Outcome::Parsed;
 }
 
+// Depth is bounded (MappingDocument::maximumDepth).
+void writeInOrder(QXmlStreamWriter *writer, const QDomElement &element)
+{
+    writer->writeStartElement(element.tagName());
+    QMap<QString, QString> attributes;
+    for (int i = 0; i < element.attributes().size(); ++i) {
+        const QDomAttr attribute = element.attributes().item(i).toAttr();
+        attributes.insert(attribute.name(), attribute.value());
+    }
+    for (auto it = attributes.cbegin(); it != attributes.cend(); ++it) {
+        writer->writeAttribute(it.key(), it.value());
+    }
+    if (element.firstChildElement().isNull() && !element.text().isEmpty()) {
+        writer->writeCharacters(element.text());
+    }
+    for (QDomElement child = element.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement()) {
+        writeInOrder(writer, child);
+    }
+    writer->writeEndElement();
+}
+
 } // namespace
 
-Outcome MappingDocument::parse(const QByteArray &bytes, QDomDocument *document, QString *reason)
+Outcome MappingDocument::parse(const QByteArray &bytes, QDomDocument *document, QString *reason,
+                               std::vector<qint64> *lines)
 {
     // Decoded here: the reader takes a text as it is, whatever an encoding in it may claim.
     QString text;
@@ -262,7 +292,7 @@ Outcome MappingDocument::parse(const QByteArray &bytes, QDomDocument *document, 
         return Outcome::Malformed;
     }
     QDomDocument built;
-    const Outcome outcome = build(text, &built, reason);
+    const Outcome outcome = build(text, &built, reason, lines);
     if (outcome == Outcome::Parsed) {
         *document = built;
     }
@@ -279,6 +309,18 @@ QByteArray MappingDocument::serialize(QDomDocument *document)
     document->save(stream, indent);
     stream.flush();
     return buffer.data();
+}
+
+QByteArray MappingDocument::serializeInOrder(const QDomDocument &document)
+{
+    QByteArray bytes;
+    QXmlStreamWriter writer(&bytes);
+    writer.setAutoFormatting(true);
+    writer.setAutoFormattingIndent(1);
+    writer.writeStartDocument(QStringLiteral("1.0"), true);
+    writeInOrder(&writer, document.documentElement());
+    writer.writeEndDocument();
+    return bytes;
 }
 
 QString MappingDocument::carriable(const QString &text)

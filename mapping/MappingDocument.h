@@ -4,6 +4,8 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <vector>
+
 class QDomDocument;
 class QDomElement;
 
@@ -35,10 +37,17 @@ enum class Outcome {
 /// UTF-8, UTF-16 and every encoding that the XML declaration names and Qt knows are understood. Documents
 /// that declare entities or attribute defaults in themselves are refused: no mapping needs them, and a few
 /// bytes of them can stand for gigabytes.
-Outcome parse(const QByteArray &bytes, QDomDocument *document, QString *reason);
+///
+/// @p lines, if given, has the line that each element's begin tag ends in, in document order.
+Outcome parse(const QByteArray &bytes, QDomDocument *document, QString *reason,
+              std::vector<qint64> *lines = nullptr);
 
 /// @p document, as parse() gives it, in UTF-8, indented by one blank a level.
 QByteArray serialize(QDomDocument *document);
+
+/// The same, with each element's attributes in the order of their names: the same bytes for the same document
+/// on every computer. Neither comments nor text beside elements.
+QByteArray serializeInOrder(const QDomDocument &document);
 
 /// @p text without the characters that XML 1.0 has no way to carry: control characters other than tab and
 /// line ends, halves of surrogate pairs, U+FFFE and U+FFFF.

@@ -415,6 +415,18 @@ FileResult MappingSession::saveAs(const QString &name)
     });
 }
 
+ImportedMappings::Outcome MappingSession::importFile(const QString &path)
+{
+    ImportedMappings file(path);
+    FileResult result = FileResult::failed(file.fault());
+    if (file.fault().isEmpty()) {
+        const QStringList names = file.chooseNames(m_files);
+        result = change({MappingStep::Kind::Import, -1, names.join(QLatin1String(", "))},
+                        MappingChange::File::Custom, [&] { return file.addTo(m_files); });
+    }
+    return file.outcome(result);
+}
+
 FileResult MappingSession::remove(const QString &name)
 {
     return change({MappingStep::Kind::Remove, -1, name}, MappingChange::File::Custom,

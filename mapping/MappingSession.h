@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mapping/FileResult.h"
+#include "mapping/ImportedMappings.h"
 #include "mapping/MappingFiles.h"
 #include "mapping/MappingSteps.h"
 #include "mapping/XmlMappingReader.h"
@@ -93,6 +94,9 @@ public:
 
     /// Adds what is in use to the user's mappings as @p name. Others of this name stay.
     FileResult saveAs(const QString &name);
+
+    /// Adds the mappings of the file at @p path to the user's.
+    ImportedMappings::Outcome importFile(const QString &path);
 
     /// Removes the first of the user's mappings that is called @p name; one without a name for an empty one.
     FileResult remove(const QString &name);

@@ -17,12 +17,13 @@ struct MappingStep {
         Use,     ///< another mapping is in use
         Save,    ///< the mapping in use became one of the user's own
         Remove,  ///< one of the user's own is gone
+        Import,  ///< mappings of a file became the user's own
         Restore, ///< an earlier version of a file is back
     };
 
     Kind kind = Kind::Assign;
     int control = -1; ///< with Assign
-    QString name;     ///< the mapping's, or with Restore the file's
+    QString name;     ///< the mapping's or, with Import, the mappings', or with Restore the file's
 };
 
 Q_DECLARE_METATYPE(MappingStep)

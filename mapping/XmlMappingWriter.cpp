@@ -74,10 +74,21 @@ XmlMappingWriter::XmlMappingWriter(const QString &dataDirectory, QObject *parent
 
 FileResult XmlMappingWriter::saveMap(const ZRButtonMap *map, const QString &fileName, bool alone)
 {
+    return map == nullptr ? leftUntouched(fullPath(fileName), QStringLiteral("no mapping was given"))
+                          : saveMaps({map}, fileName, alone);
+}
+
+FileResult XmlMappingWriter::saveMaps(const QList<const ZRButtonMap *> &maps, const QString &fileName,
+                                      bool alone)
+{
     const QString path = fullPath(fileName);
     const MappingFile::ReadResult file = MappingFile::read(path);
-    if (map == nullptr || file.status == MappingFile::Status::Refused) {
-        return leftUntouched(path, map == nullptr ? QStringLiteral("no mapping was given") : file.reason);
+    if (file.status == MappingFile::Status::Refused) {
+        return leftUntouched(path, file.reason);
+    }
+    QStringList names;
+    for (const ZRButtonMap *map : maps) {
+        names.append(map->name);
     }
     QByteArray content = alone ? QByteArray() : file.bytes;
     QDomDocument document;
@@ -87,8 +98,9 @@ FileResult XmlMappingWriter::saveMap(const ZRButtonMap *map, const QString &file
         content += emptyDocument;
         outcome = MappingDocument::parse(content, &document, &reason);
         if (outcome == Outcome::Malformed) {
-            qCWarning(lcMapping).noquote() << "The mapping" << map->name << "was not saved, the file" << path
-                                           << "does not parse:" << reason;
+            qCWarning(lcMapping).noquote()
+                << "The mapping" << names.join(QLatin1String(", ")) << "was not saved, the file" << path
+                << "does not parse:" << reason;
             const FileResult copied = copyAside(path, file.bytes);
             if (!copied) {
                 return leftUntouched(path, copied.reason());
@@ -105,14 +117,25 @@ FileResult XmlMappingWriter::saveMap(const ZRButtonMap *map, const QString &file
     if (outcome == Outcome::Refused) {
         return leftUntouched(path, reason);
     }
-    qCInfo(lcMapping).noquote().nospace() << "Save to XML: " << map->name;
+    qCInfo(lcMapping).noquote().nospace() << "Save to XML: " << names.join(QLatin1String(", "));
     QDomElement root = document.firstChildElement(QStringLiteral("ZR"));
     if (root.isNull()) {
         const FileResult rewritten = rewrite(path, &document);
         return rewritten ? FileResult::failed(QStringLiteral("it has no place for a mapping")) : rewritten;
     }
-    root.appendChild(MappingElement::write(&document, map->name, map->actions));
+    for (const ZRButtonMap *map : maps) {
+        root.appendChild(MappingElement::write(&document, map->name, map->actions));
+    }
     return rewrite(path, &document);
+}
+
+QByteArray XmlMappingWriter::fileOf(const ZRButtonMap &map)
+{
+    QDomDocument document;
+    QDomElement root = document.createElement(QStringLiteral("ZR"));
+    root.appendChild(MappingElement::write(&document, map.name, map.actions));
+    document.appendChild(root);
+    return MappingDocument::serializeInOrder(document);
 }
 
 FileResult XmlMappingWriter::saveToCustom(const ZRButtonMap *map)

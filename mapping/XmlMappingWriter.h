@@ -35,6 +35,13 @@ public:
     /// labels.
     FileResult saveMap(const ZRButtonMap *map, const QString &fileName, bool alone);
 
+    /// The same for several maps, in their order: all of them or none.
+    FileResult saveMaps(const QList<const ZRButtonMap *> &maps, const QString &fileName, bool alone);
+
+    /// The bytes of a file that holds @p map alone, the same for the same mapping on every computer. Else it
+    /// looks as saveMap() writes one.
+    static QByteArray fileOf(const ZRButtonMap &map);
+
     /// Appends @p map to "/custom.xml".
     FileResult saveToCustom(const ZRButtonMap *map);
 

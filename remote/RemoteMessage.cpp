@@ -1,36 +1,28 @@
 #include "remote/RemoteMessage.h"
 
 #include <QCoreApplication>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include <QList>
 
 #include <algorithm>
 
 namespace
 {
 
-const QString commandKey = QStringLiteral("command");
-const QString argumentsKey = QStringLiteral("arguments");
-const QString jsonKey = QStringLiteral("json");
-const QString statusKey = QStringLiteral("status");
-const QString textKey = QStringLiteral("text");
+const QByteArray plainWord = QByteArrayLiteral("plain");
+const QByteArray jsonWord = QByteArrayLiteral("json");
 
 constexpr int highestStatus = 255;
 
-QByteArray line(const QJsonObject &object)
+QByteArray word(const QString &text)
 {
-    return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
+    return text.toUtf8().toPercentEncoding();
 }
 
-std::optional<QJsonObject> object(const QByteArray &line)
+std::optional<QString> textOf(const QByteArray &word)
 {
-    QJsonParseError error{};
-    const QJsonDocument document = QJsonDocument::fromJson(line, &error);
-    if (error.error != QJsonParseError::NoError || !document.isObject()) {
-        return std::nullopt;
-    }
-    return document.object();
+    const QByteArray bytes = QByteArray::fromPercentEncoding(word);
+    const QString text = QString::fromUtf8(bytes);
+    return text.toUtf8() == bytes && !text.contains(QChar(QChar::Null)) ? std::optional(text) : std::nullopt;
 }
 
 bool isCommand(const QString &text)
@@ -50,16 +42,18 @@ QString say(const char *text)
 
 QByteArray RemoteMessage::write(const RemoteRequest &request)
 {
-    return line({{commandKey, request.command},
-                 {argumentsKey, QJsonArray::fromStringList(request.arguments)},
-                 {jsonKey, request.json}});
+    QList<QByteArray> words{word(request.command), request.json ? jsonWord : plainWord};
+    for (const QString &argument : request.arguments) {
+        words.append(word(argument));
+    }
+    return words.join(' ') + '\n';
 }
 
 QByteArray RemoteMessage::write(const RemoteAnswer &answer)
 {
-    const QByteArray written = line({{statusKey, answer.status}, {textKey, answer.text}});
-    return written.size() <= maximumAnswer
-               ? written
+    const QByteArray line = QByteArray::number(answer.status) + ' ' + word(answer.text) + '\n';
+    return line.size() <= maximumAnswer + 1
+               ? line
                : write(RemoteAnswer{1, say(QT_TRANSLATE_NOOP("RemoteMessage", "The answer is too long."))});
 }
 
@@ -72,39 +66,35 @@ std::optional<RemoteRequest> RemoteMessage::readRequest(const QByteArray &line, 
     if (line.size() > maximumRequest) {
         return refused(QT_TRANSLATE_NOOP("RemoteMessage", "The request is too long."));
     }
-    const auto content = object(line);
-    if (!content) {
-        return refused(QT_TRANSLATE_NOOP("RemoteMessage", "The request is no JSON object."));
-    }
+    const QList<QByteArray> words = line.split(' ');
     RemoteRequest request;
-    request.command = content->value(commandKey).toString();
-    request.json = content->value(jsonKey).toBool();
-    if (!isCommand(request.command)) {
+    request.command = textOf(words.constFirst()).value_or(QString());
+    if (!isCommand(request.command) || words.size() < 2 || (words[1] != plainWord && words[1] != jsonWord)) {
         return refused(QT_TRANSLATE_NOOP("RemoteMessage", "The request names no command."));
     }
-    const QJsonArray arguments = content->value(argumentsKey).toArray();
-    if (arguments.size() > maximumArguments) {
+    request.json = words[1] == jsonWord;
+    if (words.size() > 2 + maximumArguments) {
         return refused(QT_TRANSLATE_NOOP("RemoteMessage", "The request has too many arguments."));
     }
-    for (const QJsonValue &argument : arguments) {
-        if (!argument.isString() || argument.toString().contains(QChar(QChar::Null))) {
+    for (const QByteArray &each : words.mid(2)) {
+        const auto argument = textOf(each);
+        if (!argument) {
             return refused(
                 QT_TRANSLATE_NOOP("RemoteMessage", "The request has an argument that is no text."));
         }
-        request.arguments.append(argument.toString());
+        request.arguments.append(*argument);
     }
     return request;
 }
 
 std::optional<RemoteAnswer> RemoteMessage::readAnswer(const QByteArray &line)
 {
-    const auto content = line.size() <= maximumAnswer ? object(line) : std::nullopt;
-    if (!content || !content->value(statusKey).isDouble() || !content->value(textKey).isString()) {
+    const QList<QByteArray> words = line.size() <= maximumAnswer ? line.split(' ') : QList<QByteArray>();
+    bool isNumber = false;
+    const int status = words.value(0).toInt(&isNumber);
+    const auto text = textOf(words.value(1));
+    if (words.size() != 2 || !isNumber || status < 0 || status > highestStatus || !text) {
         return std::nullopt;
     }
-    const int status = content->value(statusKey).toInt(-1);
-    if (status < 0 || status > highestStatus) {
-        return std::nullopt;
-    }
-    return RemoteAnswer{status, content->value(textKey).toString()};
+    return RemoteAnswer{status, *text};
 }

@@ -20,8 +20,11 @@ struct RemoteAnswer {
         text; ///< for standard output with the status 0, else for standard error; without the last line end
 };
 
-/// How requests and answers travel: each is one line, a JSON object in UTF-8. One request and one answer a
-/// connection.
+/// How requests and answers travel: each is one line of words with a blank between, which are UTF-8 in
+/// percent encoding. One request and one answer a connection.
+///
+/// | request | COMMAND plain ARGUMENT... or COMMAND json ARGUMENT... |
+/// | answer  | STATUS TEXT                                            |
 namespace RemoteMessage
 {
 

@@ -308,6 +308,14 @@
         <source>Bring an earlier version of a mapping file back.</source>
         <translation>Eine frühere Fassung einer Belegungsdatei zurückholen.</translation>
     </message>
+    <message>
+        <source>Add the mappings of this file to your own.</source>
+        <translation>Die Belegungen dieser Datei zu den eigenen legen.</translation>
+    </message>
+    <message>
+        <source>Write the mapping of this name to a new file.</source>
+        <translation>Die Belegung dieses Namens in eine neue Datei schreiben.</translation>
+    </message>
 </context>
 <context>
     <name>DevicePicture</name>
@@ -375,6 +383,13 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>Launch on startup could not be changed.</source>
         <translation>Der Autostart ließ sich nicht ändern.</translation>
+    </message>
+</context>
+<context>
+    <name>FileDrop</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
     </message>
 </context>
 <context>
@@ -511,6 +526,61 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>%1 is back. What was there before is in the history now.</source>
         <translation>%1 ist wieder da. Was zuvor da war, steht jetzt bei den früheren Fassungen.</translation>
+    </message>
+</context>
+<context>
+    <name>ImportedMappings</name>
+    <message>
+        <source>“%1” is no number of a control, which are 0 to 9</source>
+        <translation>„%1“ ist keine Nummer eines Bedienelements, die von 0 bis 9 gehen</translation>
+    </message>
+    <message>
+        <source>button %1</source>
+        <translation>Taste %1</translation>
+    </message>
+    <message>
+        <source>%1 is no layer</source>
+        <translation>%1 ist keine Ebene</translation>
+    </message>
+    <message>
+        <source>“%1” is no action</source>
+        <translation>„%1“ ist keine Aktion</translation>
+    </message>
+    <message>
+        <source>“%1” is no single character</source>
+        <translation>„%1“ ist kein einzelnes Zeichen</translation>
+    </message>
+    <message>
+        <source>“%1” is no number</source>
+        <translation>„%1“ ist keine Zahl</translation>
+    </message>
+    <message>
+        <source>line %1, %2: %3</source>
+        <translation>Zeile %1, %2: %3</translation>
+    </message>
+    <message>
+        <source>there is no such file</source>
+        <translation>es gibt keine solche Datei</translation>
+    </message>
+    <message>
+        <source>it holds no mapping</source>
+        <translation>sie enthält keine Belegung</translation>
+    </message>
+    <message>
+        <source>it holds more than %1 mappings</source>
+        <translation>sie enthält mehr als %1 Belegungen</translation>
+    </message>
+    <message>
+        <source>“%1” was not imported: %2.</source>
+        <translation>„%1“ wurde nicht importiert: %2.</translation>
+    </message>
+    <message>
+        <source>“%1” was imported.</source>
+        <translation>„%1“ wurde importiert.</translation>
+    </message>
+    <message>
+        <source>Imported: %1</source>
+        <translation>Importiert: %1</translation>
     </message>
 </context>
 <context>
@@ -890,10 +960,6 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
         <translation>Die Anfrage ist zu lang.</translation>
     </message>
     <message>
-        <source>The request is no JSON object.</source>
-        <translation>Die Anfrage ist kein JSON-Objekt.</translation>
-    </message>
-    <message>
         <source>The request names no command.</source>
         <translation>Die Anfrage nennt keinen Befehl.</translation>
     </message>
@@ -1100,6 +1166,33 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>%1 is as it was.</source>
         <translation>%1 ist wie zuvor.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; was imported.</source>
+        <translation>„%1“ wurde importiert.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not imported any more.</source>
+        <translation>„%1“ ist nicht mehr importiert.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; was imported again.</source>
+        <translation>„%1“ wurde wieder importiert.</translation>
+    </message>
+</context>
+<context>
+    <name>TravelCommands</name>
+    <message>
+        <source>There is no mapping “%1”.</source>
+        <translation>Es gibt keine Belegung „%1“.</translation>
+    </message>
+    <message>
+        <source>“%1” was not exported: %2 is there already.</source>
+        <translation>„%1“ wurde nicht exportiert: %2 gibt es schon.</translation>
+    </message>
+    <message>
+        <source>“%1” was not exported: %2.</source>
+        <translation>„%1“ wurde nicht exportiert: %2.</translation>
     </message>
 </context>
 <context>

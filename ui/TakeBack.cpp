@@ -72,6 +72,9 @@ void TakeBack::sayDone(const MappingStep &step)
         m_notices.sayStep(
             {isListed(name) ? tr("The first '%1' was deleted.") : tr("'%1' was deleted."), name}, true);
         break;
+    case MappingStep::Kind::Import:
+        m_notices.sayStep({tr("'%1' was imported."), name}, true);
+        break;
     case MappingStep::Kind::Restore:
         m_notices.sayStep({tr("An earlier %1 is back."), name}, true);
         break;
@@ -92,6 +95,8 @@ MapNotices::Words TakeBack::words(const MappingStep &step, MappingSession::Way w
         return {back ? tr("'%1' is no longer saved.") : tr("'%1' is saved again."), name};
     case MappingStep::Kind::Remove:
         return {back ? tr("'%1' is back.") : tr("'%1' was deleted again."), name};
+    case MappingStep::Kind::Import:
+        return {back ? tr("'%1' is not imported any more.") : tr("'%1' was imported again."), name};
     case MappingStep::Kind::Restore:
         break;
     }

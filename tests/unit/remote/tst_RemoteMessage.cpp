@@ -67,25 +67,21 @@ void tst_RemoteMessage::whatIsNoRequestGetsASentence_data()
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<QString>("fault");
 
-    const QString noObject = QStringLiteral("The request is no JSON object.");
     const QString noCommand = QStringLiteral("The request names no command.");
     const QString noText = QStringLiteral("The request has an argument that is no text.");
-    QTest::newRow("nothing") << QByteArray() << noObject;
-    QTest::newRow("noise") << QByteArray("\xFF\x00\x01{", 4) << noObject;
-    QTest::newRow("an array") << QByteArray("[]") << noObject;
-    QTest::newRow("cut off") << QByteArray(R"({"command":"use")") << noObject;
-    QTest::newRow("two") << QByteArray(R"({"command":"show"}{"command":"show"})") << noObject;
-    QTest::newRow("nested") << QByteArray(60000, '[') << noObject;
-    QTest::newRow("no command") << QByteArray("{}") << noCommand;
-    QTest::newRow("a number for a command") << QByteArray(R"({"command":7})") << noCommand;
-    QTest::newRow("a sentence for a command") << QByteArray(R"({"command":"show it"})") << noCommand;
-    QTest::newRow("a long command") << QByteArray(R"({"command":")") +
-                                           QByteArray(RemoteMessage::maximumCommand + 1, 'a') + "\"}"
+    QTest::newRow("nothing") << QByteArray() << noCommand;
+    QTest::newRow("noise") << QByteArray("\xFF\x00\x01{", 4) << noCommand;
+    QTest::newRow("blanks") << QByteArray(60000, ' ') << noCommand;
+    QTest::newRow("cut off") << QByteArray("use") << noCommand;
+    QTest::newRow("neither plain nor JSON") << QByteArray("use Mix") << noCommand;
+    QTest::newRow("a number for a command") << QByteArray("7 plain") << noCommand;
+    QTest::newRow("a sentence for a command") << QByteArray("show%20it plain") << noCommand;
+    QTest::newRow("a long command") << QByteArray(RemoteMessage::maximumCommand + 1, 'a') + " plain"
                                     << noCommand;
-    QTest::newRow("a number for an argument") << QByteArray(R"({"command":"use","arguments":[1]})") << noText;
-    QTest::newRow("NUL in an argument")
-        << QByteArray(R"({"command":"use","arguments":["a\u0000b"]})") << noText;
-    QTest::newRow("many arguments") << QByteArray(R"({"command":"use","arguments":["","","","",""]})")
+    QTest::newRow("no UTF-8") << QByteArray("use plain %C3%28") << noText;
+    QTest::newRow("half a surrogate pair") << QByteArray("use plain %ED%A0%80") << noText;
+    QTest::newRow("NUL in an argument") << QByteArray("use plain a%00b") << noText;
+    QTest::newRow("many arguments") << QByteArray("use plain a b c d e")
                                     << QStringLiteral("The request has too many arguments.");
     QTest::newRow("too long") << QByteArray(RemoteMessage::maximumRequest + 1, ' ')
                               << QStringLiteral("The request is too long.");
@@ -102,8 +98,8 @@ void tst_RemoteMessage::whatIsNoRequestGetsASentence()
 
 void tst_RemoteMessage::aRequestOfTheLargestSizeIsTaken()
 {
-    QByteArray line(R"({"command":"show")");
-    line += QByteArray(RemoteMessage::maximumRequest - line.size() - 1, ' ') + '}';
+    QByteArray line("use plain ");
+    line += QByteArray(RemoteMessage::maximumRequest - line.size(), 'x');
     QCOMPARE(line.size(), RemoteMessage::maximumRequest);
     QString fault;
     QVERIFY2(RemoteMessage::readRequest(line, &fault), qPrintable(fault));
@@ -114,12 +110,13 @@ void tst_RemoteMessage::whatIsNoAnswerIsNone_data()
     QTest::addColumn<QByteArray>("line");
 
     QTest::newRow("nothing") << QByteArray();
-    QTest::newRow("an empty object") << QByteArray("{}");
-    QTest::newRow("no text") << QByteArray(R"({"status":0})");
-    QTest::newRow("no status") << QByteArray(R"({"text":""})");
-    QTest::newRow("a status that no process has") << QByteArray(R"({"status":256,"text":""})");
-    QTest::newRow("a negative status") << QByteArray(R"({"status":-1,"text":""})");
-    QTest::newRow("half a status") << QByteArray(R"({"status":0.5,"text":""})");
+    QTest::newRow("no text") << QByteArray("0");
+    QTest::newRow("no status") << QByteArray(" text");
+    QTest::newRow("two texts") << QByteArray("0 a b");
+    QTest::newRow("no UTF-8") << QByteArray("0 \xFF");
+    QTest::newRow("a status that no process has") << QByteArray("256 text");
+    QTest::newRow("a negative status") << QByteArray("-1 text");
+    QTest::newRow("half a status") << QByteArray("0.5 text");
 }
 
 void tst_RemoteMessage::whatIsNoAnswerIsNone()

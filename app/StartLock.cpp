@@ -1,0 +1,32 @@
+#include "app/StartLock.h"
+
+#include "app/Leftovers.h"
+
+#include <QDeadlineTimer>
+#include <QStandardPaths>
+#include <QThread>
+
+namespace
+{
+
+constexpr int patience = 10000; // ms; far more than any number of starts at once needs
+
+} // namespace
+
+StartLock::StartLock(const QString &key)
+    : m_path(folder() + QLatin1Char('/') + key + QStringLiteral(".lock"))
+    , m_file(m_path)
+{
+    // A lock whose process is gone is stale at once; one whose process lives never is.
+    m_file.setStaleLockTime(0);
+    const QDeadlineTimer deadline(patience);
+    while (!m_file.tryLock(0) && m_file.error() == QLockFile::LockFailedError && !deadline.hasExpired()) {
+        Leftovers::clearLock(m_path);
+        QThread::msleep(3);
+    }
+}
+
+QString StartLock::folder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+}

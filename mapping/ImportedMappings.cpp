@@ -1,0 +1,256 @@
+#include "mapping/ImportedMappings.h"
+
+#include "mapping/MappingDocument.h"
+#include "mapping/MappingElement.h"
+#include "mapping/MappingFile.h"
+#include "mapping/SpecialAction.h"
+#include "mapping/XmlMappingReader.h"
+#include "mapping/XmlMappingWriter.h"
+
+#include <QDomDocument>
+#include <QFileInfo>
+
+#include <limits>
+#include <utility>
+
+namespace
+{
+
+constexpr int hexadecimal = 16;
+constexpr int longestQuote = 30; // characters of a file's in a sentence
+
+QString quoted(const QString &text)
+{
+    return text.size() <= longestQuote ? text : text.left(longestQuote) + QChar(0x2026);
+}
+
+// Goes through a document as XmlMappingReader does, and notes the first thing that it would leave out or take
+// for something else.
+class Walk
+{
+    Q_DECLARE_TR_FUNCTIONS(ImportedMappings)
+
+public:
+    Walk(std::vector<qint64> lines, std::vector<std::unique_ptr<ZRButtonMap>> *maps)
+        : m_lines(std::move(lines))
+        , m_maps(maps)
+    {
+    }
+
+    // Depth is bounded (MappingDocument::maximumDepth).
+    void document(const QDomNode &parent)
+    {
+        for (QDomElement child = parent.firstChildElement(); !child.isNull();
+             child = child.nextSiblingElement()) {
+            ++m_element;
+            if (child.tagName() == QLatin1String("MAPPING")) {
+                mapping(child);
+            } else {
+                document(child);
+            }
+        }
+    }
+
+    const QString &fault() const { return m_fault; }
+
+private:
+    void mapping(const QDomElement &element)
+    {
+        const QString name = element.attribute(QStringLiteral("software"));
+        m_maps->push_back(
+            std::make_unique<ZRButtonMap>(name.isEmpty() ? XmlMappingReader::nameForNone() : name));
+        m_place = QString(QChar(0x201C)) + quoted(m_maps->back()->name) + QChar(0x201D);
+        m_maps->back()->actions = MappingElement::readWhole(element);
+        for (QDomElement child = element.firstChildElement(); !child.isNull();
+             child = child.nextSiblingElement()) {
+            ++m_element;
+            button(child);
+        }
+    }
+
+    void button(const QDomElement &element)
+    {
+        const QString id = element.attribute(QStringLiteral("id"));
+        bool isNumber = false;
+        if (!ActionTable::has(id.toInt(&isNumber)) || !isNumber) {
+            report(tr("\u201c%1\u201d is no number of a control, which are 0 to 9").arg(quoted(id)));
+        }
+        const QString mappingsPlace = m_place;
+        m_place += QStringLiteral(", ") + tr("button %1").arg(quoted(id));
+        for (QDomElement child = element.firstChildElement(); !child.isNull();
+             child = child.nextSiblingElement()) {
+            ++m_element;
+            layer(child);
+        }
+        m_place = mappingsPlace;
+    }
+
+    void layer(const QDomElement &element)
+    {
+        const auto its = Layers::fromFileName(element.tagName());
+        const QString system = element.attribute(QStringLiteral("os"));
+        const QString buttonsPlace = m_place;
+        const bool isUsed = system.isEmpty() || system == QLatin1String("win");
+        if (its) {
+            m_place += QStringLiteral(", ") + Layers::shownName(*its);
+        } else {
+            report(tr("%1 is no layer").arg(quoted(element.tagName())));
+        }
+        for (QDomElement key = element.firstChildElement(); !key.isNull(); key = key.nextSiblingElement()) {
+            ++m_element;
+            if (isUsed) {
+                checkKey(key);
+            }
+            skip(key);
+        }
+        m_place = buttonsPlace;
+    }
+
+    // Elements that mean nothing have lines too.
+    void skip(const QDomElement &parent)
+    {
+        for (QDomElement child = parent.firstChildElement(); !child.isNull();
+             child = child.nextSiblingElement()) {
+            ++m_element;
+            skip(child);
+        }
+    }
+
+    void checkKey(const QDomElement &key)
+    {
+        const QString type = key.attribute(QStringLiteral("type"));
+        const QString text = key.text();
+        bool isNumber = true;
+        if (type == QLatin1String("special")) {
+            if (specialActionCode(text) == 0 && text != specialActionName(0)) {
+                report(tr("\u201c%1\u201d is no action").arg(quoted(text)));
+            }
+            return;
+        }
+        if (type.contains(QLatin1String("midi"))) {
+            checkMidi(key);
+            return;
+        }
+        if (type == QLatin1String("hex") || type == QLatin1String("int")) {
+            text.toInt(&isNumber, type == QLatin1String("hex") ? hexadecimal : 10);
+        } else if (text.size() > 1) {
+            report(tr("\u201c%1\u201d is no single character").arg(quoted(text)));
+        }
+        if (!isNumber) {
+            report(tr("\u201c%1\u201d is no number").arg(quoted(text)));
+        }
+    }
+
+    void checkMidi(const QDomElement &key)
+    {
+        if (key.attribute(QStringLiteral("channel")).isEmpty()) {
+            return; // it gets numbers, whatever it says
+        }
+        for (const char *name : {"channel", "cc", "on_touch", "after_touch", "note", "after_touch_on",
+                                 "knobcc", "m01h", "m3fh", "m0_127"}) {
+            bool isNumber = false;
+            const QString value = key.attribute(QLatin1String(name), QStringLiteral("0"));
+            value.toInt(&isNumber);
+            if (!isNumber) {
+                report(tr("\u201c%1\u201d is no number").arg(quoted(value)));
+            }
+        }
+    }
+
+    void report(const QString &what)
+    {
+        if (m_fault.isEmpty()) {
+            m_fault = tr("line %1, %2: %3").arg(QString::number(m_lines.at(m_element)), m_place, what);
+        }
+    }
+
+    const std::vector<qint64> m_lines;
+    std::vector<std::unique_ptr<ZRButtonMap>> *m_maps;
+    std::size_t m_element = static_cast<std::size_t>(-1); // where the walk is, in document order
+    QString m_place;
+    QString m_fault;
+};
+
+} // namespace
+
+ImportedMappings::ImportedMappings(const QString &path, int most)
+    : m_path(path)
+{
+    const MappingFile::ReadResult file = MappingFile::read(path);
+    if (file.status != MappingFile::Status::Read) {
+        m_fault = file.status == MappingFile::Status::Missing ? tr("there is no such file")
+                                                              : FileResult::failed(file.reason).inWords();
+        return;
+    }
+    QDomDocument document;
+    QString reason;
+    std::vector<qint64> lines;
+    if (MappingDocument::parse(file.bytes, &document, &reason, &lines) != MappingDocument::Outcome::Parsed) {
+        m_fault = FileResult::failed(reason).inWords();
+        return;
+    }
+    const int count = document.elementsByTagName(QStringLiteral("MAPPING")).size();
+    if (count == 0 || count > most) {
+        m_fault = count == 0 ? tr("it holds no mapping") : tr("it holds more than %1 mappings").arg(most);
+        return;
+    }
+    Walk walk(std::move(lines), &m_maps);
+    walk.document(document);
+    m_fault = walk.fault();
+}
+
+ImportedMappings::Outcome ImportedMappings::import(const QString &path, const MappingFiles &files)
+{
+    ImportedMappings file(path);
+    file.chooseNames(files);
+    return file.outcome(file.fault().isEmpty() ? file.addTo(files) : FileResult::failed(file.fault()));
+}
+
+QStringList ImportedMappings::chooseNames(const MappingFiles &files)
+{
+    const ImportedMappings own(files.custom(), std::numeric_limits<int>::max());
+    QSet<QString> taken;
+    for (const auto &map : own.maps()) {
+        taken.insert(map->name);
+    }
+    QStringList names;
+    for (const auto &map : m_maps) {
+        map->name = freeName(map->name, taken);
+        taken.insert(map->name);
+        names.append(map->name);
+    }
+    return names;
+}
+
+FileResult ImportedMappings::addTo(const MappingFiles &files) const
+{
+    QList<const ZRButtonMap *> maps;
+    for (const auto &map : m_maps) {
+        maps.append(map.get());
+    }
+    return XmlMappingWriter(files.directory()).saveMaps(maps, MappingFiles::customName, false);
+}
+
+ImportedMappings::Outcome ImportedMappings::outcome(const FileResult &result) const
+{
+    if (!result) {
+        return {
+            {},
+            tr("\u201c%1\u201d was not imported: %2.").arg(QFileInfo(m_path).fileName(), result.inWords())};
+    }
+    QStringList names;
+    for (const auto &map : m_maps) {
+        names.append(map->name);
+    }
+    return {names, names.size() == 1 ? tr("\u201c%1\u201d was imported.").arg(names.constFirst())
+                                     : tr("Imported: %1").arg(names.join(QLatin1String(", ")))};
+}
+
+QString ImportedMappings::freeName(const QString &name, const QSet<QString> &taken)
+{
+    QString free = name;
+    for (int number = 2; taken.contains(free); ++number) {
+        free = QStringLiteral("%1 (%2)").arg(name).arg(number);
+    }
+    return free;
+}

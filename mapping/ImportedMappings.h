@@ -1,0 +1,61 @@
+#pragma once
+
+#include "mapping/FileResult.h"
+#include "mapping/MappingFiles.h"
+#include "mapping/ZRButtonMap.h"
+
+#include <QCoreApplication>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+/// The mappings of a file that comes from somewhere else.
+///
+/// Where XmlMappingReader forgives, this does not: what that would leave out or take for 0 without a word is
+/// a fault here, and a file with a fault brings nothing.
+class ImportedMappings
+{
+    Q_DECLARE_TR_FUNCTIONS(ImportedMappings)
+
+public:
+    /// What became of an import.
+    struct Outcome {
+        QStringList names; ///< of the mappings that are the user's now; empty when nothing was imported
+        QString sentence;  ///< that says so, or what is wrong and where
+    };
+
+    static constexpr int mostMappings = 10000; ///< of a file that is imported
+
+    /// Adds the mappings of the file at @p path to the user's in @p files, all or none.
+    static Outcome import(const QString &path, const MappingFiles &files);
+
+    /// Reads the file at @p path, within the reader's bounds.
+    explicit ImportedMappings(const QString &path, int most = mostMappings);
+
+    /// What is wrong, in the user's language, with line and place where it has one; empty if nothing is.
+    const QString &fault() const { return m_fault; }
+
+    /// All fields of all mappings, those of the knob too. What could be read, if there is a fault.
+    const std::vector<std::unique_ptr<ZRButtonMap>> &maps() const { return m_maps; }
+
+    /// Gives a mapping whose name one of the user's in @p files has, or one before it, a number behind its
+    /// name, and returns all names.
+    QStringList chooseNames(const MappingFiles &files);
+
+    /// Adds them to the user's, all or none.
+    FileResult addTo(const MappingFiles &files) const;
+
+    /// What addTo() has returned, in words.
+    Outcome outcome(const FileResult &result) const;
+
+    /// @p name, or if @p taken has it, the first of "NAME (2)", "NAME (3)" and so on that it has not.
+    static QString freeName(const QString &name, const QSet<QString> &taken);
+
+private:
+    QString m_path;
+    QString m_fault;
+    std::vector<std::unique_ptr<ZRButtonMap>> m_maps;
+};

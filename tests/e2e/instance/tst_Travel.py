@@ -1,0 +1,131 @@
+"""Mappings travel as files: out of one user's folders and into another's, with a running program and without."""
+
+import json
+import os
+import signal
+import subprocess
+import unittest
+
+from desk import PROGRAM, Home, Lines, XServer, plain_environment, wait_for
+from windows import Windows
+
+WINDOW_SIZE = (900, 650)
+STARTED = 20  # s: patience with a start
+
+
+def button(label, key, layer="NORMAL"):
+    return f'<BUTTON id="3"><{layer} label="{label}"><KEY1 type="int">{key}</KEY1></{layer}></BUTTON>'
+
+
+MINE = ('<?xml version="1.0" encoding="UTF-8"?>\n<ZR>\n'
+        f'<MAPPING software="Mix">{button("Q", 81)}</MAPPING>\n'
+        f'<MAPPING software="M\u00fcller &amp; S\u00f6hne">{button("F5", 116, "SHIFT1")}</MAPPING>\n'
+        '<MAPPING software="Faders"><BUTTON id="0"><NORMAL label="Fader"><KEY1 type="midi_knob" channel="2" cc="7" '
+        'on_touch="127" after_touch="0" note="0" after_touch_on="1" knobcc="20" m01h="0" m3fh="1" m0_127="0"/></NORMAL>'
+        '</BUTTON></MAPPING>\n</ZR>\n')
+
+
+class Travel(unittest.TestCase):
+    def setUp(self):
+        self.home = Home()
+        self.addCleanup(self.home.cleanup)
+        with open(os.path.join(self.home.data, "custom.xml"), "w", encoding="utf-8") as file:
+            file.write(MINE)
+
+    def environment_of(self, home):
+        environment = plain_environment()
+        environment.pop("DISPLAY", None)
+        environment["DBUS_SESSION_BUS_ADDRESS"] = "disabled:"
+        home.add_to(environment)
+        return environment
+
+    def run_in(self, home, *arguments, **options):
+        done = subprocess.run([PROGRAM, *arguments], env={**self.environment_of(home), **options.pop("environment", {})},
+                              timeout=STARTED, check=False, text=True, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                              cwd=home.path)
+        return done.returncode, done.stdout, done.stderr
+
+    def start_in(self, home):
+        server = XServer()
+        self.addCleanup(server.stop)
+        windows = Windows(server.display)
+        program = Lines([PROGRAM], {**self.environment_of(home), "DISPLAY": server.name}, "stderr")
+        self.addCleanup(program.stop, signal.SIGKILL)
+        self.assertTrue(wait_for(lambda: windows.shown(WINDOW_SIZE), STARTED), program.texts())
+        return program
+
+    def content(self, home, name):
+        with open(os.path.join(home.path, name), "rb") as file:
+            return file.read()
+
+    def names(self, home):
+        code, output, errors = self.run_in(home, "--list", "--json")
+        self.assertEqual((code, errors), (0, ""))
+        return [entry["name"] for entry in json.loads(output) if entry["custom"]]
+
+    def test_all_of_it_moves_to_a_second_data_directory(self):
+        self.start_in(self.home)
+        names = self.names(self.home)
+        self.assertEqual(names, ["Mix", "M\u00fcller & S\u00f6hne", "Faders"])
+        there = Home()
+        self.addCleanup(there.cleanup)
+        self.start_in(there)
+        self.assertEqual(self.names(there), [])
+        for number, name in enumerate(names):
+            file = f"{number}.xml"
+            self.assertEqual(self.run_in(self.home, "--export", name, file), (0, "", ""))
+            path = os.path.join(self.home.path, file)
+            self.assertEqual(self.run_in(there, "--import", path), (0, f"\u201c{name}\u201d was imported.\n", ""))
+            self.assertEqual(self.run_in(there, "--export", name, file), (0, "", ""))
+            self.assertEqual(self.content(there, file), self.content(self.home, file))
+        self.assertEqual(self.names(there), names)
+        self.assertEqual(self.run_in(there, "--use", "M\u00fcller & S\u00f6hne"), (0, "", ""))
+
+    def test_without_a_running_program_it_is_done_all_the_same(self):
+        there = Home()
+        self.addCleanup(there.cleanup)
+        self.assertEqual(self.run_in(self.home, "--export", "Mix", "Mix.xml"), (0, "", ""))
+        path = os.path.join(self.home.path, "Mix.xml")
+        for name in ("Mix", "Mix (2)", "Mix (3)"):
+            self.assertEqual(self.run_in(there, "--import", path), (0, f"\u201c{name}\u201d was imported.\n", ""))
+        self.start_in(there)
+        self.assertEqual(self.names(there), ["Mix", "Mix (2)", "Mix (3)"])
+
+    def test_an_example_can_be_exported_before_the_first_start(self):
+        there = Home()
+        self.addCleanup(there.cleanup)
+        self.assertEqual(self.run_in(there, "--export", "GIMP", "GIMP.xml"), (0, "", ""))
+        self.assertIn(b'software="GIMP"', self.content(there, "GIMP.xml"))
+
+    def test_what_is_wrong_is_said_and_nothing_is_written(self):
+        bad = os.path.join(self.home.path, "bad.xml")
+        with open(bad, "w", encoding="utf-8") as file:
+            file.write('<ZR>\n<MAPPING software="Good"/>\n<MAPPING software="Bad">\n<BUTTON id="12"/>\n</MAPPING>\n</ZR>\n')
+        answer = (1, "", "veltrix: \u201cbad.xml\u201d was not imported: line 4, \u201cBad\u201d: \u201c12\u201d is no "
+                         "number of a control, which are 0 to 9.\n")
+        self.assertEqual(self.run_in(self.home, "--import", "bad.xml"), answer)
+        self.start_in(self.home)
+        self.assertEqual(self.run_in(self.home, "--import", "bad.xml"), answer)
+        self.assertEqual(self.home.file("custom.xml"), MINE)
+        code, _, errors = self.run_in(self.home, "--import", "bad.xml",
+                                      environment={"LC_ALL": "de_DE.UTF-8", "LANGUAGE": "de"})
+        self.assertEqual(code, 1)  # in the language of the running one
+
+    def test_an_export_replaces_no_file(self):
+        with open(os.path.join(self.home.path, "letter.xml"), "w", encoding="utf-8") as file:
+            file.write("Dear Ada")
+        code, _, errors = self.run_in(self.home, "--export", "Mix", "letter.xml")
+        self.assertEqual(code, 1)
+        self.assertIn("letter.xml is there already", errors)
+        self.assertEqual(self.content(self.home, "letter.xml"), b"Dear Ada")
+        self.assertEqual(self.run_in(self.home, "--export", "None such", "x.xml"),
+                         (1, "", "veltrix: There is no mapping \u201cNone such\u201d.\n"))
+        self.assertFalse(os.path.exists(os.path.join(self.home.path, "x.xml")))
+        code, _, errors = self.run_in(self.home, "--export", "Mix", os.path.join("no", "such", "folder.xml"))
+        self.assertEqual(code, 1)
+        self.assertIn("was not exported", errors)
+        self.assertEqual(self.run_in(self.home, "--export", "Mix")[0], 2)
+
+
+if __name__ == "__main__":
+    unittest.main()
