@@ -12,7 +12,6 @@ namespace
 {
 
 constexpr QSize panelSize(304, 137);
-constexpr int lineHeight = 22; // when there is one
 constexpr int buttonsTop = 105;
 
 const QLatin1String captionStyle("QLabel { color :#414141;}");
@@ -47,9 +46,9 @@ SaveDialog::SaveDialog(QWidget *parent)
     panel()->setStyleSheet(Look::accented(panelStyle));
     addText(title, {0, 6, panelSize.width(), 24}, captionStyle, textFont(12, 75))
         ->setAlignment(Qt::AlignCenter);
-    addText(tr("Save as:"), {10, 32, 284, 24}, captionStyle, textFont(12, 50));
+    addText(tr("Save as:"), {10, 29, 284, 22}, captionStyle, textFont(12, 50));
 
-    m_name->setGeometry(10, 58, 284, 34);
+    m_name->setGeometry(10, 52, 284, 33);
     m_name->setPlaceholderText(tr("type a name"));
     m_name->setStyleSheet(nameStyle);
     m_name->setFont(textFont(16, 50));
@@ -60,8 +59,7 @@ SaveDialog::SaveDialog(QWidget *parent)
                                           tr("Saves nothing"));
     m_ok = addPicture<ClickableLabel>(okPicture, {205, buttonsTop, 87, 22}, tr("OK"),
                                       tr("Adds it to your own mappings; others of the same name stay"));
-    m_line =
-        addText(QString(), {10, 97, 284, lineHeight}, captionStyle, Look::font(Look::Face::DialogStrong, 10));
+    m_line = addText(QString(), {10, 86, 284, 18}, captionStyle, Look::font(Look::Face::DialogStrong, 9));
     m_line->setObjectName(QStringLiteral("failure"));
     m_line->hide();
     connect(m_ok, &ClickableLabel::clicked, this, &SaveDialog::accept);
@@ -139,7 +137,7 @@ void SaveDialog::showConsequence(const QString &name)
     } else if (m_listed && m_listed(name)) {
         showLine(tr("This name is taken: both will be listed."), captionStyle);
     } else {
-        layOut(false);
+        m_line->hide();
     }
     m_name->setAccessibleDescription(m_line->isHidden() ? QString() : m_line->accessibleName());
 }
@@ -148,16 +146,7 @@ void SaveDialog::showLine(const QString &text, const QString &style)
 {
     m_line->setStyleSheet(style);
     FittingText::show(m_line, text);
-    layOut(true);
-}
-
-void SaveDialog::layOut(bool withLine)
-{
-    const int more = withLine ? lineHeight : 0;
-    m_line->setVisible(withLine);
-    m_cancel->move(m_cancel->x(), buttonsTop + more);
-    m_ok->move(m_ok->x(), buttonsTop + more);
-    setPanelHeight(panelSize.height() + more);
+    m_line->show();
 }
 
 void SaveDialog::restoreButtons()

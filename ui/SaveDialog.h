@@ -44,7 +44,6 @@ private:
     void restoreButtons();
     void showConsequence(const QString &name);
     void showLine(const QString &text, const QString &style);
-    void layOut(bool withLine);
 
     ClickableLabel *m_ok;
     ClickableLabel *m_cancel;

@@ -18,6 +18,9 @@ ENTRIES = ("Shortcut Key", "Midi", "Monitor Left", "Monitor Right", "Horizontal"
 PRINTER = (650, 32)
 SELECTOR = (760, 37)
 KEEP = (690, 112)
+UNDO = (690, 112)              # in Keep's place
+UNDO_BESIDE_KEEP = (730, 112)
+EMPTY = (450, 100)             # nothing lies there
 NORMAL_SLIDER = (450, 533)
 STARTUP_BOX = (31, 632)
 # Buttons of dialogs, whose panels lie in the middle of the page.

@@ -217,6 +217,70 @@ class PageJourneys(MockedDeviceTest):
         self.restart()
         self.assert_presses(5, 66)
 
+    def test_a_deletion_is_taken_back(self):
+        for name in ("One", "Two", "Three"):
+            self.desktop.save_as(name)
+        before = self.home.file("custom.xml")
+        self.desktop.set_mapping(2, 1, delete=True)
+        self.assertTrue(wait_for(lambda: '"Two"' not in self.home.file("custom.xml")))
+        self.desktop.click(desktop.UNDO)
+        self.assertTrue(wait_for(lambda: self.home.file("custom.xml") == before))
+
+        # By the keys too, and again; it is listed where it was.
+        self.desktop.set_mapping(2, 1, delete=True)
+        self.assertTrue(wait_for(lambda: '"Two"' not in self.home.file("custom.xml")))
+        without = self.home.file("custom.xml")
+        self.desktop.click(desktop.EMPTY)
+        self.desktop.keys("ctrl+z")
+        self.assertTrue(wait_for(lambda: self.home.file("custom.xml") == before))
+        self.desktop.keys("ctrl+shift+z")
+        self.assertTrue(wait_for(lambda: self.home.file("custom.xml") == without))
+        self.desktop.keys("ctrl+z")
+        self.assertTrue(wait_for(lambda: self.home.file("custom.xml") == before))
+
+        # What the file held first is there for longer.
+        versions = os.listdir(os.path.join(self.home.data, "history"))
+        self.assertEqual(len([name for name in versions if name.startswith("custom-")]), 1, versions)
+        self.restart()
+        self.assertEqual(self.home.file("custom.xml"), before)
+
+    def test_nothing_is_lost_on_a_wrong_click(self):
+        self.desktop.capture(5, "Normal", "a")
+        working_copy = self.home.file("current.xml")
+        self.desktop.choose(6, "Normal", "Left/right keys")  # nobody has written that
+        arrows = ["key 37 down", "key 37 up"]
+        self.assert_does(["BP6", "BR6", "KND", "KNR", "KNU"], *arrows)
+
+        # Another mapping over it.
+        self.desktop.set_mapping(1, 3)
+        self.desktop.click(desktop.UNDO_BESIDE_KEEP)
+        self.assert_presses(5, 65)
+        self.assert_does(["BP6", "BR6", "KND", "KNR", "KNU"], *arrows)
+
+        # Another action, and a shortcut, which is written.
+        self.desktop.choose(5, "Normal", "Circular")
+        self.desktop.click(desktop.EMPTY)
+        self.desktop.keys("ctrl+z")
+        self.assert_presses(5, 65)
+        self.desktop.capture(5, "Normal", "b")
+        self.assertNotEqual(self.home.file("current.xml"), working_copy)
+        self.desktop.click(desktop.EMPTY)
+        self.desktop.keys("ctrl+z")
+        self.assertTrue(wait_for(lambda: self.home.file("current.xml") == working_copy))
+        self.assert_presses(5, 65)
+        self.assert_does(["BP6", "BR6", "KND", "KNR", "KNU"], *arrows)
+
+        # A save under a name that is taken.
+        self.desktop.save_as("Mine")
+        mine = self.home.file("custom.xml")
+        self.desktop.save_as("Mine")
+        self.assertNotEqual(self.home.file("custom.xml"), mine)
+        self.desktop.click(desktop.EMPTY)
+        self.desktop.keys("ctrl+z")
+        self.assertTrue(wait_for(lambda: self.home.file("custom.xml") == mine))
+        self.restart()
+        self.assert_presses(5, 65)
+
     def test_what_is_kept_persists(self):
         self.desktop.set_mapping(1, 3)
         self.assertEqual(self.home.file("current.xml"), "")
