@@ -7,6 +7,7 @@
 #include "engine/platform/PlatformFactory.h"
 #include "engine/platform/Session.h"
 
+#include <QApplication>
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -14,6 +15,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -75,7 +77,7 @@ QString CommandLine::takeCommand(const QCommandLineParser &parser)
     if (call.json && (command == nullptr || !command->json)) {
         return tr("--json goes with --list and --status.");
     }
-    if (command != nullptr && !forStart.isEmpty()) {
+    if (command != nullptr && !command->desktop && !forStart.isEmpty()) {
         return tr("%1 and --%2 do not go together.")
             .arg(forStart.constFirst(), QLatin1String(command->option));
     }
@@ -132,6 +134,8 @@ CommandLine CommandLine::parse(const QStringList &arguments, const QString &envi
     }
     result.port = fromHere(parser.isSet(port) ? parser.value(port) : environmentPort);
     result.input = parser.value(input);
+    result.call.port = result.port;
+    result.call.input = result.input;
     if (result.request == Request::Run && !inputs.contains(result.input)) {
         result.request = Request::Mistake;
         result.message = tr("--input takes one of %1.").arg(inputs.join(QLatin1String(", ")));
@@ -151,19 +155,32 @@ std::optional<int> CommandLine::answerEarly(int argc, char **argv)
 {
     using namespace std::string_view_literals;
     constexpr std::array questions{"-h"sv, "--help"sv, "-v"sv, "--version"sv};
-    const bool asked = std::any_of(argv, argv + argc, [&](const char *argument) {
+    bool asked = false;
+    bool desktop = false;
+    std::for_each(argv, argv + argc, [&](const char *argument) {
         const QString option = QString::fromLocal8Bit(argument).section(QLatin1Char('='), 0, 0);
-        return std::find(questions.begin(), questions.end(), argument) != questions.end() ||
-               (option.startsWith(QLatin1String("--")) && Commands::find(option.mid(2)) != nullptr);
+        const Command *found =
+            option.startsWith(QLatin1String("--")) ? Commands::find(option.mid(2)) : nullptr;
+        asked = asked || found != nullptr ||
+                std::find(questions.begin(), questions.end(), argument) != questions.end();
+        desktop = desktop || (found != nullptr && found->desktop);
     });
     if (!asked) {
         return std::nullopt;
     }
-    const QCoreApplication application(argc, argv);
+    std::unique_ptr<PlatformFactory> platforms;
+    std::unique_ptr<QCoreApplication> application;
+    if (desktop) {
+        platforms = std::make_unique<PlatformFactory>();
+        application = std::make_unique<QApplication>(argc, argv);
+    } else {
+        application = std::make_unique<QCoreApplication>(argc, argv);
+    }
     AppInfo::introduce();
     Translations::install();
     QLoggingCategory::setFilterRules(QStringLiteral("veltrix.*.info=false")); // whoever asks gets the answer
-    const CommandLine line = parse(QCoreApplication::arguments(), QString());
+    CommandLine line = parse(QCoreApplication::arguments(), qEnvironmentVariable("VELTRIX_PORT"));
+    line.call.platforms = platforms.get();
     return line.request == Request::Run ? std::nullopt : std::optional(line.print());
 }
 

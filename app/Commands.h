@@ -5,10 +5,15 @@
 
 #include <vector>
 
+class PlatformFactory;
+
 /// What the command line has said of a command.
 struct CommandCall {
     QStringList values; ///< one for each word of Command::values
     bool json = false;
+    const PlatformFactory *platforms = nullptr; ///< for a command that needs the desktop
+    QString port;                               ///< for such a command: as CommandLine has it
+    QString input;
 };
 
 /// What the program can be asked to do instead of starting: it is done without a window, needs no display,
@@ -19,6 +24,8 @@ struct Command {
     const char *description; ///< for --help, in English
     bool json;               ///< --json goes with it
     int (*run)(const CommandCall &call); ///< prints, and returns the exit status. Has an application object.
+    bool desktop = false; ///< it looks at the desktop, as far as there is one: the object is a QApplication,
+                          ///< and --port and --input go with it
 };
 
 /// All commands. Each has its row here, and what it does in a file of its own.

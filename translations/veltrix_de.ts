@@ -316,6 +316,14 @@
         <source>Write the mapping of this name to a new file.</source>
         <translation>Die Belegung dieses Namens in eine neue Datei schreiben.</translation>
     </message>
+    <message>
+        <source>Tell what a request for support needs to know: device, input, paths, versions.</source>
+        <translation>Sagt, was eine Anfrage um Hilfe wissen muss: Gerät, Eingaben, Ordner, Versionen.</translation>
+    </message>
+    <message>
+        <source>Print the licences of the program and of what it is built on.</source>
+        <translation>Zeigt die Lizenzen des Programms und dessen, worauf es baut.</translation>
+    </message>
 </context>
 <context>
     <name>DevicePicture</name>
@@ -383,6 +391,85 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>Launch on startup could not be changed.</source>
         <translation>Der Autostart ließ sich nicht ändern.</translation>
+    </message>
+</context>
+<context>
+    <name>Doctor</name>
+    <message>
+        <source>%1 is there, and the running Veltrix uses it</source>
+        <translation>%1 ist da, und das laufende Veltrix benutzt ihn</translation>
+    </message>
+    <message>
+        <source>No display answers: there is no desktop, and no window can be shown</source>
+        <translation>Kein Bildschirm antwortet: es gibt keine Arbeitsfläche, und kein Fenster kann gezeigt werden</translation>
+    </message>
+    <message>
+        <source>Program: %1</source>
+        <translation>Programm: %1</translation>
+    </message>
+    <message>
+        <source>Mappings: %1</source>
+        <translation>Belegungen: %1</translation>
+    </message>
+    <message>
+        <source>Settings: %1</source>
+        <translation>Einstellungen: %1</translation>
+    </message>
+    <message>
+        <source>Log: %1</source>
+        <translation>Protokoll: %1</translation>
+    </message>
+    <message>
+        <source>User guide: %1</source>
+        <translation>Anleitung: %1</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>Gerät</translation>
+    </message>
+    <message>
+        <source>Running copy</source>
+        <translation>Laufendes Programm</translation>
+    </message>
+    <message>
+        <source>Session</source>
+        <translation>Sitzung</translation>
+    </message>
+    <message>
+        <source>Input</source>
+        <translation>Eingaben</translation>
+    </message>
+    <message>
+        <source>MIDI outputs</source>
+        <translation>MIDI-Ausgänge</translation>
+    </message>
+    <message>
+        <source>Tray</source>
+        <translation>Infobereich</translation>
+    </message>
+    <message>
+        <source>there is one</source>
+        <translation>ist vorhanden</translation>
+    </message>
+    <message>
+        <source>This desktop has none: start the program once more to bring a hidden window back</source>
+        <translation>Diese Arbeitsfläche hat keinen: noch einmal starten bringt ein verborgenes Fenster zurück</translation>
+    </message>
+    <message>
+        <source>Paths</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Versions</source>
+        <translation>Versionen</translation>
+    </message>
+    <message>
+        <source>Last lines of the log</source>
+        <translation>Letzte Zeilen des Protokolls</translation>
     </message>
 </context>
 <context>
@@ -655,6 +742,17 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>Shift 2</source>
         <translation>Shift 2</translation>
+    </message>
+</context>
+<context>
+    <name>LicenceDialog</name>
+    <message>
+        <source>Licences</source>
+        <translation>Lizenzen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
     </message>
 </context>
 <context>
@@ -1298,6 +1396,10 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>Downloading 0 %</source>
         <translation>Herunterladen: 0 %</translation>
+    </message>
+    <message>
+        <source>Shows the licences of Veltrix and of what it is built on</source>
+        <translation>Zeigt die Lizenzen von Veltrix und dessen, worauf es baut</translation>
     </message>
 </context>
 <context>

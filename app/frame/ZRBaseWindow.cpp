@@ -1,8 +1,10 @@
 #include "app/frame/ZRBaseWindow.h"
 
 #include "app/frame/AppInfo.h"
+#include "app/frame/ClickableLabel.h"
 #include "app/frame/FittingText.h"
 #include "app/frame/FocusFrame.h"
+#include "app/frame/LicenceDialog.h"
 #include "app/frame/Look.h"
 #include "app/frame/UserGuide.h"
 #include "net/ZRUpdater.h"
@@ -89,8 +91,14 @@ void ZRBaseWindow::buildHeader()
                                     QStringLiteral("background-image: url(:/icons/logo.png)"));
     logo->setAccessibleName(tr("Veltrix"));
 
-    addLabel(m_header, tr("VERSION") + QLatin1Char(' ') + QLatin1String(AppInfo::version), {154, 20, 110, 20},
-             9, versionStyle);
+    auto *version = Look::addPicture<ClickableLabel>(m_header, {154, 20, 110, 20}, versionStyle);
+    version->setObjectName(QStringLiteral("version"));
+    version->setFont(Look::font(Look::Face::Page, 9));
+    version->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    FittingText::show(version, tr("VERSION") + QLatin1Char(' ') + QLatin1String(AppInfo::version),
+                      tr("Shows the licences of Veltrix and of what it is built on"));
+    version->setAccessibleDescription(version->toolTip());
+    connect(version, &ClickableLabel::clicked, this, [this] { (new LicenceDialog(window()))->show(); });
 
     const struct {
         QString text;

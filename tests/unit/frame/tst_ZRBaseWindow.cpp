@@ -1,11 +1,16 @@
 #include "app/frame/AppInfo.h"
+#include "app/frame/ClickableLabel.h"
+#include "app/frame/LicenceDialog.h"
 #include "app/frame/UserGuide.h"
 #include "app/frame/ZRBaseWindow.h"
 #include "net/ZRUpdater.h"
 #include "tests/unit/frame/Browser.h"
 
+#include <QAccessible>
 #include <QGraphicsBlurEffect>
 #include <QLabel>
+#include <QPlainTextEdit>
+#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -21,6 +26,8 @@ class tst_ZRBaseWindow : public QObject
 private Q_SLOTS:
     void init();
     void headerTellsTheVersionAndThreeLinks();
+    void theVersionShowsTheLicences_data();
+    void theVersionShowsTheLicences();
     void linksOpenTheirPages_data();
     void linksOpenTheirPages();
     void anOfferBringsTheUpdatePanel();
@@ -72,6 +79,39 @@ void tst_ZRBaseWindow::headerTellsTheVersionAndThreeLinks()
     for (const auto *link : {"Contact", "User Guide", "Help"}) {
         QVERIFY2(shows(QLatin1String(link)), link);
     }
+}
+
+void tst_ZRBaseWindow::theVersionShowsTheLicences_data()
+{
+    QTest::addColumn<QString>("by");
+    for (const char *by : {"mouse", "keyboard", "screen reader"}) {
+        QTest::newRow(by) << QString::fromLatin1(by);
+    }
+}
+
+void tst_ZRBaseWindow::theVersionShowsTheLicences()
+{
+    QFETCH(QString, by);
+    auto *version = m_window->findChild<ClickableLabel *>(QStringLiteral("version"));
+    QCOMPARE(version->styleSheet(), QStringLiteral("color:rgba(255,255,255,0.32)"));
+    QCOMPARE(version->toolTip(), QStringLiteral("Shows the licences of Veltrix and of what it is built on"));
+    if (by == QLatin1String("mouse")) {
+        QTest::mouseClick(version, Qt::LeftButton);
+    } else if (by == QLatin1String("keyboard")) {
+        QVERIFY((version->focusPolicy() & Qt::TabFocus) != 0);
+        QTest::keyClick(version, Qt::Key_Return);
+    } else {
+        QAccessible::queryAccessibleInterface(version)->actionInterface()->doAction(
+            QAccessibleActionInterface::pressAction());
+        QCoreApplication::processEvents();
+    }
+    QPointer<LicenceDialog> dialog = m_window->findChild<LicenceDialog *>();
+    QVERIFY(dialog && dialog->isVisible());
+    const auto *text = dialog->findChild<QPlainTextEdit *>();
+    QVERIFY(text->isReadOnly());
+    QVERIFY(text->toPlainText().contains(QLatin1String("GNU LESSER GENERAL PUBLIC LICENSE")));
+    QTest::keyClick(dialog, Qt::Key_Escape);
+    QTRY_VERIFY(!dialog);
 }
 
 void tst_ZRBaseWindow::linksOpenTheirPages_data()
