@@ -107,7 +107,7 @@ void ZRMainWindow::addCloseButton()
     new FocusFrame(button);
     button->setToolTip(tr("Hide the window; the program goes on"));
     button->setObjectName(QStringLiteral("close"));
-    connect(button, &QPushButton::clicked, this, &ZRMainWindow::hide);
+    connect(button, &QPushButton::clicked, this, &ZRMainWindow::putAway);
 }
 
 void ZRMainWindow::addShortcuts()
@@ -117,7 +117,7 @@ void ZRMainWindow::addShortcuts()
         connect(shortcut, &QShortcut::activated, this, slot);
     };
     add("Ctrl+Q", &ZRMainWindow::close);
-    add("Ctrl+W", &ZRMainWindow::hide);
+    add("Ctrl+W", &ZRMainWindow::putAway);
 }
 
 void ZRMainWindow::addTrayIcon()
@@ -230,12 +230,20 @@ void ZRMainWindow::showOnFront()
     update();
 }
 
+void ZRMainWindow::putAway()
+{
+    hide();
+    if (!QSystemTrayIcon::isSystemTrayAvailable()) {
+        Q_EMIT hiddenWithoutTray();
+    }
+}
+
 void ZRMainWindow::closeEvent(QCloseEvent *event)
 {
     if (event->spontaneous()) {
         // Asked for by the user, with Alt+F4 or the window manager: it is what the button in the corner does.
         event->ignore();
-        hide();
+        putAway();
         return;
     }
     // Reached by "Quit" and by the end of the session, with the window shown or hidden, and whatever else is

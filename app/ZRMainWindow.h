@@ -50,6 +50,13 @@ public Q_SLOTS:
     /// Shows the window above the others, without taking the focus.
     void showOnFront();
 
+    /// Hides the window; the program goes on.
+    void putAway();
+
+Q_SIGNALS:
+    /// The user has hidden the window, and there is no tray icon to bring it back.
+    void hiddenWithoutTray();
+
 protected:
     void closeEvent(QCloseEvent *event) override;
     void showEvent(QShowEvent *event) override;

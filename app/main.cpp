@@ -4,6 +4,7 @@
 #include "app/Core.h"
 #include "app/DataDirectory.h"
 #include "app/FileDrop.h"
+#include "app/HidingNotice.h"
 #include "app/Leftovers.h"
 #include "app/Logging.h"
 #include "app/RemoteControl.h"
@@ -104,6 +105,8 @@ int main(int argc, char *argv[])
     RemoteServer remote([&control](const RemoteRequest &request) { return control.answer(request); });
     remote.listen(Session::userMark());
     const FileDrop fileDrop(window, *window.devicePage(), mappings);
+    QObject::connect(&window, &ZRMainWindow::hiddenWithoutTray, &window,
+                     [&] { HidingNotice::giveOnce(core.settings(), platform.notify); });
     if (show) {
         window.show();
     }

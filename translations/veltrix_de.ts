@@ -597,6 +597,17 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     </message>
 </context>
 <context>
+    <name>HidingNotice</name>
+    <message>
+        <source>Veltrix goes on</source>
+        <translation>Veltrix läuft weiter</translation>
+    </message>
+    <message>
+        <source>This desktop has no tray. Start Veltrix once more to bring its window back.</source>
+        <translation>Diese Arbeitsfläche hat keinen Infobereich. Veltrix noch einmal starten bringt das Fenster zurück.</translation>
+    </message>
+</context>
+<context>
     <name>HistoryCommands</name>
     <message>
         <source>damaged: %1</source>

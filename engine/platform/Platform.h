@@ -39,6 +39,10 @@ struct Platform {
     /// is ever called.
     Watch watchRefusedInput = [](const std::function<void()> &) { return std::unique_ptr<QObject>(); };
 
+    /// Shows a message with this title and text in the desktop's own way, and waits for nothing. It may come
+    /// to nothing: not every desktop has such a way.
+    std::function<void(const QString &, const QString &)> notify = [](const QString &, const QString &) {};
+
     QString input;  ///< where input goes, for the log: "X11: display :0, XTEST 2.2"
     QString notice; ///< what the user should know about it, translated; empty: nothing
 };

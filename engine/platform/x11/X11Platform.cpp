@@ -1,5 +1,6 @@
 #include "engine/platform/Platform.h"
 #include "engine/platform/PlatformLog.h"
+#include "engine/platform/linux/DesktopNotification.h"
 #include "engine/platform/linux/SessionKind.h"
 #include "engine/platform/linux/SignalWatcher.h"
 #include "engine/platform/linux/StartingProcess.h"
@@ -127,6 +128,7 @@ void addSystem(Platform &platform)
 {
     platform.desktop = std::make_unique<X11Desktop>();
     platform.autostart = std::make_unique<XdgAutostartEntry>();
+    platform.notify = DesktopNotification::show;
     // The end of the session needs nothing here: the toolkit quits when the session manager says so, and
     // systemd and display managers send SIGTERM.
     platform.watchQuitRequests = [](std::function<void()> quit) {

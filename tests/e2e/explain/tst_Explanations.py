@@ -6,11 +6,14 @@ import shutil
 import signal
 import subprocess
 import tempfile
+import threading
 import time
 import tty
 import unittest
 
-from desk import PROGRAM, Home, Lines, XServer, plain_environment, wait_for
+from gi.repository import Gio, GLib
+
+from desk import PROGRAM, START_SERVER, Home, Lines, XServer, plain_environment, wait_for
 from screen import capture
 from windows import Windows
 
@@ -188,7 +191,94 @@ class VerySmall(SmallScreen):
         self.whole(800, 600)
 
 
+class NotificationDesktop:
+    """A session bus with the notifications of a desktop, as far as they are asked for here."""
+
+    INTERFACE = """<node><interface name="org.freedesktop.Notifications"><method name="Notify">
+        <arg type="s" direction="in"/><arg type="u" direction="in"/><arg type="s" direction="in"/>
+        <arg type="s" direction="in"/><arg type="s" direction="in"/><arg type="as" direction="in"/>
+        <arg type="a{sv}" direction="in"/><arg type="i" direction="in"/><arg type="u" direction="out"/>
+        </method></interface></node>"""
+
+    def __init__(self):
+        self._bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"],
+                                     stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+        self.address = self._bus.stdout.readline().strip()
+        self.shown = []
+        self._loop = GLib.MainLoop()
+        threading.Thread(target=self._serve, daemon=True).start()
+
+    def _serve(self):
+        context = GLib.MainContext()
+        context.push_thread_default()
+        self._loop = GLib.MainLoop(context)
+        flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
+        self._connection = Gio.DBusConnection.new_for_address_sync(self.address, flags, None, None)
+        self._connection.register_object(
+            "/org/freedesktop/Notifications", Gio.DBusNodeInfo.new_for_xml(self.INTERFACE).interfaces[0], self._notify)
+        Gio.bus_own_name_on_connection(self._connection, "org.freedesktop.Notifications", Gio.BusNameOwnerFlags.NONE)
+        self._loop.run()
+
+    def _notify(self, _connection, _sender, _path, _interface, _method, arguments, invocation):
+        self.shown.append(arguments.unpack()[3:5])
+        invocation.return_value(GLib.Variant("(u)", (1,)))
+
+    def stop(self):
+        self._loop.quit()
+        self._bus.terminate()
+        self._bus.wait()
+        self._bus.stdout.close()
+
+
 class MovedAndHidden(Explanations):
+    def press(self, keys):
+        x, y, _, _ = self.window()
+        subprocess.run(["xdotool", "mousemove", str(x + 450), str(y + 560), "key", keys], env=self.environment, check=True)
+
+    def is_shown(self):
+        return any(place[2] > 600 for place in self.server.windows())
+
+    def with_window_manager(self):
+        ready = os.path.join(self.home.path, "ready")
+        manager = subprocess.Popen([START_SERVER, "window-manager", ready], env=self.environment, stdout=subprocess.DEVNULL,
+                                   stderr=subprocess.DEVNULL)
+        self.addCleanup(manager.wait)
+        self.addCleanup(manager.terminate)
+        self.assertTrue(wait_for(lambda: os.path.exists(ready), STARTED))
+
+    def test_the_keys_for_away_hide_it_and_a_second_start_brings_it_back(self):
+        self.with_window_manager()
+        running = self.start()
+        for keys in ("ctrl+w", "alt+F4"):
+            self.assertTrue(wait_for(self.is_shown))
+            time.sleep(0.5)  # the window manager gives it the keys
+            self.press(keys)
+            self.assertTrue(wait_for(lambda: not self.is_shown()), keys)
+            time.sleep(0.2)
+            self.assertIsNone(running.process.poll(), keys)
+            subprocess.run([PROGRAM], env=self.environment, check=True, stderr=subprocess.DEVNULL, timeout=STARTED)
+        self.assertTrue(wait_for(self.is_shown))
+        time.sleep(0.5)
+        self.press("ctrl+q")
+        self.assertEqual(running.process.wait(10), 0)
+
+    def test_without_a_tray_the_first_hiding_says_the_way_back(self):
+        desktop = NotificationDesktop()
+        self.addCleanup(desktop.stop)
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = desktop.address
+        self.with_window_manager()
+        self.start()
+        for _ in range(2):
+            self.assertTrue(wait_for(self.is_shown))
+            time.sleep(0.5)
+            self.press("ctrl+w")
+            self.assertTrue(wait_for(lambda: not self.is_shown()))
+            subprocess.run([PROGRAM], env=self.environment, check=True, stderr=subprocess.DEVNULL, timeout=STARTED)
+        self.assertTrue(wait_for(lambda: desktop.shown))
+        time.sleep(0.5)
+        self.assertEqual(desktop.shown, [
+            ("Veltrix goes on", "This desktop has no tray. Start Veltrix once more to bring its window back.")])
+
     def test_an_empty_place_moves_the_window(self):
         self.start()
         x, y, _, _ = self.window()

@@ -168,6 +168,9 @@ void tst_ZRMainWindow::keysHideAndQuit()
 
 void tst_ZRMainWindow::withoutATrayTheCloseButtonSaysTheWayBack()
 {
+    QSignalSpy hidden(m_window.get(), &ZRMainWindow::hiddenWithoutTray);
+    m_window->putAway();
+    QCOMPARE(hidden.size(), 1);
     QVERIFY(!QSystemTrayIcon::isSystemTrayAvailable()); // nothing is drawn in this test, so there is none
     QCOMPARE(
         m_window->findChild<QPushButton *>(QStringLiteral("close"))->toolTip(),
