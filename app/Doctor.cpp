@@ -29,7 +29,7 @@ namespace
 {
 
 constexpr int logLines = 20;
-constexpr qint64 logBytes = 16 * 1024;
+constexpr qint64 logBytes = qint64{16} * 1024;
 constexpr int patience = 2000;     // ms, for the running copy
 constexpr int tcpConnection = 300; // ms, on this computer
 

@@ -191,6 +191,16 @@ class VerySmall(SmallScreen):
         self.whole(800, 600)
 
 
+class LargeLetters(SmallScreen):
+    screen = "1366x768x24"
+
+    def test_the_window_is_whole(self):
+        # The toolkit alone would take twice the size.
+        subprocess.run(["xrdb", "-merge"], input="Xft.dpi: 192\n", text=True, env=self.environment, check=True)
+        self.whole(1366, 768)
+        self.assertGreater(self.window()[2], 900)
+
+
 class NotificationDesktop:
     """A session bus with the notifications of a desktop, as far as they are asked for here."""
 

@@ -2,6 +2,7 @@
 #include "app/Translations.h"
 #include "app/ZRMainWindow.h"
 #include "app/frame/AppFonts.h"
+#include "app/frame/LicenceDialog.h"
 #include "app/frame/WelcomeWindow.h"
 #include "app/frame/ZRDialog.h"
 #include "device/DeviceSearch.h"
@@ -209,6 +210,11 @@ void tst_TextsFit::openEverything(ZRMainWindow *window)
         check();
         QCOMPARE(welcome->findChild<QLabel *>(QStringLiteral("finding"))->text(), sentence); // not cut
     }
+    LicenceDialog licences(window);
+    licences.setAttribute(Qt::WA_DeleteOnClose, false);
+    licences.show();
+    check();
+    licences.hide();
     auto *page = window->devicePage();
     auto *menu = page->findChildren<ComboMenu *>().at(3);
     MidiMenu midi(page);
