@@ -1,13 +1,12 @@
 #include "app/FileDrop.h"
 
-#include "app/frame/ZRDialog.h"
-#include "mapping/MappingSession.h"
-
 #include <QDropEvent>
 #include <QMimeData>
 #include <QTimer>
 #include <QUrl>
 #include <QWidget>
+
+#include <utility>
 
 namespace
 {
@@ -25,16 +24,12 @@ QStringList localFiles(const QMimeData &data)
 
 } // namespace
 
-FileDrop::FileDrop(QWidget &window, const QWidget &page, MappingSession &mappings)
-    : m_window(window)
-    , m_page(page)
-    , m_mappings(mappings)
+FileDrop::FileDrop(QWidget &window, std::function<void(const QStringList &)> take)
+    : m_take(std::move(take))
 {
     window.setAcceptDrops(true);
     window.installEventFilter(this);
 }
-
-FileDrop::~FileDrop() = default;
 
 bool FileDrop::eventFilter(QObject *, QEvent *event)
 {
@@ -52,27 +47,7 @@ bool FileDrop::eventFilter(QObject *, QEvent *event)
     drop->accept();
     if (event->type() == QEvent::Drop) {
         // Whoever has dragged them waits for the end of this event.
-        QTimer::singleShot(0, this, [this, files] { import(files); });
+        QTimer::singleShot(0, this, [this, files] { m_take(files); });
     }
     return true;
-}
-
-void FileDrop::import(const QStringList &files)
-{
-    QStringList sentences;
-    bool allWell = true;
-    for (const QString &file : files) {
-        const ImportedMappings::Outcome outcome = m_mappings.importFile(file);
-        sentences.append(outcome.sentence);
-        allWell = allWell && !outcome.names.isEmpty();
-    }
-    if (allWell && files.size() == 1 && m_page.isVisible()) {
-        return;
-    }
-    if (m_message) {
-        m_message->hide();
-        m_message->deleteLater();
-    }
-    m_message = new ZRDialog(sentences.join(QLatin1Char('\n')), tr("OK"), QString(), &m_window);
-    m_message->show();
 }

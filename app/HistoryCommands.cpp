@@ -61,7 +61,8 @@ int HistoryCommands::list(const CommandCall & /*call*/)
     const QVector<FileHistory::Version> versions =
         FileHistory::versions(files.custom()) + FileHistory::versions(files.workingCopy());
     if (versions.isEmpty()) {
-        return Commands::answer(0, say(QT_TRANSLATE_NOOP("HistoryCommands", "There are no earlier versions yet.")));
+        return Commands::answer(
+            0, say(QT_TRANSLATE_NOOP("HistoryCommands", "There are no earlier versions yet.")));
     }
     QStringList lines;
     for (const FileHistory::Version &version : versions) {

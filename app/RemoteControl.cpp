@@ -69,9 +69,9 @@ RemoteAnswer RemoteControl::answer(const RemoteRequest &request) const
         RemoteAnswer (RemoteControl::*run)(const RemoteRequest &) const;
     };
     static constexpr std::array rows{
-        Row{"use", 1, &RemoteControl::use},         Row{"list", 0, &RemoteControl::list},
-        Row{"show", 0, &RemoteControl::show},       Row{"status", 0, &RemoteControl::status},
-        Row{"verbose", 0, &RemoteControl::verbose}, Row{"restore", 1, &RemoteControl::restore},
+        Row{"use", 1, &RemoteControl::use},           Row{"list", 0, &RemoteControl::list},
+        Row{"show", 0, &RemoteControl::show},         Row{"status", 0, &RemoteControl::status},
+        Row{"verbose", 0, &RemoteControl::verbose},   Row{"restore", 1, &RemoteControl::restore},
         Row{"import", 1, &RemoteControl::importFile},
     };
     const auto row = std::find_if(rows.begin(), rows.end(), [&request](const Row &each) {

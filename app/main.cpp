@@ -104,9 +104,10 @@ int main(int argc, char *argv[])
         {&mappings, &core.dispatcher(), [&window] { return window.isConnected(); }, bringWindow});
     RemoteServer remote([&control](const RemoteRequest &request) { return control.answer(request); });
     remote.listen(Session::userMark());
-    const FileDrop fileDrop(window, *window.devicePage(), mappings);
     QObject::connect(&window, &ZRMainWindow::hiddenWithoutTray, &window,
                      [&] { HidingNotice::giveOnce(core.settings(), platform.notify); });
+    const FileDrop fileDrop(
+        window, [&window](const QStringList &dropped) { window.devicePage()->importFiles(dropped); });
     if (show) {
         window.show();
     }

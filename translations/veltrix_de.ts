@@ -473,13 +473,6 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     </message>
 </context>
 <context>
-    <name>FileDrop</name>
-    <message>
-        <source>OK</source>
-        <translation>OK</translation>
-    </message>
-</context>
-<context>
     <name>FileResult</name>
     <message>
         <source>No space left on device</source>
@@ -818,6 +811,37 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>PDF files</source>
         <translation>PDF-Dateien</translation>
+    </message>
+</context>
+<context>
+    <name>MappingFileExchange</name>
+    <message>
+        <source>Export…</source>
+        <translation>Exportieren …</translation>
+    </message>
+    <message>
+        <source>Import…</source>
+        <translation>Importieren …</translation>
+    </message>
+    <message>
+        <source>“%1” was not exported: %2.</source>
+        <translation>„%1“ wurde nicht exportiert: %2.</translation>
+    </message>
+    <message>
+        <source>Export “%1”</source>
+        <translation>„%1“ exportieren</translation>
+    </message>
+    <message>
+        <source>Mappings (*.xml)</source>
+        <translation>Belegungen (*.xml)</translation>
+    </message>
+    <message>
+        <source>Import mappings</source>
+        <translation>Belegungen importieren</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
     </message>
 </context>
 <context>

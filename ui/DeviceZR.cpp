@@ -22,6 +22,7 @@
 #include "ui/DevicePicture.h"
 #include "ui/MapNotices.h"
 #include "ui/MapPrinter.h"
+#include "ui/MappingFileExchange.h"
 #include "ui/OverlayDialog.h"
 #include "ui/PageTexts.h"
 #include "ui/SaveDialog.h"
@@ -100,6 +101,8 @@ void DeviceZR::buildSelector()
 {
     m_selector = new ComboMapping(this);
     m_selector->setGeometry(680, 12, 160, 51);
+    m_files = new MappingFileExchange(*m_parts.mappings, this);
+    m_files->addMenuTo(m_selector);
     connect(m_selector, &ComboMapping::saveCurrentMap, this, &DeviceZR::saveCurrentMap);
     connect(m_selector, &ComboMapping::deleteMap, this, &DeviceZR::deleteMap);
     connect(m_selector, &ComboMapping::newMap, this, &DeviceZR::newMap);
@@ -152,6 +155,11 @@ void DeviceZR::buildSliders()
     m_shift1 = add({362, 568, 176, 16}, 70, tr("Knob sensitivity in Shift 1"));
     connect(m_normal, &QSlider::valueChanged, this, &DeviceZR::setKnobSensitivityNormal);
     connect(m_shift1, &QSlider::valueChanged, this, &DeviceZR::setKnobSensitivityShift1);
+}
+
+void DeviceZR::importFiles(const QStringList &files)
+{
+    m_files->import(files);
 }
 
 // The sliders are followed already: a first start stores what they then show.

@@ -17,6 +17,7 @@ class KnobSettings;
 class LaunchOnStartup;
 class MapNotices;
 class MapUpdate;
+class MappingFileExchange;
 class MappingSession;
 class QCheckBox;
 class QNetworkReply;
@@ -53,6 +54,9 @@ public:
     /// @p serial must outlive the page. Loads the session.
     DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts);
     ~DeviceZR() override;
+
+    /// Imports mappings, and says what became of it.
+    void importFiles(const QStringList &files);
 
     /// Ends the game as its chord on the device would.
     void leaveGame();
@@ -110,6 +114,7 @@ private:
     ClickableLabel *m_printer = nullptr;
     ComboMapping *m_selector = nullptr;
     MapNotices *m_notices = nullptr;
+    MappingFileExchange *m_files = nullptr;
     ActionMenus *m_menus = nullptr;
     DeviceIndicators *m_indicators = nullptr;
     QCheckBox *m_startup = nullptr;

@@ -11,6 +11,9 @@ from windows import Windows
 
 WINDOW_SIZE = (900, 650)
 STARTED = 20  # s: patience with a start
+CORNER = ("10", "10")
+IN_THE_CORNER = (60, 60)
+IN_THE_WINDOW = (640, 600)
 
 
 def button(label, key, layer="NORMAL"):
@@ -45,14 +48,31 @@ class Travel(unittest.TestCase):
                               cwd=home.path)
         return done.returncode, done.stdout, done.stderr
 
-    def start_in(self, home):
+    def start_in(self, home, *arguments):
+        """Returns the display of its X server and its windows."""
         server = XServer()
         self.addCleanup(server.stop)
         windows = Windows(server.display)
-        program = Lines([PROGRAM], {**self.environment_of(home), "DISPLAY": server.name}, "stderr")
+        program = Lines([PROGRAM, *arguments], {**self.environment_of(home), "DISPLAY": server.name}, "stderr")
         self.addCleanup(program.stop, signal.SIGKILL)
         self.assertTrue(wait_for(lambda: windows.shown(WINDOW_SIZE), STARTED), program.texts())
+        return server.name, windows
+
+    def dragger(self, display, *arguments):
+        """Another program in the screen's corner, out of which and into which files are dragged."""
+        program = Lines([os.environ["DRAGGER"], *CORNER, *arguments],
+                        {**self.environment_of(self.home), "DISPLAY": display}, "stdout")
+        self.addCleanup(program.stop, signal.SIGKILL)
+        self.assertTrue(program.wait_for("^ready$"))
         return program
+
+    def drag(self, display, start, end):
+        """With the mouse, as slowly as a hand."""
+        steps = ["mousemove", *start, "sleep", 0.3, "mousedown", 1, "sleep", 0.1]
+        for step in range(1, 11):
+            steps += ["mousemove", *(round(a + (b - a) * step / 10) for a, b in zip(start, end)), "sleep", 0.05]
+        subprocess.run(["xdotool", *map(str, steps), "sleep", "0.3", "mouseup", "1"], check=True,
+                       env={**self.environment_of(self.home), "DISPLAY": display})
 
     def content(self, home, name):
         with open(os.path.join(home.path, name), "rb") as file:
@@ -125,6 +145,34 @@ class Travel(unittest.TestCase):
         self.assertEqual(code, 1)
         self.assertIn("was not exported", errors)
         self.assertEqual(self.run_in(self.home, "--export", "Mix")[0], 2)
+
+    def test_a_file_is_dropped_on_the_window(self):
+        display, windows = self.start_in(self.home)
+        path = os.path.join(self.home.path, "from outside.xml")
+        with open(path, "w", encoding="utf-8") as file:
+            file.write('<ZR><MAPPING software="Mix"/><MAPPING software="New"/></ZR>')
+        dragger = self.dragger(display, path)
+        self.drag(display, IN_THE_CORNER, IN_THE_WINDOW)
+        self.assertTrue(dragger.wait_for("^dragged 1$"), dragger.texts())  # a copy: the file stays where it is
+        names = ["Mix", "M\u00fcller & S\u00f6hne", "Faders", "Mix (2)", "New"]
+        self.assertTrue(wait_for(lambda: self.names(self.home) == names), self.names(self.home))
+        self.assertTrue(os.path.exists(path))
+        # No device is there, and with it the page that would say so: a message does.
+        self.assertTrue(wait_for(lambda: len(windows.shown()) == 3), windows.shown())
+        subprocess.run(["xdotool", "key", "Return"], check=True,
+                       env={**self.environment_of(self.home), "DISPLAY": display})
+        self.assertTrue(wait_for(lambda: len(windows.shown()) == 2), windows.shown())
+
+    def test_a_file_with_a_fault_is_dropped_and_changes_nothing(self):
+        display, windows = self.start_in(self.home)
+        path = os.path.join(self.home.path, "bad.xml")
+        with open(path, "w", encoding="utf-8") as file:
+            file.write('<ZR><MAPPING software="Mix"/>')
+        dragger = self.dragger(display, path)
+        self.drag(display, IN_THE_CORNER, IN_THE_WINDOW)
+        self.assertTrue(dragger.wait_for("^dragged 1$"), dragger.texts())
+        self.assertTrue(wait_for(lambda: len(windows.shown()) == 3), windows.shown())
+        self.assertEqual(self.home.file("custom.xml"), MINE)
 
 
 if __name__ == "__main__":

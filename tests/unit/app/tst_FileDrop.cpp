@@ -71,7 +71,8 @@ void tst_FileDrop::init()
             return m_rig->makePage(parent, link, updater);
         },
         nullptr, m_rig->engine.clock);
-    m_drop = std::make_unique<FileDrop>(*m_window, *m_window->devicePage(), m_rig->mappings);
+    m_drop = std::make_unique<FileDrop>(
+        *m_window, [this](const QStringList &files) { m_window->devicePage()->importFiles(files); });
     m_window->show();
 }
 
@@ -97,7 +98,8 @@ bool tst_FileDrop::drop(const QMimeData &data)
     if (!enter.isAccepted()) {
         return false;
     }
-    QDropEvent event(QPoint(400, 300), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QDropEvent event(QPoint(400, 300), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                     Qt::NoModifier);
     event.setDropAction(Qt::MoveAction);
     QCoreApplication::sendEvent(m_window.get(), &event);
     QCoreApplication::processEvents();
@@ -128,14 +130,15 @@ void tst_FileDrop::severalAreImportedInTurn()
 
 void tst_FileDrop::whatIsWrongIsSaid()
 {
-    const QString path =
-        file(QStringLiteral("bad.xml"), "<ZR>\n<MAPPING software=\"Mix\">\n<BUTTON id=\"77\"/></MAPPING></ZR>");
+    const QString path = file(QStringLiteral("bad.xml"),
+                              "<ZR>\n<MAPPING software=\"Mix\">\n<BUTTON id=\"77\"/></MAPPING></ZR>");
     QVERIFY(drop(*files({path})));
     QCOMPARE(own(), QStringList());
     QVERIFY(message()->isVisible());
     QCOMPARE(message()->accessibleName(),
-             QString::fromUtf8("\u201cbad.xml\u201d was not imported: line 3, \u201cMix\u201d: \u201c77\u201d is no "
-                               "number of a control, which are 0 to 9."));
+             QString::fromUtf8(
+                 "\u201cbad.xml\u201d was not imported: line 3, \u201cMix\u201d: \u201c77\u201d is no "
+                 "number of a control, which are 0 to 9."));
     QTest::keyClick(message(), Qt::Key_Return);
     QVERIFY(!message()->isVisible());
 }

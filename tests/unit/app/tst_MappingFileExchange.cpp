@@ -1,0 +1,128 @@
+#include "app/frame/ZRDialog.h"
+#include "mapping/ImportedMappings.h"
+#include "mapping/MappingSession.h"
+#include "tests/support/page/PageRig.h"
+#include "ui/ComboMapping.h"
+#include "ui/DeviceZR.h"
+#include "ui/MappingFileExchange.h"
+
+#include <QAction>
+#include <QFile>
+#include <QFileInfo>
+#include <QtTest>
+
+class tst_MappingFileExchange : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void whatThePageShowsIsExported();
+    void aMappingWithoutANameGetsOne();
+    void theFileForADragIsTheUsersAlone();
+    void whatCannotBeWrittenIsSaid();
+    void theSelectorsContextMenuHasTheEntries();
+    void aPressAloneDragsNothingAndReachesNobodyElse();
+
+private:
+    QString path(const char *name) const { return m_rig->data.filePath(QLatin1String(name)); }
+    MappingFileExchange *files() const { return m_page->findChild<MappingFileExchange *>(); }
+    ZRDialog *message() const { return m_page->findChild<ZRDialog *>(); }
+
+    std::unique_ptr<PageRig> m_rig;
+    std::unique_ptr<SerialProtocol> m_serial;
+    std::unique_ptr<DeviceZR> m_page;
+};
+
+void tst_MappingFileExchange::init()
+{
+    m_rig = std::make_unique<PageRig>();
+    m_serial = PageRig::makeSerial();
+    m_page.reset(m_rig->makePage(nullptr, m_serial.get(), nullptr));
+    m_page->show();
+}
+
+void tst_MappingFileExchange::cleanup()
+{
+    m_page.reset();
+    m_serial.reset();
+    m_rig.reset();
+}
+
+void tst_MappingFileExchange::whatThePageShowsIsExported()
+{
+    ZRButtonMap map(QStringLiteral("Mix"));
+    map.actions[2][Layer::Shift1].key1 = 81;
+    map.actions[2][Layer::Shift1].label = QStringLiteral("Q");
+    m_rig->mappings.use(map);
+    shortCut unsaved;
+    unsaved.key1 = 82;
+    unsaved.label = QStringLiteral("R");
+    m_rig->mappings.assign(3, Layer::Normal, unsaved);
+
+    files()->exportTo(path("out.xml"));
+    const ImportedMappings read(path("out.xml"));
+    QCOMPARE(read.fault(), QString());
+    QCOMPARE(read.maps().front()->name, QStringLiteral("Mix"));
+    QVERIFY(read.maps().front()->actions == m_rig->mappings.actions());
+    QVERIFY(!message());
+}
+
+void tst_MappingFileExchange::aMappingWithoutANameGetsOne()
+{
+    QVERIFY(m_rig->mappings.name().isEmpty());
+    files()->exportTo(path("out.xml"));
+    QCOMPARE(ImportedMappings(path("out.xml")).maps().front()->name, QStringLiteral("Untitled"));
+}
+
+void tst_MappingFileExchange::theFileForADragIsTheUsersAlone()
+{
+    m_rig->mappings.use(ZRButtonMap(QStringLiteral("../Mix")));
+    const QFileInfo file(files()->fileForDrag());
+    QCOMPARE(file.fileName(), QStringLiteral("__Mix.xml"));
+    constexpr QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                                          QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    QVERIFY(!(QFile::permissions(file.absolutePath()) & others));
+    QVERIFY(ImportedMappings(file.filePath()).fault().isEmpty());
+    m_page.reset();
+    QVERIFY(!QFileInfo::exists(file.absolutePath()));
+}
+
+void tst_MappingFileExchange::whatCannotBeWrittenIsSaid()
+{
+    files()->exportTo(path("no such folder/out.xml"));
+    QVERIFY(message());
+    QVERIFY2(
+        message()->accessibleName().startsWith(QString::fromUtf8("\u201cUntitled\u201d was not exported: ")),
+        qPrintable(message()->accessibleName()));
+}
+
+void tst_MappingFileExchange::theSelectorsContextMenuHasTheEntries()
+{
+    const auto *selector = m_page->findChild<ComboMapping *>();
+    QCOMPARE(selector->contextMenuPolicy(), Qt::CustomContextMenu);
+    QStringList texts;
+    for (const QAction *action : selector->actions()) {
+        texts.append(action->text());
+    }
+    QCOMPARE(texts, QStringList({QString::fromUtf8("Export\u2026"), QString::fromUtf8("Import\u2026")}));
+}
+
+void tst_MappingFileExchange::aPressAloneDragsNothingAndReachesNobodyElse()
+{
+    QWidget line(m_page.get());
+    line.setGeometry(0, 0, 100, 20);
+    line.show();
+    files()->addDragTo(&line);
+    QMouseEvent press(QEvent::MouseButtonPress, QPointF(10, 10), Qt::LeftButton, Qt::LeftButton, {});
+    QVERIFY(QCoreApplication::sendEvent(&line, &press));
+    QMouseEvent move(QEvent::MouseMove, QPointF(11, 10), Qt::NoButton, Qt::LeftButton, {});
+    QVERIFY(QCoreApplication::sendEvent(&line, &move));
+    QMouseEvent release(QEvent::MouseButtonRelease, QPointF(11, 10), Qt::LeftButton, {}, {});
+    QCoreApplication::sendEvent(&line, &release);
+}
+
+QTEST_MAIN(tst_MappingFileExchange)
+#include "tst_MappingFileExchange.moc"
