@@ -749,6 +749,2009 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     </message>
 </context>
 <context>
+    <name>LibraryLabels</name>
+    <message>
+        <source>1 frame</source>
+        <translation>1 Bild</translation>
+    </message>
+    <message>
+        <source>1 star</source>
+        <translation>1 Stern</translation>
+    </message>
+    <message>
+        <source>10 s ahead</source>
+        <translation>10 s vor</translation>
+    </message>
+    <message>
+        <source>10 s back</source>
+        <translation>10 s zurück</translation>
+    </message>
+    <message>
+        <source>100 %</source>
+        <translation>100 %</translation>
+    </message>
+    <message>
+        <source>100 percent</source>
+        <translation>100 %</translation>
+    </message>
+    <message>
+        <source>3 s &lt;</source>
+        <translation>3 s &lt;</translation>
+    </message>
+    <message>
+        <source>3 s &gt;</source>
+        <translation>3 s &gt;</translation>
+    </message>
+    <message>
+        <source>3 stars</source>
+        <translation>3 Sterne</translation>
+    </message>
+    <message>
+        <source>5 stars</source>
+        <translation>5 Sterne</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>Add edit</source>
+        <translation>Schnitt</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>Adresse</translation>
+    </message>
+    <message>
+        <source>Again</source>
+        <translation>Nochmal</translation>
+    </message>
+    <message>
+        <source>Ahead</source>
+        <translation>Voraus</translation>
+    </message>
+    <message>
+        <source>Align</source>
+        <translation>Richten</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>Alles</translation>
+    </message>
+    <message>
+        <source>Anchor</source>
+        <translation>Anker</translation>
+    </message>
+    <message>
+        <source>App 1</source>
+        <translation>App 1</translation>
+    </message>
+    <message>
+        <source>App 2</source>
+        <translation>App 2</translation>
+    </message>
+    <message>
+        <source>App 3</source>
+        <translation>App 3</translation>
+    </message>
+    <message>
+        <source>Apps</source>
+        <translation>Apps</translation>
+    </message>
+    <message>
+        <source>Arc</source>
+        <translation>Bogen</translation>
+    </message>
+    <message>
+        <source>Arrow</source>
+        <translation>Pfeil</translation>
+    </message>
+    <message>
+        <source>As block</source>
+        <translation>Block</translation>
+    </message>
+    <message>
+        <source>Audio</source>
+        <translation>Audio</translation>
+    </message>
+    <message>
+        <source>Auto</source>
+        <translation>Auto</translation>
+    </message>
+    <message>
+        <source>Auto layout</source>
+        <translation>Layout</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>Backward</source>
+        <translation>Rückwärts</translation>
+    </message>
+    <message>
+        <source>Before/after</source>
+        <translation>Vor/nach</translation>
+    </message>
+    <message>
+        <source>Bell</source>
+        <translation>Glocke</translation>
+    </message>
+    <message>
+        <source>Bevel</source>
+        <translation>Fase</translation>
+    </message>
+    <message>
+        <source>Black screen</source>
+        <translation>Schwarz</translation>
+    </message>
+    <message>
+        <source>Blade</source>
+        <translation>Klinge</translation>
+    </message>
+    <message>
+        <source>Block</source>
+        <translation>Block</translation>
+    </message>
+    <message>
+        <source>Bold</source>
+        <translation>Fett</translation>
+    </message>
+    <message>
+        <source>Bongo hi</source>
+        <translation>Bongo</translation>
+    </message>
+    <message>
+        <source>Bottom</source>
+        <translation>Unten</translation>
+    </message>
+    <message>
+        <source>Break</source>
+        <translation>Stopp</translation>
+    </message>
+    <message>
+        <source>Browse/focus</source>
+        <translation>Lesemodus</translation>
+    </message>
+    <message>
+        <source>Brush</source>
+        <translation>Pinsel</translation>
+    </message>
+    <message>
+        <source>Brush larger</source>
+        <translation>Pinsel +</translation>
+    </message>
+    <message>
+        <source>Brush smaller</source>
+        <translation>Pinsel -</translation>
+    </message>
+    <message>
+        <source>Build</source>
+        <translation>Bauen</translation>
+    </message>
+    <message>
+        <source>Bullets</source>
+        <translation>Punkte</translation>
+    </message>
+    <message>
+        <source>Button</source>
+        <translation>Knopf</translation>
+    </message>
+    <message>
+        <source>CC 102</source>
+        <translation>CC 102</translation>
+    </message>
+    <message>
+        <source>CC 103</source>
+        <translation>CC 103</translation>
+    </message>
+    <message>
+        <source>CC 104</source>
+        <translation>CC 104</translation>
+    </message>
+    <message>
+        <source>CC 105</source>
+        <translation>CC 105</translation>
+    </message>
+    <message>
+        <source>CC 21</source>
+        <translation>CC 21</translation>
+    </message>
+    <message>
+        <source>CC 22</source>
+        <translation>CC 22</translation>
+    </message>
+    <message>
+        <source>CC 23</source>
+        <translation>CC 23</translation>
+    </message>
+    <message>
+        <source>CC 24</source>
+        <translation>CC 24</translation>
+    </message>
+    <message>
+        <source>CC 25</source>
+        <translation>CC 25</translation>
+    </message>
+    <message>
+        <source>CC 26</source>
+        <translation>CC 26</translation>
+    </message>
+    <message>
+        <source>CC 27</source>
+        <translation>CC 27</translation>
+    </message>
+    <message>
+        <source>CC 80</source>
+        <translation>CC 80</translation>
+    </message>
+    <message>
+        <source>CC 81</source>
+        <translation>CC 81</translation>
+    </message>
+    <message>
+        <source>CC 82</source>
+        <translation>CC 82</translation>
+    </message>
+    <message>
+        <source>CC 83</source>
+        <translation>CC 83</translation>
+    </message>
+    <message>
+        <source>CC 85</source>
+        <translation>CC 85</translation>
+    </message>
+    <message>
+        <source>CC 86</source>
+        <translation>CC 86</translation>
+    </message>
+    <message>
+        <source>CC 87</source>
+        <translation>CC 87</translation>
+    </message>
+    <message>
+        <source>CC 89</source>
+        <translation>CC 89</translation>
+    </message>
+    <message>
+        <source>Calculator</source>
+        <translation>Rechner</translation>
+    </message>
+    <message>
+        <source>Calendar</source>
+        <translation>Kalender</translation>
+    </message>
+    <message>
+        <source>Camera</source>
+        <translation>Kamera</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbruch</translation>
+    </message>
+    <message>
+        <source>Canvas</source>
+        <translation>Leinwand</translation>
+    </message>
+    <message>
+        <source>Captions</source>
+        <translation>Titel</translation>
+    </message>
+    <message>
+        <source>Center</source>
+        <translation>Mitte</translation>
+    </message>
+    <message>
+        <source>Change</source>
+        <translation>Ändern</translation>
+    </message>
+    <message>
+        <source>Chart</source>
+        <translation>Diagramm</translation>
+    </message>
+    <message>
+        <source>Chat</source>
+        <translation>Chat</translation>
+    </message>
+    <message>
+        <source>Check</source>
+        <translation>Abrufen</translation>
+    </message>
+    <message>
+        <source>China</source>
+        <translation>China</translation>
+    </message>
+    <message>
+        <source>Circle</source>
+        <translation>Kreis</translation>
+    </message>
+    <message>
+        <source>Clap</source>
+        <translation>Clap</translation>
+    </message>
+    <message>
+        <source>Classes</source>
+        <translation>Klassen</translation>
+    </message>
+    <message>
+        <source>Claves</source>
+        <translation>Claves</translation>
+    </message>
+    <message>
+        <source>Clean</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <source>Click</source>
+        <translation>Klick</translation>
+    </message>
+    <message>
+        <source>Clip end</source>
+        <translation>Clipende</translation>
+    </message>
+    <message>
+        <source>Clone</source>
+        <translation>Klonen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Zu</translation>
+    </message>
+    <message>
+        <source>Close tab</source>
+        <translation>Tab zu</translation>
+    </message>
+    <message>
+        <source>Close window</source>
+        <translation>Fenster zu</translation>
+    </message>
+    <message>
+        <source>Closed hat</source>
+        <translation>Hi-Hat zu</translation>
+    </message>
+    <message>
+        <source>Color</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>Color filter</source>
+        <translation>Farbfilter</translation>
+    </message>
+    <message>
+        <source>Column</source>
+        <translation>Spalte</translation>
+    </message>
+    <message>
+        <source>Commands</source>
+        <translation>Befehle</translation>
+    </message>
+    <message>
+        <source>Comment</source>
+        <translation>Notiz</translation>
+    </message>
+    <message>
+        <source>Commit</source>
+        <translation>Commit</translation>
+    </message>
+    <message>
+        <source>Component</source>
+        <translation>Teil</translation>
+    </message>
+    <message>
+        <source>Confirm</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Conga hi</source>
+        <translation>Conga</translation>
+    </message>
+    <message>
+        <source>Contact</source>
+        <translation>Kontakt</translation>
+    </message>
+    <message>
+        <source>Contrast</source>
+        <translation>Kontrast</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Cowbell</source>
+        <translation>Cowbell</translation>
+    </message>
+    <message>
+        <source>Crash</source>
+        <translation>Crash</translation>
+    </message>
+    <message>
+        <source>Crash 2</source>
+        <translation>Crash 2</translation>
+    </message>
+    <message>
+        <source>Crop</source>
+        <translation>Schnitt</translation>
+    </message>
+    <message>
+        <source>Curves</source>
+        <translation>Kurven</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Schnitt</translation>
+    </message>
+    <message>
+        <source>Cut clip</source>
+        <translation>Clip teilen</translation>
+    </message>
+    <message>
+        <source>Cut line</source>
+        <translation>Zeile weg</translation>
+    </message>
+    <message>
+        <source>Cycle</source>
+        <translation>Zyklus</translation>
+    </message>
+    <message>
+        <source>Darker</source>
+        <translation>Dunkler</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>Datum</translation>
+    </message>
+    <message>
+        <source>Debug</source>
+        <translation>Debuggen</translation>
+    </message>
+    <message>
+        <source>Declaration</source>
+        <translation>Deklaration</translation>
+    </message>
+    <message>
+        <source>Definition</source>
+        <translation>Definition</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Denser</source>
+        <translation>Dichter</translation>
+    </message>
+    <message>
+        <source>Deselect</source>
+        <translation>Abwählen</translation>
+    </message>
+    <message>
+        <source>Desk left</source>
+        <translation>Desktop &lt;</translation>
+    </message>
+    <message>
+        <source>Desk right</source>
+        <translation>Desktop &gt;</translation>
+    </message>
+    <message>
+        <source>Desktop</source>
+        <translation>Desktop</translation>
+    </message>
+    <message>
+        <source>Dev tools</source>
+        <translation>Dev-Tools</translation>
+    </message>
+    <message>
+        <source>Develop</source>
+        <translation>Entwickeln</translation>
+    </message>
+    <message>
+        <source>Dictate</source>
+        <translation>Diktat</translation>
+    </message>
+    <message>
+        <source>Direct select</source>
+        <translation>Direktwahl</translation>
+    </message>
+    <message>
+        <source>Double</source>
+        <translation>Doppelt</translation>
+    </message>
+    <message>
+        <source>Draw</source>
+        <translation>Zeichnen</translation>
+    </message>
+    <message>
+        <source>Draw mode</source>
+        <translation>Zeichnen</translation>
+    </message>
+    <message>
+        <source>Ease</source>
+        <translation>Glätten</translation>
+    </message>
+    <message>
+        <source>Edges</source>
+        <translation>Kanten</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Edit cell</source>
+        <translation>Zelle</translation>
+    </message>
+    <message>
+        <source>Edit nodes</source>
+        <translation>Knoten</translation>
+    </message>
+    <message>
+        <source>Elements</source>
+        <translation>Elemente</translation>
+    </message>
+    <message>
+        <source>Emoji</source>
+        <translation>Emoji</translation>
+    </message>
+    <message>
+        <source>End desk</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>End show</source>
+        <translation>Show-Ende</translation>
+    </message>
+    <message>
+        <source>Erase</source>
+        <translation>Radieren</translation>
+    </message>
+    <message>
+        <source>Erase mode</source>
+        <translation>Radieren</translation>
+    </message>
+    <message>
+        <source>Eraser</source>
+        <translation>Radierer</translation>
+    </message>
+    <message>
+        <source>Event</source>
+        <translation>Termin</translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation>Export</translation>
+    </message>
+    <message>
+        <source>Extents</source>
+        <translation>Alles</translation>
+    </message>
+    <message>
+        <source>Extract</source>
+        <translation>Auslagern</translation>
+    </message>
+    <message>
+        <source>Extrude</source>
+        <translation>Extrusion</translation>
+    </message>
+    <message>
+        <source>Faces</source>
+        <translation>Flächen</translation>
+    </message>
+    <message>
+        <source>Fade</source>
+        <translation>Blende</translation>
+    </message>
+    <message>
+        <source>Faster</source>
+        <translation>Schneller</translation>
+    </message>
+    <message>
+        <source>Field</source>
+        <translation>Feld</translation>
+    </message>
+    <message>
+        <source>Files</source>
+        <translation>Dateien</translation>
+    </message>
+    <message>
+        <source>Fill</source>
+        <translation>Füllen</translation>
+    </message>
+    <message>
+        <source>Fill down</source>
+        <translation>Nach unten</translation>
+    </message>
+    <message>
+        <source>Fill right</source>
+        <translation>Nach rechts</translation>
+    </message>
+    <message>
+        <source>Fillet</source>
+        <translation>Abrunden</translation>
+    </message>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>First</source>
+        <translation>Erste</translation>
+    </message>
+    <message>
+        <source>Fit</source>
+        <translation>Einpassen</translation>
+    </message>
+    <message>
+        <source>Focus</source>
+        <translation>Fokus</translation>
+    </message>
+    <message>
+        <source>Font larger</source>
+        <translation>Schrift +</translation>
+    </message>
+    <message>
+        <source>Font smaller</source>
+        <translation>Schrift -</translation>
+    </message>
+    <message>
+        <source>Force</source>
+        <translation>Alles neu</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>Forward</source>
+        <translation>Weiter</translation>
+    </message>
+    <message>
+        <source>Frame</source>
+        <translation>Rahmen</translation>
+    </message>
+    <message>
+        <source>From here</source>
+        <translation>Ab hier</translation>
+    </message>
+    <message>
+        <source>Front</source>
+        <translation>Vorn</translation>
+    </message>
+    <message>
+        <source>Front view</source>
+        <translation>Vorn</translation>
+    </message>
+    <message>
+        <source>Full</source>
+        <translation>Vollbild</translation>
+    </message>
+    <message>
+        <source>Full screen</source>
+        <translation>Vollbild</translation>
+    </message>
+    <message>
+        <source>Function</source>
+        <translation>Funktion</translation>
+    </message>
+    <message>
+        <source>Gallery</source>
+        <translation>Galerie</translation>
+    </message>
+    <message>
+        <source>Git</source>
+        <translation>Git</translation>
+    </message>
+    <message>
+        <source>Give up</source>
+        <translation>Abgeben</translation>
+    </message>
+    <message>
+        <source>Glue</source>
+        <translation>Kleben</translation>
+    </message>
+    <message>
+        <source>Go line</source>
+        <translation>Zeile</translation>
+    </message>
+    <message>
+        <source>Go to</source>
+        <translation>Gehe zu</translation>
+    </message>
+    <message>
+        <source>Grab</source>
+        <translation>Greifen</translation>
+    </message>
+    <message>
+        <source>Grid</source>
+        <translation>Raster</translation>
+    </message>
+    <message>
+        <source>Group</source>
+        <translation>Gruppe</translation>
+    </message>
+    <message>
+        <source>Guide</source>
+        <translation>Marke</translation>
+    </message>
+    <message>
+        <source>Harder</source>
+        <translation>Härter</translation>
+    </message>
+    <message>
+        <source>Heading</source>
+        <translation>Titel</translation>
+    </message>
+    <message>
+        <source>Heading 1</source>
+        <translation>Titel 1</translation>
+    </message>
+    <message>
+        <source>Heading 2</source>
+        <translation>Titel 2</translation>
+    </message>
+    <message>
+        <source>Heading 3</source>
+        <translation>Titel 3</translation>
+    </message>
+    <message>
+        <source>Heal</source>
+        <translation>Heilen</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>Hide</source>
+        <translation>Weg</translation>
+    </message>
+    <message>
+        <source>Hide window</source>
+        <translation>Ausblenden</translation>
+    </message>
+    <message>
+        <source>High tom</source>
+        <translation>Tom hoch</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
+    </message>
+    <message>
+        <source>Hold</source>
+        <translation>Halten</translation>
+    </message>
+    <message>
+        <source>Hole</source>
+        <translation>Bohrung</translation>
+    </message>
+    <message>
+        <source>Hue</source>
+        <translation>Farbton</translation>
+    </message>
+    <message>
+        <source>In point</source>
+        <translation>In-Punkt</translation>
+    </message>
+    <message>
+        <source>Insert</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <source>Inset</source>
+        <translation>Einsatz</translation>
+    </message>
+    <message>
+        <source>Into</source>
+        <translation>Hinein</translation>
+    </message>
+    <message>
+        <source>Invert</source>
+        <translation>Invers</translation>
+    </message>
+    <message>
+        <source>Invite</source>
+        <translation>Gäste</translation>
+    </message>
+    <message>
+        <source>Isometric</source>
+        <translation>Isometrie</translation>
+    </message>
+    <message>
+        <source>Italic</source>
+        <translation>Kursiv</translation>
+    </message>
+    <message>
+        <source>Join</source>
+        <translation>Fügen</translation>
+    </message>
+    <message>
+        <source>Joint</source>
+        <translation>Gelenk</translation>
+    </message>
+    <message>
+        <source>Keyboard</source>
+        <translation>Tastatur</translation>
+    </message>
+    <message>
+        <source>Keyframes</source>
+        <translation>Keyframes</translation>
+    </message>
+    <message>
+        <source>Kick</source>
+        <translation>Kick</translation>
+    </message>
+    <message>
+        <source>Kick 2</source>
+        <translation>Kick 2</translation>
+    </message>
+    <message>
+        <source>Knob 16</source>
+        <translation>Knopf 16</translation>
+    </message>
+    <message>
+        <source>Knob 17</source>
+        <translation>Knopf 17</translation>
+    </message>
+    <message>
+        <source>Knob 18</source>
+        <translation>Knopf 18</translation>
+    </message>
+    <message>
+        <source>Knob 19</source>
+        <translation>Knopf 19</translation>
+    </message>
+    <message>
+        <source>Knob 20</source>
+        <translation>Knopf 20</translation>
+    </message>
+    <message>
+        <source>Knob 21</source>
+        <translation>Knopf 21</translation>
+    </message>
+    <message>
+        <source>Knob 22</source>
+        <translation>Knopf 22</translation>
+    </message>
+    <message>
+        <source>Knob 23</source>
+        <translation>Knopf 23</translation>
+    </message>
+    <message>
+        <source>Knob 24</source>
+        <translation>Knopf 24</translation>
+    </message>
+    <message>
+        <source>Label</source>
+        <translation>Marke</translation>
+    </message>
+    <message>
+        <source>Landmark</source>
+        <translation>Marke</translation>
+    </message>
+    <message>
+        <source>Lanes</source>
+        <translation>Spuren</translation>
+    </message>
+    <message>
+        <source>Larger</source>
+        <translation>Größer</translation>
+    </message>
+    <message>
+        <source>Laser</source>
+        <translation>Laser</translation>
+    </message>
+    <message>
+        <source>Lasso</source>
+        <translation>Lasso</translation>
+    </message>
+    <message>
+        <source>Last</source>
+        <translation>Letzte</translation>
+    </message>
+    <message>
+        <source>Last slide</source>
+        <translation>Letzte</translation>
+    </message>
+    <message>
+        <source>Layer down</source>
+        <translation>Ebene -</translation>
+    </message>
+    <message>
+        <source>Layer up</source>
+        <translation>Ebene +</translation>
+    </message>
+    <message>
+        <source>Leave</source>
+        <translation>Verlassen</translation>
+    </message>
+    <message>
+        <source>Left</source>
+        <translation>Links</translation>
+    </message>
+    <message>
+        <source>Lens off</source>
+        <translation>Lupe aus</translation>
+    </message>
+    <message>
+        <source>Letters</source>
+        <translation>Zeichen</translation>
+    </message>
+    <message>
+        <source>Levels</source>
+        <translation>Tonwert</translation>
+    </message>
+    <message>
+        <source>Lighter</source>
+        <translation>Heller</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Linie</translation>
+    </message>
+    <message>
+        <source>Line down</source>
+        <translation>Zeile runter</translation>
+    </message>
+    <message>
+        <source>Line up</source>
+        <translation>Zeile hoch</translation>
+    </message>
+    <message>
+        <source>Link</source>
+        <translation>Link</translation>
+    </message>
+    <message>
+        <source>List</source>
+        <translation>Liste</translation>
+    </message>
+    <message>
+        <source>Lock</source>
+        <translation>Sperre</translation>
+    </message>
+    <message>
+        <source>Look</source>
+        <translation>Ansehen</translation>
+    </message>
+    <message>
+        <source>Loop</source>
+        <translation>Schleife</translation>
+    </message>
+    <message>
+        <source>Loop cut</source>
+        <translation>Ring</translation>
+    </message>
+    <message>
+        <source>Louder</source>
+        <translation>Lauter</translation>
+    </message>
+    <message>
+        <source>Loupe</source>
+        <translation>Lupe</translation>
+    </message>
+    <message>
+        <source>Low tom</source>
+        <translation>Tom tief</translation>
+    </message>
+    <message>
+        <source>Lower</source>
+        <translation>Senken</translation>
+    </message>
+    <message>
+        <source>Magnify less</source>
+        <translation>Lupe -</translation>
+    </message>
+    <message>
+        <source>Magnify more</source>
+        <translation>Lupe +</translation>
+    </message>
+    <message>
+        <source>Mail</source>
+        <translation>Mail</translation>
+    </message>
+    <message>
+        <source>Mark</source>
+        <translation>Merken</translation>
+    </message>
+    <message>
+        <source>Marker</source>
+        <translation>Marker</translation>
+    </message>
+    <message>
+        <source>Mask</source>
+        <translation>Maske</translation>
+    </message>
+    <message>
+        <source>Maximize</source>
+        <translation>Maximieren</translation>
+    </message>
+    <message>
+        <source>Measure</source>
+        <translation>Messen</translation>
+    </message>
+    <message>
+        <source>Meeting</source>
+        <translation>Meeting</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
+    <message>
+        <source>Merge</source>
+        <translation>Vereinen</translation>
+    </message>
+    <message>
+        <source>Middle</source>
+        <translation>Mitte</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Minimieren</translation>
+    </message>
+    <message>
+        <source>Minus</source>
+        <translation>Minus</translation>
+    </message>
+    <message>
+        <source>Mirror view</source>
+        <translation>Spiegeln</translation>
+    </message>
+    <message>
+        <source>Mixer</source>
+        <translation>Mixer</translation>
+    </message>
+    <message>
+        <source>Move</source>
+        <translation>Bewegen</translation>
+    </message>
+    <message>
+        <source>Move back</source>
+        <translation>Fenster &lt;</translation>
+    </message>
+    <message>
+        <source>Move left</source>
+        <translation>Links &lt;</translation>
+    </message>
+    <message>
+        <source>Move on</source>
+        <translation>Fenster &gt;</translation>
+    </message>
+    <message>
+        <source>Move right</source>
+        <translation>Rechts &gt;</translation>
+    </message>
+    <message>
+        <source>Mute</source>
+        <translation>Stumm</translation>
+    </message>
+    <message>
+        <source>Mute all</source>
+        <translation>Alle</translation>
+    </message>
+    <message>
+        <source>Mute me</source>
+        <translation>Stumm</translation>
+    </message>
+    <message>
+        <source>Narrator</source>
+        <translation>Sprecher</translation>
+    </message>
+    <message>
+        <source>Navigator</source>
+        <translation>Navigator</translation>
+    </message>
+    <message>
+        <source>Nest</source>
+        <translation>Nest</translation>
+    </message>
+    <message>
+        <source>New</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>New desk</source>
+        <translation>Desktop neu</translation>
+    </message>
+    <message>
+        <source>New message</source>
+        <translation>Neue Mail</translation>
+    </message>
+    <message>
+        <source>New page</source>
+        <translation>Neue Seite</translation>
+    </message>
+    <message>
+        <source>New slide</source>
+        <translation>Neue Folie</translation>
+    </message>
+    <message>
+        <source>New tab</source>
+        <translation>Neuer Tab</translation>
+    </message>
+    <message>
+        <source>New track</source>
+        <translation>Neue Spur</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>Nächstes</translation>
+    </message>
+    <message>
+        <source>Next field</source>
+        <translation>Feld &gt;</translation>
+    </message>
+    <message>
+        <source>Next frame</source>
+        <translation>Bild &gt;</translation>
+    </message>
+    <message>
+        <source>Next key</source>
+        <translation>Key &gt;</translation>
+    </message>
+    <message>
+        <source>Next layout</source>
+        <translation>Layout &gt;</translation>
+    </message>
+    <message>
+        <source>Next mark</source>
+        <translation>Marke &gt;</translation>
+    </message>
+    <message>
+        <source>Next people</source>
+        <translation>Leute &gt;</translation>
+    </message>
+    <message>
+        <source>Next sheet</source>
+        <translation>Blatt &gt;</translation>
+    </message>
+    <message>
+        <source>Next slide</source>
+        <translation>Folie &gt;</translation>
+    </message>
+    <message>
+        <source>Next slider</source>
+        <translation>Regler &gt;</translation>
+    </message>
+    <message>
+        <source>Next tab</source>
+        <translation>Tab &gt;</translation>
+    </message>
+    <message>
+        <source>Normal</source>
+        <translation>Normal</translation>
+    </message>
+    <message>
+        <source>Notes</source>
+        <translation>Notizen</translation>
+    </message>
+    <message>
+        <source>Numbers</source>
+        <translation>Nummern</translation>
+    </message>
+    <message>
+        <source>Object</source>
+        <translation>Objekt</translation>
+    </message>
+    <message>
+        <source>Object snap</source>
+        <translation>Objektfang</translation>
+    </message>
+    <message>
+        <source>Offset</source>
+        <translation>Versatz</translation>
+    </message>
+    <message>
+        <source>Opacity</source>
+        <translation>Deckkraft</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Open file</source>
+        <translation>Datei auf</translation>
+    </message>
+    <message>
+        <source>Open hat</source>
+        <translation>Hi-Hat auf</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>Optionen</translation>
+    </message>
+    <message>
+        <source>Orbit</source>
+        <translation>Orbit</translation>
+    </message>
+    <message>
+        <source>Ortho</source>
+        <translation>Ortho</translation>
+    </message>
+    <message>
+        <source>Other view</source>
+        <translation>Andere</translation>
+    </message>
+    <message>
+        <source>Out</source>
+        <translation>Heraus</translation>
+    </message>
+    <message>
+        <source>Out point</source>
+        <translation>Out-Punkt</translation>
+    </message>
+    <message>
+        <source>Outline</source>
+        <translation>Umriss</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Ausgabe</translation>
+    </message>
+    <message>
+        <source>Oval</source>
+        <translation>Oval</translation>
+    </message>
+    <message>
+        <source>Over</source>
+        <translation>Darüber</translation>
+    </message>
+    <message>
+        <source>Overlap</source>
+        <translation>Schnitt</translation>
+    </message>
+    <message>
+        <source>Overview</source>
+        <translation>Übersicht</translation>
+    </message>
+    <message>
+        <source>Page down</source>
+        <translation>Bild ab</translation>
+    </message>
+    <message>
+        <source>Page up</source>
+        <translation>Bild auf</translation>
+    </message>
+    <message>
+        <source>Page width</source>
+        <translation>Breite</translation>
+    </message>
+    <message>
+        <source>Paint</source>
+        <translation>Malen</translation>
+    </message>
+    <message>
+        <source>Paintbrush</source>
+        <translation>Pinsel</translation>
+    </message>
+    <message>
+        <source>Palettes</source>
+        <translation>Palette</translation>
+    </message>
+    <message>
+        <source>Pan</source>
+        <translation>Schwenken</translation>
+    </message>
+    <message>
+        <source>Panels</source>
+        <translation>Paneele</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Pause share</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Pedal</source>
+        <translation>Pedal</translation>
+    </message>
+    <message>
+        <source>Peek</source>
+        <translation>Blick</translation>
+    </message>
+    <message>
+        <source>Pen</source>
+        <translation>Stift</translation>
+    </message>
+    <message>
+        <source>People</source>
+        <translation>Leute</translation>
+    </message>
+    <message>
+        <source>Photo</source>
+        <translation>Foto</translation>
+    </message>
+    <message>
+        <source>Piano roll</source>
+        <translation>Pianorolle</translation>
+    </message>
+    <message>
+        <source>Pick</source>
+        <translation>Markieren</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>Bild</translation>
+    </message>
+    <message>
+        <source>Plain</source>
+        <translation>Schlicht</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>Playlist</source>
+        <translation>Liste</translation>
+    </message>
+    <message>
+        <source>Polar</source>
+        <translation>Polar</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <translation>Position</translation>
+    </message>
+    <message>
+        <source>Press pull</source>
+        <translation>Klicken/Zieh.</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>Vorschau</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <translation>Voriges</translation>
+    </message>
+    <message>
+        <source>Previous tab</source>
+        <translation>Tab &lt;</translation>
+    </message>
+    <message>
+        <source>Print</source>
+        <translation>Drucken</translation>
+    </message>
+    <message>
+        <source>Prior</source>
+        <translation>Voriges</translation>
+    </message>
+    <message>
+        <source>Prior frame</source>
+        <translation>Bild &lt;</translation>
+    </message>
+    <message>
+        <source>Prior key</source>
+        <translation>Key &lt;</translation>
+    </message>
+    <message>
+        <source>Prior layout</source>
+        <translation>Layout &lt;</translation>
+    </message>
+    <message>
+        <source>Prior mark</source>
+        <translation>Marke &lt;</translation>
+    </message>
+    <message>
+        <source>Prior people</source>
+        <translation>Leute &lt;</translation>
+    </message>
+    <message>
+        <source>Prior sheet</source>
+        <translation>Blatt &lt;</translation>
+    </message>
+    <message>
+        <source>Prior slide</source>
+        <translation>Folie &lt;</translation>
+    </message>
+    <message>
+        <source>Prior slider</source>
+        <translation>Regler &lt;</translation>
+    </message>
+    <message>
+        <source>Project</source>
+        <translation>Projekt</translation>
+    </message>
+    <message>
+        <source>Push</source>
+        <translation>Push</translation>
+    </message>
+    <message>
+        <source>Push/pull</source>
+        <translation>Drücken</translation>
+    </message>
+    <message>
+        <source>Quantize</source>
+        <translation>Quantisieren</translation>
+    </message>
+    <message>
+        <source>Quick action</source>
+        <translation>Schnell</translation>
+    </message>
+    <message>
+        <source>Quick fix</source>
+        <translation>Schnellfix</translation>
+    </message>
+    <message>
+        <source>Quieter</source>
+        <translation>Leiser</translation>
+    </message>
+    <message>
+        <source>Raise</source>
+        <translation>Heben</translation>
+    </message>
+    <message>
+        <source>Raise hand</source>
+        <translation>Melden</translation>
+    </message>
+    <message>
+        <source>Range</source>
+        <translation>Bereich</translation>
+    </message>
+    <message>
+        <source>Razor</source>
+        <translation>Schere</translation>
+    </message>
+    <message>
+        <source>Read</source>
+        <translation>Gelesen</translation>
+    </message>
+    <message>
+        <source>Read line</source>
+        <translation>Zeile</translation>
+    </message>
+    <message>
+        <source>Read mode</source>
+        <translation>Lesen</translation>
+    </message>
+    <message>
+        <source>Read on</source>
+        <translation>Vorlesen</translation>
+    </message>
+    <message>
+        <source>Read window</source>
+        <translation>Fenster</translation>
+    </message>
+    <message>
+        <source>Rebuild</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>Receive</source>
+        <translation>Abholen</translation>
+    </message>
+    <message>
+        <source>Recent files</source>
+        <translation>Zuletzt</translation>
+    </message>
+    <message>
+        <source>Record</source>
+        <translation>Aufnahme</translation>
+    </message>
+    <message>
+        <source>Rectangle</source>
+        <translation>Rechteck</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wieder</translation>
+    </message>
+    <message>
+        <source>References</source>
+        <translation>Verweise</translation>
+    </message>
+    <message>
+        <source>Reformat</source>
+        <translation>Formatieren</translation>
+    </message>
+    <message>
+        <source>Region</source>
+        <translation>Region</translation>
+    </message>
+    <message>
+        <source>Reject</source>
+        <translation>Ablehnen</translation>
+    </message>
+    <message>
+        <source>Reload</source>
+        <translation>Neu laden</translation>
+    </message>
+    <message>
+        <source>Remote</source>
+        <translation>Fern</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Render</source>
+        <translation>Rendern</translation>
+    </message>
+    <message>
+        <source>Reopen</source>
+        <translation>Wieder</translation>
+    </message>
+    <message>
+        <source>Repeat</source>
+        <translation>Nochmal</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>Ersetzen</translation>
+    </message>
+    <message>
+        <source>Reply</source>
+        <translation>Antwort</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation>Kleiner</translation>
+    </message>
+    <message>
+        <source>Ride</source>
+        <translation>Ride</translation>
+    </message>
+    <message>
+        <source>Right</source>
+        <translation>Rechts</translation>
+    </message>
+    <message>
+        <source>Right view</source>
+        <translation>Rechts</translation>
+    </message>
+    <message>
+        <source>Rim</source>
+        <translation>Rim</translation>
+    </message>
+    <message>
+        <source>Ripple</source>
+        <translation>Ripple</translation>
+    </message>
+    <message>
+        <source>Ripple delete</source>
+        <translation>Ripple weg</translation>
+    </message>
+    <message>
+        <source>Rotate</source>
+        <translation>Drehen</translation>
+    </message>
+    <message>
+        <source>Rotate +</source>
+        <translation>Drehen +</translation>
+    </message>
+    <message>
+        <source>Rotate -</source>
+        <translation>Drehen -</translation>
+    </message>
+    <message>
+        <source>Rotation</source>
+        <translation>Drehung</translation>
+    </message>
+    <message>
+        <source>Row</source>
+        <translation>Zeile</translation>
+    </message>
+    <message>
+        <source>Run</source>
+        <translation>Starten</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Save all</source>
+        <translation>Alle sichern</translation>
+    </message>
+    <message>
+        <source>Scale</source>
+        <translation>Skalieren</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Section</source>
+        <translation>Absatz</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Auswahl</translation>
+    </message>
+    <message>
+        <source>Selection</source>
+        <translation>Auswahl</translation>
+    </message>
+    <message>
+        <source>Send</source>
+        <translation>Senden</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Optionen</translation>
+    </message>
+    <message>
+        <source>Shading</source>
+        <translation>Schattierung</translation>
+    </message>
+    <message>
+        <source>Shaker</source>
+        <translation>Shaker</translation>
+    </message>
+    <message>
+        <source>Shape</source>
+        <translation>Form</translation>
+    </message>
+    <message>
+        <source>Shape builder</source>
+        <translation>Formwerkzeug</translation>
+    </message>
+    <message>
+        <source>Share</source>
+        <translation>Teilen</translation>
+    </message>
+    <message>
+        <source>Side bar</source>
+        <translation>Leiste</translation>
+    </message>
+    <message>
+        <source>Silence</source>
+        <translation>Stille</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Slice</source>
+        <translation>Schnitt</translation>
+    </message>
+    <message>
+        <source>Slower</source>
+        <translation>Langsamer</translation>
+    </message>
+    <message>
+        <source>Smaller</source>
+        <translation>Kleiner</translation>
+    </message>
+    <message>
+        <source>Snap</source>
+        <translation>Fang</translation>
+    </message>
+    <message>
+        <source>Snap &lt;</source>
+        <translation>Fang &lt;</translation>
+    </message>
+    <message>
+        <source>Snap &gt;</source>
+        <translation>Fang &gt;</translation>
+    </message>
+    <message>
+        <source>Snap left</source>
+        <translation>Nach links</translation>
+    </message>
+    <message>
+        <source>Snap right</source>
+        <translation>Nach rechts</translation>
+    </message>
+    <message>
+        <source>Snare</source>
+        <translation>Snare</translation>
+    </message>
+    <message>
+        <source>Snare 2</source>
+        <translation>Snare 2</translation>
+    </message>
+    <message>
+        <source>Snip</source>
+        <translation>Foto</translation>
+    </message>
+    <message>
+        <source>Soft</source>
+        <translation>Leise</translation>
+    </message>
+    <message>
+        <source>Softer</source>
+        <translation>Weicher</translation>
+    </message>
+    <message>
+        <source>Solid</source>
+        <translation>Fläche</translation>
+    </message>
+    <message>
+        <source>Solution</source>
+        <translation>Projekt</translation>
+    </message>
+    <message>
+        <source>Song/pattern</source>
+        <translation>Song/Muster</translation>
+    </message>
+    <message>
+        <source>Speaker</source>
+        <translation>Sprecher</translation>
+    </message>
+    <message>
+        <source>Speech</source>
+        <translation>Sprache</translation>
+    </message>
+    <message>
+        <source>Speed</source>
+        <translation>Tempo</translation>
+    </message>
+    <message>
+        <source>Spelling</source>
+        <translation>Prüfen</translation>
+    </message>
+    <message>
+        <source>Splash</source>
+        <translation>Splash</translation>
+    </message>
+    <message>
+        <source>Split</source>
+        <translation>Teilen</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stopp</translation>
+    </message>
+    <message>
+        <source>Styles</source>
+        <translation>Stile</translation>
+    </message>
+    <message>
+        <source>Subtitle</source>
+        <translation>Titel</translation>
+    </message>
+    <message>
+        <source>Sum</source>
+        <translation>Summe</translation>
+    </message>
+    <message>
+        <source>Sustain</source>
+        <translation>Sustain</translation>
+    </message>
+    <message>
+        <source>Swap</source>
+        <translation>Tauschen</translation>
+    </message>
+    <message>
+        <source>Swap colors</source>
+        <translation>Tauschen</translation>
+    </message>
+    <message>
+        <source>Switch</source>
+        <translation>Sicht</translation>
+    </message>
+    <message>
+        <source>Switch app</source>
+        <translation>Wechseln</translation>
+    </message>
+    <message>
+        <source>Symbol</source>
+        <translation>Symbol</translation>
+    </message>
+    <message>
+        <source>Table</source>
+        <translation>Tabelle</translation>
+    </message>
+    <message>
+        <source>Talk</source>
+        <translation>Sprechen</translation>
+    </message>
+    <message>
+        <source>Tape</source>
+        <translation>Maßband</translation>
+    </message>
+    <message>
+        <source>Task</source>
+        <translation>Aufgabe</translation>
+    </message>
+    <message>
+        <source>Tasks</source>
+        <translation>Aufgaben</translation>
+    </message>
+    <message>
+        <source>Terminal</source>
+        <translation>Terminal</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>Thinner</source>
+        <translation>Dünner</translation>
+    </message>
+    <message>
+        <source>Tile left</source>
+        <translation>Nach links</translation>
+    </message>
+    <message>
+        <source>Tile right</source>
+        <translation>Nach rechts</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <translation>Titel</translation>
+    </message>
+    <message>
+        <source>To back</source>
+        <translation>Hinten</translation>
+    </message>
+    <message>
+        <source>To end</source>
+        <translation>Ans Ende</translation>
+    </message>
+    <message>
+        <source>To front</source>
+        <translation>Vorn</translation>
+    </message>
+    <message>
+        <source>To path</source>
+        <translation>In Pfad</translation>
+    </message>
+    <message>
+        <source>To start</source>
+        <translation>Zum Anfang</translation>
+    </message>
+    <message>
+        <source>Toolbar</source>
+        <translation>Leiste</translation>
+    </message>
+    <message>
+        <source>Toolbox</source>
+        <translation>Kasten</translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation>Oben</translation>
+    </message>
+    <message>
+        <source>Top view</source>
+        <translation>Oben</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <translation>Verfolgen</translation>
+    </message>
+    <message>
+        <source>Transform</source>
+        <translation>Formen</translation>
+    </message>
+    <message>
+        <source>Triangle</source>
+        <translation>Triangel</translation>
+    </message>
+    <message>
+        <source>Trim</source>
+        <translation>Trimmen</translation>
+    </message>
+    <message>
+        <source>Trim in</source>
+        <translation>Trimmen</translation>
+    </message>
+    <message>
+        <source>Trim out</source>
+        <translation>Trimmen</translation>
+    </message>
+    <message>
+        <source>Turn</source>
+        <translation>Drehen</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>Underline</source>
+        <translation>Unterstr.</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>Unflag</source>
+        <translation>Ohne Flagge</translation>
+    </message>
+    <message>
+        <source>Ungroup</source>
+        <translation>Auflösen</translation>
+    </message>
+    <message>
+        <source>Union</source>
+        <translation>Vereinen</translation>
+    </message>
+    <message>
+        <source>Unread</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>Unwrap</source>
+        <translation>UV</translation>
+    </message>
+    <message>
+        <source>Usages</source>
+        <translation>Verwendet</translation>
+    </message>
+    <message>
+        <source>View box</source>
+        <translation>Ansicht</translation>
+    </message>
+    <message>
+        <source>Voice</source>
+        <translation>Stimme</translation>
+    </message>
+    <message>
+        <source>White screen</source>
+        <translation>Weiß</translation>
+    </message>
+    <message>
+        <source>Whole page</source>
+        <translation>Ganzseite</translation>
+    </message>
+    <message>
+        <source>Window</source>
+        <translation>Fenster</translation>
+    </message>
+    <message>
+        <source>Words</source>
+        <translation>Wörter</translation>
+    </message>
+    <message>
+        <source>X-ray</source>
+        <translation>Röntgen</translation>
+    </message>
+    <message>
+        <source>Zone end</source>
+        <translation>Zonenende</translation>
+    </message>
+    <message>
+        <source>Zone start</source>
+        <translation>Zonenstart</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Zoom</translation>
+    </message>
+    <message>
+        <source>Zoom in</source>
+        <translation>Größer</translation>
+    </message>
+    <message>
+        <source>Zoom out</source>
+        <translation>Kleiner</translation>
+    </message>
+    <message>
+        <source>Zoom to fit</source>
+        <translation>Einpassen</translation>
+    </message>
+</context>
+<context>
     <name>LicenceDialog</name>
     <message>
         <source>Licences</source>

@@ -4,6 +4,7 @@
 #include "ui/ComboMenu.h"
 #include "ui/KeyNames.h"
 
+#include <QCoreApplication>
 #include <QMenu>
 #include <QVector>
 
@@ -106,7 +107,9 @@ QString translated(const QString &label)
             return ComboMenu::tr(text);
         }
     }
-    return KeyNames::translated(label);
+    // The example library's; what is made of key names is none of them.
+    const QString ofLibrary = QCoreApplication::translate("LibraryLabels", label.toUtf8().constData());
+    return ofLibrary != label ? ofLibrary : KeyNames::translated(label);
 }
 
 QString midiInWords(const shortCut &action)
