@@ -116,14 +116,19 @@ function(veltrix_add_test name)
         LABELS "${labels}" TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "${environment}")
 endfunction()
 
-# veltrix_add_test_at_scale_2(NAME): NAME_2x is the same test on a screen with twice the pixels.
-function(veltrix_add_test_at_scale_2 name)
+# veltrix_add_test_at_scale(NAME SCALE): NAME_SCALEx is the same test on a screen with that many times the pixels.
+# veltrix_add_test_at_scale_2(NAME): on one with twice as many.
+function(veltrix_add_test_at_scale name scale)
     get_test_property(${name} ENVIRONMENT environment)
     get_test_property(${name} LABELS labels)
     get_test_property(${name} TIMEOUT timeout)
     get_property(program TARGET ${name} PROPERTY MANUALLY_ADDED_DEPENDENCIES)
     list(GET program 0 program)
-    add_test(NAME ${name}_2x COMMAND ${program} ${name})
-    set_tests_properties(${name}_2x PROPERTIES
-        LABELS "${labels}" TIMEOUT ${timeout} ENVIRONMENT "${environment};QT_SCALE_FACTOR=2")
+    add_test(NAME ${name}_${scale}x COMMAND ${program} ${name})
+    set_tests_properties(${name}_${scale}x PROPERTIES
+        LABELS "${labels}" TIMEOUT ${timeout} ENVIRONMENT "${environment};QT_SCALE_FACTOR=${scale}")
+endfunction()
+
+function(veltrix_add_test_at_scale_2 name)
+    veltrix_add_test_at_scale(${name} 2)
 endfunction()

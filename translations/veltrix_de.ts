@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>Cable</name>
+    <message>
+        <source>--link needs pseudo-terminals; use --listen</source>
+        <translation>--link braucht Pseudo-Terminals; nehmen Sie --listen</translation>
+    </message>
+</context>
+<context>
     <name>ComboMapping</name>
     <message>
         <source>Save</source>
@@ -2954,6 +2961,113 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     </message>
 </context>
 <context>
+    <name>Options</name>
+    <message>
+        <source>Play the script in FILE, then end. No window.</source>
+        <translation>Das Skript in FILE abspielen, dann enden. Kein Fenster.</translation>
+    </message>
+    <message>
+        <source>Play lines from standard input until it ends. No window.</source>
+        <translation>Zeilen der Standardeingabe abspielen, bis sie endet. Kein Fenster.</translation>
+    </message>
+    <message>
+        <source>Show the window also with --script or --stdin.</source>
+        <translation>Das Fenster auch mit --script oder --stdin zeigen.</translation>
+    </message>
+    <message>
+        <source>Stay plugged in after the end of the script or of standard input.</source>
+        <translation>Nach dem Ende des Skripts oder der Eingabe eingesteckt bleiben.</translation>
+    </message>
+    <message>
+        <source>Start with the cable out.</source>
+        <translation>Mit gezogenem Kabel beginnen.</translation>
+    </message>
+    <message>
+        <source>Publish the device as PATH instead of $XDG_RUNTIME_DIR/veltrix-simulator.</source>
+        <translation>Das Gerät als PATH anbieten statt als $XDG_RUNTIME_DIR/veltrix-simulator.</translation>
+    </message>
+    <message>
+        <source>Be at tcp:127.0.0.1:PORT instead, for programs on this computer (0: any free port).</source>
+        <translation>Stattdessen unter tcp:127.0.0.1:PORT, für Programme dieses Rechners (0: ein freier Port).</translation>
+    </message>
+    <message>
+        <source>Print &quot;sent NANOSECONDS REPORT&quot; (steady clock) for each report.</source>
+        <translation>Für jede Meldung „sent NANOSEKUNDEN MELDUNG“ (stetige Uhr) ausgeben.</translation>
+    </message>
+    <message>
+        <source>unexpected argument &quot;%1&quot;</source>
+        <translation>unerwartete Angabe „%1“</translation>
+    </message>
+    <message>
+        <source>--listen needs a port from 0 to 65535</source>
+        <translation>--listen braucht einen Port von 0 bis 65535</translation>
+    </message>
+    <message>
+        <source>--link and --listen exclude each other</source>
+        <translation>--link und --listen schließen einander aus</translation>
+    </message>
+    <message>
+        <source>--link needs a path</source>
+        <translation>--link braucht einen Pfad</translation>
+    </message>
+    <message>
+        <source>Usage: veltrix-simulator [options]
+
+A virtual control surface: ten buttons and a touch knob at a pseudo-terminal or a local TCP port.
+Start the program with --port and what is printed here, then use the device in the window.
+
+Options:
+</source>
+        <translation>Aufruf: veltrix-simulator [Optionen]
+
+Ein virtuelles Bediengerät: zehn Tasten und ein Drehknopf an einem Pseudo-Terminal oder einem lokalen TCP-Port.
+Starten Sie das Programm mit --port und dem, was hier ausgegeben wird, und bedienen Sie das Gerät im Fenster.
+
+Optionen:
+</translation>
+    </message>
+    <message>
+        <source>Show this help.</source>
+        <translation>Diese Hilfe zeigen.</translation>
+    </message>
+    <message>
+        <source>Show the version.</source>
+        <translation>Die Version zeigen.</translation>
+    </message>
+    <message>
+        <source>
+Scripts and standard input have one event a line:
+  BP3, BR3             button 3 down, up (0 to 9)
+  KND, KNU, KNL, KNR   knob touched, let go, one step left, right
+  12, -3               a count
+  wait MS              do nothing for so many milliseconds
+  plug, unplug         put the cable in, pull it out
+  raw HEX              send these bytes
+  # ...                a comment
+The first report waits up to 3 s for a program to open the port. What happens to the port is
+printed as &quot;plugged PORT&quot;, &quot;opened&quot;, &quot;closed&quot; and &quot;unplugged&quot;.
+
+Status: 0 done, 1 the port cannot be made, 2 a mistake in the command line, the script or the
+input (in a terminal, a mistake in the input is only reported), 128 + N ended by signal N.
+</source>
+        <translation>
+Skripte und Standardeingabe haben ein Ereignis je Zeile:
+  BP3, BR3             Taste 3 gedrückt, losgelassen (0 bis 9)
+  KND, KNU, KNL, KNR   Drehknopf berührt, losgelassen, ein Schritt nach links, rechts
+  12, -3               eine Anzahl
+  wait MS              so viele Millisekunden nichts tun
+  plug, unplug         das Kabel einstecken, herausziehen
+  raw HEX              diese Bytes senden
+  # ...                eine Bemerkung
+Die erste Meldung wartet bis zu 3 s darauf, dass ein Programm den Port öffnet. Was mit dem Port geschieht,
+wird als &quot;plugged PORT&quot;, &quot;opened&quot;, &quot;closed&quot; und &quot;unplugged&quot; ausgegeben.
+
+Status: 0 fertig, 1 der Port lässt sich nicht einrichten, 2 ein Fehler in der Befehlszeile, dem Skript oder der
+Eingabe (in einem Terminal wird ein Fehler in der Eingabe nur gemeldet), 128 + N durch Signal N beendet.
+</translation>
+    </message>
+</context>
+<context>
     <name>PageTexts</name>
     <message>
         <source>VELTRIX</source>
@@ -3001,6 +3115,13 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>Keys reach X11 programs only. The user guide says under Wayland what helps.</source>
         <translation>Tasten erreichen nur X11-Programme. Was hilft, sagt das Handbuch unter Wayland.</translation>
+    </message>
+</context>
+<context>
+    <name>PrivateDirectory</name>
+    <message>
+        <source>&quot;%1&quot; is not a directory of this user alone</source>
+        <translation>„%1“ ist kein Ordner, der allein diesem Benutzer gehört</translation>
     </message>
 </context>
 <context>
@@ -3505,6 +3626,80 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     <message>
         <source>A new version of Veltrix is available. Please install it in the way in which this copy was installed: %1</source>
         <translation>Eine neue Version von Veltrix ist verfügbar. Bitte installieren Sie sie auf dem Weg, auf dem diese Fassung installiert wurde: %1</translation>
+    </message>
+</context>
+<context>
+    <name>simulator::DeviceView</name>
+    <message>
+        <source>Virtual device</source>
+        <translation>Virtuelles Gerät</translation>
+    </message>
+    <message>
+        <source>Ten buttons, on the keys 0 to 9, and a knob, on the arrow keys and the blank key</source>
+        <translation>Zehn Tasten, auf den Tasten 0 bis 9, und ein Drehknopf, auf den Pfeiltasten und der Leertaste</translation>
+    </message>
+    <message>
+        <source>Knob
+Hold to touch, drag round or use the wheel to turn
+Keys: blank to touch, left and right to turn</source>
+        <translation>Drehknopf
+Halten zum Berühren, im Kreis ziehen oder mit dem Rad drehen
+Tasten: Leertaste zum Berühren, links und rechts zum Drehen</translation>
+    </message>
+    <message>
+        <source>Button %1, key %1
+Right click or Ctrl+click to keep it down</source>
+        <translation>Taste %1, auf der Tastatur %1
+Rechtsklick oder Strg+Klick hält sie gedrückt</translation>
+    </message>
+</context>
+<context>
+    <name>simulator::DeviceWindow</name>
+    <message>
+        <source>Plugged in</source>
+        <translation>Eingesteckt</translation>
+    </message>
+    <message>
+        <source>Leave the keyboard to other windows</source>
+        <translation>Tastatur anderen Fenstern lassen</translation>
+    </message>
+    <message>
+        <source>Virtual device</source>
+        <translation>Virtuelles Gerät</translation>
+    </message>
+    <message>
+        <source>Puts the cable in or pulls it out</source>
+        <translation>Steckt das Kabel ein oder zieht es heraus</translation>
+    </message>
+    <message>
+        <source>A click on the device then leaves the focus where it is, so that the injected keys arrive there.
+The device&apos;s own keys do nothing meanwhile.</source>
+        <translation>Ein Klick auf das Gerät lässt den Fokus dann, wo er ist, sodass die gesendeten Tasten dort ankommen.
+Die Tasten des Geräts selbst tun solange nichts.</translation>
+    </message>
+    <message>
+        <source>Start the program with --port and this text</source>
+        <translation>Das Programm mit --port und diesem Text starten</translation>
+    </message>
+    <message>
+        <source>The latest reports, the newest first</source>
+        <translation>Die letzten Meldungen, die neueste zuerst</translation>
+    </message>
+    <message>
+        <source>Latest reports</source>
+        <translation>Letzte Meldungen</translation>
+    </message>
+    <message>
+        <source>Unplugged</source>
+        <translation>Abgezogen</translation>
+    </message>
+    <message>
+        <source>In use</source>
+        <translation>In Gebrauch</translation>
+    </message>
+    <message>
+        <source>Waiting for the program</source>
+        <translation>Wartet auf das Programm</translation>
     </message>
 </context>
 </TS>

@@ -5,7 +5,6 @@
 
 #include <QHelpEvent>
 #include <QPainter>
-#include <QStyleOption>
 #include <QToolTip>
 
 namespace
@@ -48,6 +47,9 @@ DevicePicture::DevicePicture(QWidget *parent)
 
 bool DevicePicture::event(QEvent *event)
 {
+    if (event->type() == QEvent::StyleChange) {
+        m_picture.forget();
+    }
     if (event->type() == QEvent::ToolTip) {
         const auto *help = static_cast<QHelpEvent *>(event);
         QToolTip::showText(help->globalPos(), FittingText::toolTip(toolTipAt(help->pos())), this);
@@ -58,10 +60,8 @@ bool DevicePicture::event(QEvent *event)
 
 void DevicePicture::paintEvent(QPaintEvent * /*event*/)
 {
-    QStyleOption option;
-    option.initFrom(this);
     QPainter painter(this);
-    style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this); // the sheet's ground and picture
+    m_picture.draw(painter, *this);
 }
 
 QString DevicePicture::toolTipAt(QPoint position) const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/frame/SheetPicture.h"
+
 #include <QLabel>
 #include <QRect>
 #include <QStringList>
@@ -30,6 +32,7 @@ protected:
 private:
     QString toolTipAt(QPoint position) const;
 
+    SheetPicture m_picture;
     QStringList m_toolTips;
     QString m_knobToolTip;
 };

@@ -15,6 +15,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QUrl>
+#include <QVariant>
 
 #include <algorithm>
 #include <cmath>
@@ -54,7 +55,7 @@ QPushButton *addButton(QWidget *panel, const QString &text)
     button->setStyleSheet(buttonStyle);
     button->setFont(Look::font(Look::Face::Page, 11));
     FittingText::show(button, text);
-    new FocusFrame(button);
+    (new FocusFrame(button))->setProperty("colour", Look::ink); // white is not seen on its red
     return button;
 }
 

@@ -6,6 +6,8 @@
 #include "tools/simulator/VirtualDevice.h"
 
 #include <QApplication>
+#include <QLocale>
+#include <QTranslator>
 
 #include <chrono>
 #include <cstdio>
@@ -52,6 +54,7 @@ void printReports(simulator::VirtualDevice &device)
 
 int main(int argc, char **argv)
 {
+    QTranslator texts;
     QStringList arguments;
     for (int i = 0; i < argc; ++i) {
         arguments.append(QString::fromLocal8Bit(argv[i]));
@@ -62,6 +65,10 @@ int main(int argc, char **argv)
         return fail(1, QStringLiteral("no display for the window; see --script and --stdin in --help"));
     }
     const auto application = createApplication(window, argc, argv);
+    if (texts.load(QLocale(), QStringLiteral("veltrix"), QStringLiteral("_"),
+                   QStringLiteral(":/translations"))) {
+        QCoreApplication::installTranslator(&texts);
+    }
     if (options.help) {
         print(stdout, simulator::helpText());
         return 0;

@@ -70,7 +70,8 @@ private:
     ZRButtonMap *listed(int index) const { return m_rig->mappings.custom().at(index); }
 
     const QByteArray m_custom =
-        "<ZR><MAPPING software=\"Mix\"><BUTTON id=\"3\"><NORMAL label=\"a\"><KEY1 type=\"int\">65</KEY1></NORMAL>"
+        "<ZR><MAPPING software=\"Mix\"><BUTTON id=\"3\"><NORMAL label=\"a\"><KEY1 "
+        "type=\"int\">65</KEY1></NORMAL>"
         "</BUTTON></MAPPING> <MAPPING software=\"Work\"/><MAPPING software=\"Work\"/></ZR>\n";
     std::unique_ptr<PageRig> m_rig;
     std::unique_ptr<SerialProtocol> m_serial;

@@ -1,17 +1,61 @@
 #include "ui/DevicePicture.h"
 
 #include <QHelpEvent>
+#include <QImage>
 #include <QTextDocument>
 #include <QToolTip>
+#include <QVector>
 #include <QtTest>
+
+#include <algorithm>
+#include <utility>
 
 class tst_DevicePicture : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
+    void linesHaveOneWidthAtEveryScale();
     void aLabelOfAFileIsTextAndNoMarkup();
 };
+
+// This program runs once for each of several scales.
+void tst_DevicePicture::linesHaveOneWidthAtEveryScale()
+{
+    const qreal scale = qApp->devicePixelRatio();
+    QWidget page;
+    page.setStyleSheet(QStringLiteral("background-color:#5342d9"));
+    page.resize(900, 650);
+    DevicePicture picture(&page);
+    page.show();
+    QImage seen((QSizeF(DevicePicture::place.size()) * scale).toSize(), QImage::Format_ARGB32);
+    seen.setDevicePixelRatio(scale);
+    seen.fill(Qt::black);
+    picture.render(&seen);
+    seen.setDevicePixelRatio(1);
+
+    // The five lines to the boxes on each side, by how much of a column each of them colours.
+    const QRgb ground = qRgb(0x53, 0x42, 0xd9);
+    for (const int place : {20, DevicePicture::place.width() - 20}) {
+        QVector<double> lines;
+        bool within = false;
+        for (int y = 0; y < seen.height(); ++y) {
+            const QRgb pixel = seen.pixel(int(place * scale), y);
+            if (pixel == ground) {
+                within = false;
+                continue;
+            }
+            if (!std::exchange(within, true)) {
+                lines.append(0);
+            }
+            lines.last() += qRed(pixel) - qRed(ground);
+        }
+        QCOMPARE(lines.size(), 5);
+        const auto [thinnest, widest] = std::minmax_element(lines.begin(), lines.end());
+        qInfo() << "the widest line is" << *widest / *thinnest << "times as wide as the thinnest";
+        QVERIFY(*widest / *thinnest < 1.1);
+    }
+}
 
 void tst_DevicePicture::aLabelOfAFileIsTextAndNoMarkup()
 {
