@@ -65,7 +65,8 @@ int main(int argc, char *argv[])
                                       QLatin1String(AppInfo::applicationName));
     const MappingFiles files(data, seeds);
     Leftovers::clearBesideSettings(settingsPlace.file());
-    for (const QString &path : {files.library(), files.custom(), files.workingCopy()}) {
+    for (const QString &path :
+         {files.library(), files.custom(), files.workingCopy(), files.programs(), settingsPlace.file()}) {
         MappingFile::removeUnfinished(path);
     }
     Platform platform = platforms.create(commandLine.input);

@@ -2,52 +2,122 @@
 
 #include "engine/EngineLog.h"
 
+#include <QCoreApplication>
 #include <QEvent>
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+
+#include <algorithm>
+#include <filesystem>
 
 namespace
 {
 
 const QString versionKey = QStringLiteral("ZR.ver");
 
+// A file's second name, where the file system has such a thing; else a copy. Goes with the object.
+class SecondName
+{
+    Q_DISABLE_COPY_MOVE(SecondName)
+
+public:
+    explicit SecondName(const QString &file)
+        : m_file(file.toStdU16String())
+        , m_second(QStringLiteral("%1.veltrix-%2")
+                       .arg(file)
+                       .arg(QRandomGenerator::global()->generate64(), 16, 16, QLatin1Char('0'))
+                       .toStdU16String())
+    {
+        std::error_code error;
+        if (!std::filesystem::is_regular_file(m_file, error)) {
+            return;
+        }
+        std::filesystem::create_hard_link(m_file, m_second, error);
+        if (error) {
+            std::filesystem::copy_file(m_file, m_second, error);
+        }
+    }
+
+    ~SecondName()
+    {
+        std::error_code error;
+        std::filesystem::remove(m_second, error);
+    }
+
+    // Has it take the file's place again; where there was none, there is none then.
+    void putBack() const
+    {
+        std::error_code error;
+        if (std::filesystem::exists(m_second, error)) {
+            std::filesystem::rename(m_second, m_file, error);
+        } else {
+            std::filesystem::remove(m_file, error);
+        }
+    }
+
+private:
+    const std::filesystem::path m_file;
+    const std::filesystem::path m_second;
+};
+
 } // namespace
 
 Settings::Settings(const QString &organisation, const QString &application)
     : QSettings(organisation, application)
+    , m_store(fileName(), format())
 {
 }
 
 Settings::Settings(const QString &file)
     : QSettings(file, QSettings::IniFormat)
+    , m_store(fileName(), format())
 {
 }
 
-Settings::~Settings() = default;
+Settings::~Settings()
+{
+    write([this] { sync(); }, false);
+}
 
 bool Settings::write()
 {
-    sync();
-    lookAtStatus();
+    write([this] { sync(); });
     return m_written;
 }
 
 // The base class writes with an event to itself.
 bool Settings::event(QEvent *event)
 {
-    const bool done = QSettings::event(event);
-    if (event->type() == QEvent::UpdateRequest) {
-        lookAtStatus();
+    if (event->type() != QEvent::UpdateRequest) {
+        return QSettings::event(event);
     }
-    return done;
+    write([this, event] { QSettings::event(event); });
+    return true;
 }
 
-void Settings::lookAtStatus()
+// The toolkit has a new file take the old one's place even when the disk did not take its content, and says
+// nothing. So the old file keeps a second name until the new one has been looked at. What is lost is set once
+// more, without the event that follows: a full disk stays full, and only the next value, if there is to be an
+// @p again, is a reason to try.
+void Settings::write(const std::function<void()> &toolkitsWay, bool again)
 {
-    bool written = status() == QSettings::NoError;
-    if (!written) {
-        // A status once bad stays so. Another look at the same store has one of its own, and tries again.
-        QSettings again(fileName(), format());
-        again.sync();
-        written = again.status() == QSettings::NoError;
+    const SecondName old(fileName());
+    m_store.sync();
+    QVariantMap lost;
+    if (!isWhole()) {
+        for (const QString &key : m_store.allKeys()) {
+            lost.insert(key, m_store.value(key));
+        }
+        old.putBack();
+    }
+    toolkitsWay(); // finds all done; an empty file it reads, and forgets its values
+    const bool written = lost.isEmpty() && isWritable();
+    if (again) {
+        for (auto value = lost.cbegin(); value != lost.cend(); ++value) {
+            m_store.setValue(value.key(), value.value());
+        }
+        QCoreApplication::removePostedEvents(&m_store);
     }
     if (written == m_written) {
         return;
@@ -57,6 +127,31 @@ void Settings::lookAtStatus()
         qCWarning(lcEngine).noquote() << "The settings cannot be written:" << fileName();
     }
     Q_EMIT writtenChanged(written);
+}
+
+bool Settings::isWritable() const
+{
+    if (status() == QSettings::NoError) {
+        return true;
+    }
+    // A status once bad stays so. Another look at the same store has one of its own, and tries again.
+    QSettings again(fileName(), format());
+    again.sync();
+    return again.status() == QSettings::NoError;
+}
+
+bool Settings::isWhole() const
+{
+    QFile file(fileName());
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) {
+        return true; // the system keeps the store elsewhere, or there is nothing in it
+    }
+    const QByteArray content = file.readAll();
+    const QList<QByteArray> lines = content.split('\n');
+    const auto values = std::count_if(lines.begin(), lines.end(), [](const QByteArray &line) {
+        return line.contains('=') && !line.startsWith('[');
+    });
+    return values == m_store.allKeys().size() && (content.isEmpty() || content.endsWith('\n'));
 }
 
 bool Settings::isOlder(const QSettings &store, const QString &version)

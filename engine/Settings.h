@@ -3,10 +3,12 @@
 #include <QSettings>
 #include <QString>
 
+#include <functional>
+
 /// The user's settings: the one store that all parts of the program read and write.
 ///
 /// What is set reaches the disk when control returns to the event loop, or with write(). What could not be
-/// written is kept and tried again with the next value. GUI thread only.
+/// written is kept and tried again with the next value; the file is as it was then. GUI thread only.
 class Settings : public QSettings
 {
     Q_OBJECT
@@ -40,7 +42,11 @@ protected:
     bool event(QEvent *event) override;
 
 private:
-    void lookAtStatus();
+    void write(const std::function<void()> &toolkitsWay, bool again = true);
+    bool isWritable() const;
+    bool isWhole() const;
 
+    // The file alone, without what the system has for all users. Both look at the same values in memory.
+    QSettings m_store;
     bool m_written = true;
 };

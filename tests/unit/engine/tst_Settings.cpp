@@ -1,11 +1,43 @@
 #include "engine/Settings.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
+
+#ifdef Q_OS_UNIX
+#include <csignal>
+#include <sys/resource.h>
+
+namespace
+{
+
+// No file of this process grows beyond a size, as on a full disk.
+class FileSizeLimit
+{
+    Q_DISABLE_COPY_MOVE(FileSizeLimit)
+
+public:
+    explicit FileSizeLimit(rlim_t size)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        rlimit limit = m_before;
+        limit.rlim_cur = size;
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &m_before); }
+
+private:
+    rlimit m_before = {};
+};
+
+} // namespace
+#endif
 
 class tst_Settings : public QObject
 {
@@ -16,6 +48,7 @@ private Q_SLOTS:
     void writtenValuesComeBack();
     void aFailedWriteIsToldOnceAndTakenBackByTheFact();
     void aFailureInTheEventLoopIsToldToo();
+    void aDiskThatTakesNothingLeavesTheFileAsItWas();
     void olderIsAComparisonOfTexts_data();
     void olderIsAComparisonOfTexts();
 
@@ -92,6 +125,47 @@ void tst_Settings::aFailureInTheEventLoopIsToldToo()
     QCoreApplication::processEvents();
     QCOMPARE(changed.size(), 2);
     QVERIFY(QFile::exists(path()));
+}
+
+void tst_Settings::aDiskThatTakesNothingLeavesTheFileAsItWas()
+{
+#ifdef Q_OS_UNIX
+    const auto content = [this] {
+        QFile file(path());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    const auto settings = std::make_unique<Settings>(path());
+    settings->setValue(QStringLiteral("first"), 1);
+    settings->setValue(QStringLiteral("second"), 1);
+    QVERIFY(settings->write());
+    const QByteArray before = content();
+    const QSignalSpy changed(settings.get(), &Settings::writtenChanged);
+    QTest::ignoreMessage(QtWarningMsg,
+                         qPrintable(QStringLiteral("The settings cannot be written: ") + path()));
+    {
+        const FileSizeLimit limit(600); // there is room for the lock
+        settings->setValue(QStringLiteral("first"), 2);
+        settings->setValue(QStringLiteral("long"), QString(1000, QLatin1Char('x')));
+        QCoreApplication::processEvents();
+        QCOMPARE(content(), before);
+        QVERIFY(!settings->isWritten());
+        QCoreApplication::processEvents();
+        QCOMPARE(changed.size(), 1);
+        QCOMPARE(settings->value(QStringLiteral("first")).toInt(), 2);
+        settings->setValue(QStringLiteral("second"), 2);
+        QVERIFY(!settings->write());
+        QCOMPARE(content(), before);
+        settings->setValue(QStringLiteral("first"), 1); // as it is in the file, but chosen
+    }
+    QCoreApplication::processEvents();
+    QVERIFY(settings->isWritten());
+    QVERIFY2(content().contains("first=1\n"), content().constData());
+    QVERIFY2(content().contains("second=2\n"), content().constData());
+    QVERIFY(content().contains(QByteArray(1000, 'x')));
+    QCOMPARE(QFileInfo(path()).dir().entryList(QDir::Files), QStringList(QStringLiteral("settings.ini")));
+#else
+    QSKIP("The system has no limit for the size of a process's files.");
+#endif
 }
 
 void tst_Settings::olderIsAComparisonOfTexts_data()
