@@ -1,6 +1,8 @@
 #include "app/HistoryCommands.h"
 
 #include "app/DataDirectory.h"
+#include "app/SingleApplication.h"
+#include "app/StartLock.h"
 #include "engine/platform/Session.h"
 #include "mapping/FileHistory.h"
 #include "mapping/MappingDocument.h"
@@ -80,7 +82,8 @@ int HistoryCommands::restore(const CommandCall &call)
     const MappingFiles files(DataDirectory::path());
     const QString version =
         QFileInfo(VersionRestore::find(call.values.constFirst(), files)).absoluteFilePath();
-    // The running copy holds what the files held, and would write that again.
+    // The running copy holds what the files held, and would write that again. None begins to run meanwhile.
+    const StartLock lock(SingleApplication::guardKey());
     RemoteAnswer answer =
         RemoteClient::ask({QStringLiteral("restore"), {version}, false}, Session::userMark());
     if (answer.status == RemoteClient::notRunning) {

@@ -21,7 +21,7 @@ namespace
     QT_TRANSLATE_NOOP("FileResult", "there is none"),
     QT_TRANSLATE_NOOP("FileResult", "it has no place for a mapping"),
     QT_TRANSLATE_NOOP("FileResult", "it is no mapping file; a copy of it lies beside it"),
-    QT_TRANSLATE_NOOP("FileResult", "another program has changed it meanwhile"),
+    QT_TRANSLATE_NOOP("FileResult", "it has been changed since"),
     QT_TRANSLATE_NOOP("FileResult", "by its name it is no version of custom.xml or current.xml"),
     QT_TRANSLATE_NOOP("FileResult", "it holds no mapping"),
 };

@@ -291,13 +291,21 @@ FileResult MappingSession::go(const MappingChange &change, Way way)
 {
     State to = way == Way::TakenBack ? change.before : change.after;
     to.kept = m_now.kept;
-    if (change.file != MappingChange::File::None) {
+    if (change.file == MappingChange::File::WorkingCopy || change.file == MappingChange::File::Custom) {
         FileResult result = putFile(change, &to, way);
         if (!result) {
             return result;
         }
     }
     const State from = std::exchange(m_now, to);
+    if (change.file == MappingChange::File::Keepers) {
+        FileResult result = m_keeper(); // it writes what is in use
+        if (!result) {
+            m_now = from;
+            return result;
+        }
+        m_now.kept = m_now.actions;
+    }
     if (change.file == MappingChange::File::Custom) {
         readCustom();
     }
@@ -319,7 +327,7 @@ FileResult MappingSession::putFile(const MappingChange &change, State *to, Way w
         return result;
     }
     if (change.file == MappingChange::File::Custom) {
-        return FileResult::failed(QStringLiteral("another program has changed it meanwhile"));
+        return FileResult::failed(QStringLiteral("it has been changed since"));
     }
     // What is in use was kept since: what is in use then is kept as well.
     FileResult result =
@@ -388,8 +396,15 @@ FileResult MappingSession::keep()
 FileResult MappingSession::keepWithLastStep()
 {
     MappingChange *last = m_steps.last();
-    if (last == nullptr || last->file == MappingChange::File::Custom || !isGeneral()) {
+    if (last == nullptr || last->file == MappingChange::File::Custom) {
         return keep();
+    }
+    if (!isGeneral()) {
+        FileResult result = keep();
+        if (result) {
+            last->file = MappingChange::File::Keepers;
+        }
+        return result;
     }
     if (last->file == MappingChange::File::None) {
         last->contentBefore = contentOf(m_files.workingCopy());

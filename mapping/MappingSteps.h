@@ -36,7 +36,12 @@ struct MappingChange {
         ActionTable kept; // what the next start begins with
     };
 
-    enum class File { None, WorkingCopy, Custom };
+    enum class File {
+        None,
+        WorkingCopy,
+        Custom,
+        Keepers, ///< one that is written by what keeps the mapping (MappingSession::Aside), not here
+    };
 
     using Content = std::optional<QByteArray>; ///< none: there was no such file
 

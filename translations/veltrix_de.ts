@@ -534,8 +534,8 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
         <translation>keine Belegungsdatei; eine Kopie liegt daneben</translation>
     </message>
     <message>
-        <source>another program has changed it meanwhile</source>
-        <translation>ein anderes Programm hat sie inzwischen geändert</translation>
+        <source>it has been changed since</source>
+        <translation>sie wurde seitdem geändert</translation>
     </message>
     <message>
         <source>by its name it is no version of custom.xml or current.xml</source>

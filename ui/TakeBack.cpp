@@ -18,6 +18,8 @@ TakeBack::TakeBack(MappingSession &session, MapNotices &notices, QWidget *page)
     add(Qt::CTRL + Qt::SHIFT + Qt::Key_Z, [this] { redo(); });
     connect(&notices, &MapNotices::undo, this, &TakeBack::takeBack);
     connect(&session, &MappingSession::stepped, this, &TakeBack::say);
+    // Another mapping has other steps: what was offered is not the last any more.
+    connect(&session, &MappingSession::replaced, &notices, &MapNotices::forgetStep);
 }
 
 void TakeBack::takeBack()

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void theOfferEndsAfterTenSeconds();
     void theOfferStaysWhileItHasTheFocus();
     void theOfferEndsWithTheNextStep();
+    void theOfferEndsWhenAnotherMappingHasItsTurn();
     void aSaveSaysHowToStartWithIt();
     void aSaveOfWhatIsKeptOffersNothing();
     void aLongNameIsShortenedAndTheSentenceIsNot();
@@ -217,6 +218,16 @@ void tst_TakeBack::theOfferEndsWithTheNextStep()
     QCOMPARE(said(), QStringLiteral("Your changes end with the program."));
 }
 
+void tst_TakeBack::theOfferEndsWhenAnotherMappingHasItsTurn()
+{
+    m_page->deleteMap(QStringLiteral("Mix"));
+    const MappingSession::Aside general = m_rig->mappings.exchange({});
+    QVERIFY(link("undo")->isHidden()); // the step is none of this mapping's
+    m_rig->mappings.exchange(general);
+    press();
+    QCOMPARE(names().constFirst(), QStringLiteral("Mix"));
+}
+
 void tst_TakeBack::aSaveSaysHowToStartWithIt()
 {
     menu(3)->loadMidi(0, 1, 60, 100, 0, true, true);
@@ -271,8 +282,7 @@ void tst_TakeBack::whatCannotBeTakenBackIsSaid()
     m_rig->writeFile(QStringLiteral("custom.xml"), "<ZR/>");
     press();
     QVERIFY(failure->isVisible());
-    QCOMPARE(failure->accessibleName(),
-             QStringLiteral("Nothing changed: another program has changed it meanwhile"));
+    QCOMPARE(failure->accessibleName(), QStringLiteral("Nothing changed: it has been changed since"));
     QCOMPARE(m_rig->readFile(QStringLiteral("custom.xml")), QByteArray("<ZR/>"));
     press();
     QVERIFY(failure->isHidden());

@@ -55,6 +55,7 @@ private Q_SLOTS:
     void anEarlierVersionIsBroughtBackAndTakenBack();
     void anEarlierWorkingCopyIsInUseAtOnce();
     void aVersionThatIsNoneChangesNothing();
+    void whatIsKeptElsewhereIsKeptAgain();
 
 private:
     QString path(const char *name) const { return m_directory->filePath(QString::fromLatin1(name)); }
@@ -249,7 +250,7 @@ void tst_MappingSteps::whatSomebodyElseWroteStays()
     writeFile(path("custom.xml"), "<ZR><MAPPING software=\"Theirs\"/></ZR>");
     const FileResult result = m_session->takeBack();
     QVERIFY(!result);
-    QCOMPARE(result.reason(), QStringLiteral("another program has changed it meanwhile"));
+    QCOMPARE(result.reason(), QStringLiteral("it has been changed since"));
     QCOMPARE(custom(), QByteArray("<ZR><MAPPING software=\"Theirs\"/></ZR>"));
     QVERIFY(m_session->takeBack()); // the step before is within reach
     QVERIFY(m_session->actions() == ActionTable());
@@ -369,6 +370,38 @@ void tst_MappingSteps::aVersionThatIsNoneChangesNothing()
     QVERIFY(!m_session->restore(path("copy/mine.xml")));
     QCOMPARE(custom(), byHand);
     QCOMPARE(names().size(), 4);
+    QVERIFY(!m_session->canTakeBack());
+}
+
+void tst_MappingSteps::whatIsKeptElsewhereIsKeptAgain()
+{
+    start();
+    QVector<qint32> kept;
+    bool fails = false;
+    MappingSession::Aside aside;
+    aside.keeper = [&] {
+        if (fails) {
+            return FileResult::failed(QStringLiteral("No space left on device"));
+        }
+        kept << inUse();
+        return FileResult::done();
+    };
+    const MappingSession::Aside general = m_session->exchange(aside);
+    capture(3, 65);
+    capture(3, 66);
+    m_session->assign(4, Layer::Normal, key(80));
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(kept, (QVector<qint32>{65, 66})); // nobody has written that step
+    fails = true;
+    QVERIFY(!m_session->takeBack());
+    QCOMPARE(inUse(), 66);
+    fails = false;
+    QVERIFY(m_session->takeBack());
+    QVERIFY(m_session->isKept());
+    QVERIFY(m_session->redo());
+    QCOMPARE(kept, (QVector<qint32>{65, 66, 65, 66}));
+    QVERIFY(!QFile::exists(path("current.xml")));
+    m_session->exchange(general);
     QVERIFY(!m_session->canTakeBack());
 }
 

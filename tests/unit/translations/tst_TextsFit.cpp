@@ -148,7 +148,7 @@ private Q_SLOTS:
 
 private:
     void check();
-    void openEverything(ZRMainWindow *window);
+    void openEverything(ZRMainWindow *window, MappingSession &session);
 
     QStringList m_untranslated; // sources that a translation differs from
     int m_checked = 0;
@@ -187,7 +187,7 @@ void tst_TextsFit::check()
     }
 }
 
-void tst_TextsFit::openEverything(ZRMainWindow *window)
+void tst_TextsFit::openEverything(ZRMainWindow *window, MappingSession &session)
 {
     for (ZRBaseWindow *page : window->findChildren<ZRBaseWindow *>()) {
         page->onUpdateAvailable(QStringLiteral("12.34.56"));
@@ -238,9 +238,31 @@ void tst_TextsFit::openEverything(ZRMainWindow *window)
     check();
     shortcut.hide();
 
-    page->findChild<SaveDialog *>()->show();
+    auto *save = page->findChild<SaveDialog *>();
+    save->show();
+    check();
+    save->findChild<QLineEdit *>()->clear();
+    check();
+    save->setListed([](const QString &) { return true; });
+    save->findChild<QLineEdit *>()->setText(QStringLiteral("Mix"));
     check();
     page->findChild<SaveDialog *>()->hide();
+
+    // The line of what was done: a name of some length is cut, what is said about it is not.
+    const QString mix = QStringLiteral("Video cutting");
+    const auto *line = page->findChild<QLabel *>(QStringLiteral("notKept"));
+    using Step = MappingStep::Kind;
+    for (const Step kind : {Step::Assign, Step::Use, Step::Save, Step::Remove, Step::Restore}) {
+        for (const auto way :
+             {MappingSession::Way::Done, MappingSession::Way::TakenBack, MappingSession::Way::DoneAgain}) {
+            const MappingStep step{kind, 3, kind == Step::Restore ? QStringLiteral("custom.xml") : mix};
+            Q_EMIT session.stepped(step, way);
+            check();
+            if (line->isVisibleTo(page)) {
+                QCOMPARE(line->text(), line->accessibleName()); // it has the room for that
+            }
+        }
+    }
 
     // Every label that the program itself stores, in all layers.
     for (const char *label :
@@ -284,7 +306,7 @@ void tst_TextsFit::everywhere()
     window.devicePage()->show();
     m_checked = 0;
     check();
-    openEverything(&window);
+    openEverything(&window, rig.mappings);
     Q_EMIT rig.mapUpdate.updateStarted();
     check();
     Q_EMIT rig.mapUpdate.dowloadFinished(true);
