@@ -28,8 +28,8 @@ QPixmap made(const QWidget &widget, qreal scale)
     drawSheet(painter, widget);
     painter.end();
     larger.setDevicePixelRatio(1);
-    QPixmap result = QPixmap::fromImage(larger.scaled(
-        (QSizeF(widget.size()) * scale).toSize(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    QPixmap result = QPixmap::fromImage(larger.scaled((QSizeF(widget.size()) * scale).toSize(),
+                                                      Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     result.setDevicePixelRatio(scale);
     return result;
 }

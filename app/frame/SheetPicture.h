@@ -7,9 +7,9 @@ class QWidget;
 
 /// What a widget's style sheet paints, made to measure where a screen's scale is no whole number.
 ///
-/// Pictures come in one and in two times their size. The toolkit shows anything between by leaving out pixels of
-/// the larger one: edges become jagged, and of two equal lines one may be twice as wide. Here each pixel is the
-/// mean of what lies below it, worked out once per scale.
+/// Pictures come in one and in two times their size. The toolkit shows anything between by leaving out pixels
+/// of the larger one: edges become jagged, and of two equal lines one may be twice as wide. Here each pixel
+/// is the mean of what lies below it, worked out once per scale.
 class SheetPicture
 {
 public:

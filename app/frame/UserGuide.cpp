@@ -3,17 +3,24 @@
 #include "app/frame/AppInfo.h"
 
 #include <QFileInfo>
+#include <QLocale>
 #include <QUrl>
 
 namespace
 {
 
-/// The page that came with the program, or @p onTheWeb.
+/// The page that came with the program, in the language of its texts where there is one, or @p onTheWeb.
 QUrl page(const QString &programFolder, const QString &name, const char *onTheWeb)
 {
-    const QFileInfo file(programFolder + QStringLiteral("/user-guide/") + name);
-    return file.isFile() && file.isReadable() ? QUrl::fromLocalFile(file.absoluteFilePath())
-                                              : QUrl(QLatin1String(onTheWeb));
+    const QString guide = programFolder + QStringLiteral("/user-guide/");
+    const QString language = QLocale().name().section(QLatin1Char('_'), 0, 0) + QLatin1Char('/');
+    for (const QString &folder : {language, QString()}) {
+        const QFileInfo file(guide + folder + name);
+        if (file.isFile() && file.isReadable()) {
+            return QUrl::fromLocalFile(file.absoluteFilePath());
+        }
+    }
+    return QUrl(QLatin1String(onTheWeb));
 }
 
 // The domain that is reserved for addresses that lead nowhere.

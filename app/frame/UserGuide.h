@@ -3,7 +3,7 @@
 class QString;
 class QUrl;
 
-/// Where the user guide is.
+/// Where the user guide is: each page in the language of QLocale(), if it is there in that, else in English.
 namespace UserGuide
 {
 

@@ -216,8 +216,8 @@ void tst_Seen::textsInTheDialogs()
     save.show();
     save.showFailure(QStringLiteral("the disk is full"));
     int checked = 0;
-    for (QWidget *dialog : {static_cast<QWidget *>(&midi), static_cast<QWidget *>(&keys),
-                            static_cast<QWidget *>(&save)}) {
+    for (QWidget *dialog :
+         {static_cast<QWidget *>(&midi), static_cast<QWidget *>(&keys), static_cast<QWidget *>(&save)}) {
         const QList<QLabel *> labels = dialog->findChildren<QLabel *>();
         for (QLabel *label : labels) {
             if (label->isVisible() && !label->text().isEmpty()) {

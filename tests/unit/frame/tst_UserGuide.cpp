@@ -14,6 +14,7 @@ private Q_SLOTS:
     void standsBesideTheProgram_data();
     void standsBesideTheProgram();
     void isFoundThroughTheLinkOfThePackage();
+    void eachPageIsInTheUsersLanguageIfItIsThereInThat();
     void isOnTheWebWhenNoneIsThere();
     void helpIsTheChapterOnTroubleWhileTheMakerHasNoAddress();
 
@@ -44,6 +45,25 @@ void tst_UserGuide::standsBesideTheProgram()
     make(guide);
     QCOMPARE(UserGuide::address(prefix.filePath(program)),
              QUrl::fromLocalFile(guide + QStringLiteral("/index.html")));
+}
+
+void tst_UserGuide::eachPageIsInTheUsersLanguageIfItIsThereInThat()
+{
+    const QTemporaryDir program;
+    const QString guide = program.filePath(QStringLiteral("user-guide"));
+    make(guide);
+    make(guide, QStringLiteral("troubleshooting.html"));
+    make(guide + QStringLiteral("/de"));
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Austria));
+    const QUrl first = UserGuide::address(program.path());
+    const QUrl trouble = UserGuide::troubleshooting(program.path(), {});
+    QLocale::setDefault(QLocale(QLocale::French));
+    const QUrl other = UserGuide::address(program.path());
+    QLocale::setDefault(before);
+    QCOMPARE(first, QUrl::fromLocalFile(guide + QStringLiteral("/de/index.html")));
+    QCOMPARE(trouble, QUrl::fromLocalFile(guide + QStringLiteral("/troubleshooting.html")));
+    QCOMPARE(other, QUrl::fromLocalFile(guide + QStringLiteral("/index.html")));
 }
 
 void tst_UserGuide::isFoundThroughTheLinkOfThePackage()
