@@ -16,11 +16,13 @@
 #include "app/frame/AppInfo.h"
 #include "device/DevicePorts.h"
 #include "device/SerialProtocol.h"
+#include "engine/ProgramSwitch.h"
 #include "engine/platform/PlatformFactory.h"
 #include "engine/platform/Session.h"
 #include "mapping/MappingFile.h"
 #include "mapping/MappingFiles.h"
 #include "mapping/MappingSession.h"
+#include "mapping/ProgramMappings.h"
 #include "net/MapUpdate.h"
 #include "net/ZRUpdater.h"
 #include "remote/RemoteServer.h"
@@ -78,6 +80,8 @@ int main(int argc, char *argv[])
     Core core(platform, afterCrash.messages);
     MappingSession mappings(files);
     core.dispatcher().follow(mappings);
+    ProgramMappings programMappings(mappings);
+    ProgramSwitch programSwitch(*platform.focusedProgram, core.dispatcher(), programMappings);
     MapUpdate mapUpdate(mappings.files().library(), &core.settings());
     UpdateDialog updateDialog;
     ZRUpdater *updater = ZRUpdater::instance();
@@ -92,7 +96,7 @@ int main(int argc, char *argv[])
             return new DeviceZR(parent, serial,
                                 {&mappings, &core.dispatcher(), &core.settings(), &core.knobSettings(),
                                  &core.launchOnStartup(), &mapUpdate, pageUpdater, platform.desktop.get(),
-                                 core.midiPortName(), platform.notice});
+                                 core.midiPortName(), platform.notice, &programMappings, &programSwitch});
         },
         updater, core.clock());
     updateDialog.setWindow(&window);

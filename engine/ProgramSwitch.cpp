@@ -27,8 +27,7 @@ void ProgramSwitch::setPageShown(bool shown)
 
 void ProgramSwitch::setChoosing(bool choosing)
 {
-    m_choosing += choosing ? 1 : -1;
-    if (m_choosing == 0) {
+    if (std::exchange(m_choosing, choosing) != choosing) {
         apply();
     }
 }
@@ -49,7 +48,7 @@ void ProgramSwitch::onFocused(const Program &program)
 void ProgramSwitch::apply()
 {
     disconnect(m_waiting);
-    if (m_choosing > 0) {
+    if (m_choosing) {
         return; // setChoosing() comes back to it
     }
     if (m_dispatcher.isIdle()) {

@@ -35,7 +35,7 @@ public:
 
     void setPageShown(bool shown);
 
-    /// To be called with true when the user begins to choose, and with false as often when he has.
+    /// Whether a menu or dialog is open whose choice is for the mapping that the user sees.
     void setChoosing(bool choosing);
 
 Q_SIGNALS:
@@ -52,6 +52,6 @@ private:
     ProgramMappings &m_mappings;
     Program m_last;
     bool m_pageShown = false;
-    int m_choosing = 0;
+    bool m_choosing = false;
     QMetaObject::Connection m_waiting;
 };

@@ -3125,6 +3125,36 @@ Eingabe (in einem Terminal wird ein Fehler in der Eingabe nur gemeldet), 128 + N
     </message>
 </context>
 <context>
+    <name>ProgramChoice</name>
+    <message>
+        <source>For all programs</source>
+        <translation>Für alle Programme</translation>
+    </message>
+    <message>
+        <source>Only for %1</source>
+        <translation>Nur für %1</translation>
+    </message>
+    <message>
+        <source>For which programs these buttons do this</source>
+        <translation>Für welche Programme die Tasten dies tun</translation>
+    </message>
+    <message>
+        <source>Only for the program used last</source>
+        <translation>Nur für das zuletzt benutzte Programm</translation>
+    </message>
+</context>
+<context>
+    <name>ProgramsOnPage</name>
+    <message>
+        <source>Not kept: %1</source>
+        <translation>Nicht behalten: %1</translation>
+    </message>
+    <message>
+        <source>The programs&apos; mappings were not read: %1</source>
+        <translation>Die Belegungen der Programme wurden nicht gelesen: %1</translation>
+    </message>
+</context>
+<context>
     <name>RemoteClient</name>
     <message>
         <source>Veltrix is not running.</source>

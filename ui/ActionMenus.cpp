@@ -3,6 +3,8 @@
 #include "mapping/MappingSession.h"
 #include "ui/ComboMenu.h"
 
+#include <utility>
+
 ActionMenus::ActionMenus(MappingSession &session, QObject *deviceLink, QWidget *page, Settings &settings)
     : QObject(page)
     , m_session(session)
@@ -44,13 +46,18 @@ void ActionMenus::show(int control, Layer layer)
     }
 }
 
+// The settings hold one mapping, the one for all programs, and hold it still when that is in use again.
 void ActionMenus::showAll()
 {
+    const bool general = m_session.isGeneral();
+    const bool stored = std::exchange(m_shownGeneral, general) && general;
     int control = 0;
     for (ComboMenu *menu : qAsConst(m_menus)) {
+        menu->setStoring(stored);
         for (const Layer layer : Layers::all) {
             menu->setAssignment(layer, m_session.action(control, layer));
         }
+        menu->setStoring(general);
         ++control;
     }
 }

@@ -38,4 +38,5 @@ private:
 
     MappingSession &m_session;
     Menus m_menus;
+    bool m_shownGeneral = true; // at the last showAll()
 };

@@ -201,7 +201,9 @@ void ComboMenu::chooseSpecialAction(Layer chosen, const QString &text)
             assignment.key2 = specialActionCode(text);
             assignment.key3 = 0;
             assignment.label = label;
-            m_settings.writeKeys(layer, assignment);
+            if (m_storing) {
+                m_settings.writeKeys(layer, assignment);
+            }
             changed.insert(layer, assignment);
         }
     }
@@ -257,7 +259,9 @@ void ComboMenu::setAssignment(Layer layer, const shortCut &action)
     qCDebug(lcUi).noquote().nospace()
         << "B_ID: " << m_id << " type: " << Layers::number(layer) << " received shortcut: " << action.label;
     m_assignments[layer] = action;
-    m_settings.write(layer, action);
+    if (m_storing) {
+        m_settings.write(layer, action);
+    }
     showLabel(layer, action.label);
 }
 

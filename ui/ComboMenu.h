@@ -39,6 +39,9 @@ public:
     /// 1: Ctrl + Alt + PrtScn".
     QStringList cutLabels() const;
 
+    /// Whether what is chosen or set from now on is stored in the user's settings. At first it is.
+    void setStoring(bool storing) { m_storing = storing; }
+
     /// Shows and stores @p action. Sends nothing: it is not the user who chose it.
     void setAssignment(Layer layer, const shortCut &action);
 
@@ -86,4 +89,5 @@ private:
     PerLayer<shortCut> m_assignments; // what is shown, for the marks and the dialogs
     PerLayer<QString> m_shownLabels;
     ComboMenuSettings m_settings;
+    bool m_storing = true;
 };

@@ -60,6 +60,7 @@ void ComboMenuBar::runMenu(const QPoint &place)
     }
     m_menuOpen = true;
     m_dimming->setEnabled(true);
+    Q_EMIT choosing(true);
     const QPointer<ComboMenuBar> self(this);
     const QAction *chosen = m_menu.exec(mapToGlobal(place));
     if (!self) {
@@ -72,6 +73,7 @@ void ComboMenuBar::runMenu(const QPoint &place)
     if (self) {
         m_menuOpen = false;
         menuClosed();
+        Q_EMIT choosing(false);
     }
 }
 

@@ -18,6 +18,10 @@ class ComboMenuBar : public QWidget
 public:
     ~ComboMenuBar() override;
 
+Q_SIGNALS:
+    /// The menu opens; or it is closed, and the choice carried out.
+    void choosing(bool begins);
+
 public Q_SLOTS:
     /// Opens the menu and returns when it is closed and the choice, if any, is carried out. Does nothing
     /// while it is open.

@@ -25,6 +25,8 @@
 #include "ui/MappingFileExchange.h"
 #include "ui/OverlayDialog.h"
 #include "ui/PageTexts.h"
+#include "ui/ProgramChoice.h"
+#include "ui/ProgramsOnPage.h"
 #include "ui/SaveDialog.h"
 #include "ui/SensitivitySlider.h"
 #include "ui/TakeBack.h"
@@ -65,6 +67,9 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
     connectDevice(serial);
     showSensitivity();
     followMappings();
+    if (m_parts.programMappings != nullptr) {
+        m_programs = new ProgramsOnPage(*m_parts.programSwitch, *m_parts.programMappings, *m_notices, this);
+    }
     orderFocus();
     m_parts.mappings->setFileChooser(
         [this](const QString &title, const QString &folder, const QString &filter) {
@@ -72,6 +77,9 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
         });
     m_parts.mappings->load([this] { m_selector->selectDefault(); },
                            [this] { return ComboMenuSettings::readAll(*m_parts.settings); });
+    if (m_programs != nullptr) {
+        m_programs->load();
+    }
 
     m_parts.settings->setUsedBy(version);
 }
@@ -213,6 +221,9 @@ void DeviceZR::orderFocus()
     next(m_selector);
     next(m_notices->keepButton());
     next(m_notices->undoButton());
+    if (m_programs != nullptr && m_programs->choice() != nullptr) {
+        next(m_programs->choice());
+    }
     for (ComboMenu *menu : m_menus->menus()) {
         next(menu);
     }

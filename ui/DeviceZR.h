@@ -19,6 +19,9 @@ class MapNotices;
 class MapUpdate;
 class MappingFileExchange;
 class MappingSession;
+class ProgramMappings;
+class ProgramSwitch;
+class ProgramsOnPage;
 class QCheckBox;
 class QNetworkReply;
 class QSlider;
@@ -49,6 +52,8 @@ public:
         const Desktop *desktop; ///< for its dialogs and for printing
         QString midiPortName;
         QString notice; ///< what the user should know about where keys go; empty: nothing
+        ProgramMappings *programMappings = nullptr; ///< may be null, with the next: no program has its own
+        ProgramSwitch *programSwitch = nullptr;
     };
 
     /// @p serial must outlive the page. Loads the session.
@@ -115,6 +120,7 @@ private:
     ComboMapping *m_selector = nullptr;
     MapNotices *m_notices = nullptr;
     MappingFileExchange *m_files = nullptr;
+    ProgramsOnPage *m_programs = nullptr;
     ActionMenus *m_menus = nullptr;
     DeviceIndicators *m_indicators = nullptr;
     QCheckBox *m_startup = nullptr;

@@ -17,7 +17,7 @@ class MapNotices : public QObject
 
 public:
     /// What of the page's can fail.
-    enum class Task { Keep, Save, Delete, TakeBack, LaunchOnStartup, Settings };
+    enum class Task { Keep, Save, Delete, TakeBack, Programs, LaunchOnStartup, Settings };
 
     /// A sentence with a name in it, at "%1". A long name is shown shortened.
     struct Words {

@@ -140,8 +140,7 @@ bool X11FocusedProgram::tellOf(Window window)
     if (window == 0 || isOwn(window) || isOfTheDesktop(window)) {
         return false;
     }
-    const Program program =
-        Program::called(className(property(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, longestClass)));
+    const Program program = Program::called(className(property(window, XCB_ATOM_WM_CLASS, 8, longestClass)));
     if (program.id.isEmpty()) {
         return false;
     }
@@ -152,7 +151,7 @@ bool X11FocusedProgram::tellOf(Window window)
 // The active window is ours, or none is: what lies highest of the others was active before, most likely.
 void X11FocusedProgram::tellOfTheOneBefore()
 {
-    const QVector<Window> all = ids(m_root, m_stackProperty, XCB_ATOM_WINDOW, mostWindows);
+    const QVector<Window> all = ids(m_root, m_stackProperty, mostWindows);
     const int end = std::max(0, all.size() - mostAsked);
     for (int i = all.size() - 1; i >= end; --i) {
         if (tellOf(all.at(i))) {
@@ -163,41 +162,41 @@ void X11FocusedProgram::tellOfTheOneBefore()
 
 bool X11FocusedProgram::isOwn(Window window) const
 {
-    return ids(window, m_processProperty, XCB_ATOM_CARDINAL, 1).value(0) ==
-           quint32(QCoreApplication::applicationPid());
+    return ids(window, m_processProperty, 1).value(0) == quint32(QCoreApplication::applicationPid());
 }
 
 // Panels and the desktop are on the way from one program to another.
 bool X11FocusedProgram::isOfTheDesktop(Window window) const
 {
     constexpr int mostKinds = 16;
-    const QVector<quint32> kinds = ids(window, m_kindProperty, XCB_ATOM_ATOM, mostKinds);
+    const QVector<quint32> kinds = ids(window, m_kindProperty, mostKinds);
     return std::find_first_of(kinds.begin(), kinds.end(), m_frameKinds.begin(), m_frameKinds.end()) !=
            kinds.end();
 }
 
 X11FocusedProgram::Window X11FocusedProgram::activeWindow() const
 {
-    return ids(m_root, m_activeProperty, XCB_ATOM_WINDOW, 1).value(0);
+    return ids(m_root, m_activeProperty, 1).value(0);
 }
 
-QVector<quint32> X11FocusedProgram::ids(Window window, quint32 property, quint32 type, int most) const
+QVector<quint32> X11FocusedProgram::ids(Window window, quint32 property, int most) const
 {
-    const QByteArray bytes = this->property(window, property, type, static_cast<unsigned>(most));
+    const QByteArray bytes = this->property(window, property, 32, static_cast<unsigned>(most));
     QVector<quint32> found(bytes.size() / int(sizeof(quint32)));
     std::memcpy(found.data(), bytes.constData(), size_t(found.size()) * sizeof(quint32));
     return found;
 }
 
-// Empty when the window is gone, and for a property of another type.
-QByteArray X11FocusedProgram::property(Window window, quint32 property, quint32 type, unsigned words) const
+// Empty when the window is gone, and for a property of units of another size.
+QByteArray X11FocusedProgram::property(Window window, quint32 property, int bits, unsigned words) const
 {
     xcb_connection_t *connection = m_connection.get();
-    const auto cookie = xcb_get_property(connection, 0, window, property, type, 0, words);
+    const auto cookie =
+        xcb_get_property(connection, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, words);
     xcb_generic_error_t *error = nullptr; // asked for, so that it is no event
     const auto reply = owned(xcb_get_property_reply(connection, cookie, &error));
     std::free(error);
-    if (!reply || reply->type != type) {
+    if (!reply || reply->format != bits) {
         return QByteArray();
     }
     return QByteArray(static_cast<const char *>(xcb_get_property_value(reply.get())),

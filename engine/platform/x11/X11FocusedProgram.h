@@ -42,8 +42,8 @@ private:
     bool isOwn(Window window) const;
     bool isOfTheDesktop(Window window) const;
     Window activeWindow() const;
-    QVector<quint32> ids(Window window, quint32 property, quint32 type, int most) const;
-    QByteArray property(Window window, quint32 property, quint32 type, unsigned words) const;
+    QVector<quint32> ids(Window window, quint32 property, int most) const;
+    QByteArray property(Window window, quint32 property, int bits, unsigned words) const;
 
     std::unique_ptr<xcb_connection_t, Closer> m_connection;
     std::unique_ptr<QSocketNotifier> m_notifier;

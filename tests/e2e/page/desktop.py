@@ -21,6 +21,7 @@ KEEP = (690, 112)
 UNDO = (690, 112)              # in Keep's place
 UNDO_BESIDE_KEEP = (730, 112)
 EMPTY = (450, 100)             # nothing lies there
+PROGRAM_CHOICE = (330, 240)
 NORMAL_SLIDER = (450, 533)
 STARTUP_BOX = (31, 632)
 # Buttons of dialogs, whose panels lie in the middle of the page.
@@ -96,6 +97,13 @@ class Desktop:
         self.type(name)
         self.click(OK)
         self.wait_for_dialog(shown=False)
+
+    def choose_programs(self, only_the_last):
+        """Has the mapping act for all programs, or only for the one that had the focus last."""
+        self.click((PROGRAM_CHOICE[0] + 120, PROGRAM_CHOICE[1] + 10))
+        assert wait_for(lambda: self.is_window_at((PROGRAM_CHOICE[0], PROGRAM_CHOICE[1] + 20))), self._server.windows()
+        time.sleep(SETTLED)
+        self.keys(*["Down"] * (2 if only_the_last else 1), "Return")
 
     def capture(self, control, layer, *names):
         """Makes a shortcut of keys with the dialog."""

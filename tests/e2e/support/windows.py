@@ -7,6 +7,7 @@ _xtst = ctypes.CDLL("libXtst.so.6")
 _Window = ctypes.c_ulong
 _VIEWABLE = 2
 _CARDINAL = 6
+_WINDOW = 33
 
 
 class _Attributes(ctypes.Structure):
@@ -34,6 +35,7 @@ class Windows:
         self._display = display
         self.root = _x11.XDefaultRootWindow(display)
         self._pid_property = _x11.XInternAtom(display, b"_NET_WM_PID", 0)
+        self._active_property = _x11.XInternAtom(display, b"_NET_ACTIVE_WINDOW", 0)
 
     def children(self, window=None):
         """From the lowest to the topmost."""
@@ -92,6 +94,13 @@ class Windows:
         _x11.XTranslateCoordinates(self._display, _Window(window), _Window(self.root), attributes.width // 2,
                                    attributes.height // 2, ctypes.byref(x), ctypes.byref(y), ctypes.byref(child))
         return x.value, y.value
+
+    def activate(self, window):
+        """Gives the window the focus, and says so as a window manager does."""
+        _x11.XSetInputFocus(self._display, _Window(window), 1, ctypes.c_ulong(0))
+        _x11.XChangeProperty(self._display, _Window(self.root), ctypes.c_ulong(self._active_property),
+                             ctypes.c_ulong(_WINDOW), 32, 0, ctypes.byref(ctypes.c_ulong(window)), 1)
+        _x11.XSync(self._display, 0)
 
     def cover(self):
         """Puts a window of somebody else's in front of everything."""

@@ -10,7 +10,8 @@ namespace
 {
 
 constexpr char usage[] =
-    "Usage: veltrix-listener [--timestamps] [--size WIDTHxHEIGHT] [--midi | --midi-only]\n"
+    "Usage: veltrix-listener [--timestamps] [--size WIDTHxHEIGHT] [--class NAME]\n"
+    "                        [--midi | --midi-only]\n"
     "                        [--midi-client NAME] [--midi-port NAME]\n"
     "Opens a window (over the whole screen unless --size is given), takes the focus, prints \"ready\"\n"
     "and then one line for each event: \"key CODE down|up\", \"left down|up\", \"move X Y\",\n"
@@ -35,6 +36,9 @@ std::optional<Arguments> parseArguments(int argc, char **argv)
         } else if (hasValue && name == "--size") {
             good = std::sscanf(value, "%dx%d", &arguments.width, &arguments.height) == 2 &&
                    arguments.width > 0 && arguments.height > 0;
+            ++i;
+        } else if (hasValue && name == "--class") {
+            arguments.windowClass = value;
             ++i;
         } else if (hasValue && name == "--midi-client") {
             arguments.midiClient = value;

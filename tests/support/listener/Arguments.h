@@ -12,6 +12,7 @@ struct Arguments {
     bool window = true;      ///< without: MIDI only
     int width = 0;           ///< of the window; 0: the whole screen
     int height = 0;
+    std::string windowClass; ///< what window managers and others know the program by; none when empty
     std::string midiClient = "tester";
     std::string midiPort = "FROM host";
 };

@@ -41,6 +41,11 @@ Listener::Listener(Display *display, const Arguments &arguments, const Output &o
         XCreateWindow(display, DefaultRootWindow(display), 0, 0, width, height, 0, CopyFromParent,
                       InputOutput, nullptr, CWOverrideRedirect | CWBackPixel | CWEventMask, &attributes);
     XStoreName(display, m_window, "Listener");
+    if (!arguments.windowClass.empty()) {
+        std::string name = arguments.windowClass;
+        XClassHint names{name.data(), name.data()};
+        XSetClassHint(display, m_window, &names);
+    }
     // A held key then sends presses only, which are told apart from the first by m_held.
     XkbSetDetectableAutoRepeat(display, True, nullptr);
     XMapRaised(display, m_window);

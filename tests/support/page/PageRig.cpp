@@ -22,6 +22,8 @@ PageRig::PageRig()
     : mappings(data.path())
     // No network: there is no such file.
     , mapUpdate(mappings.files().library(), &store, QStringLiteral("file:///nonexistent/"))
+    , programMappings(mappings)
+    , programSwitch(focus, *engine.dispatcher, programMappings)
 {
     engine.dispatcher->follow(mappings);
 }
@@ -43,7 +45,8 @@ DeviceZR *PageRig::makePage(QWidget *parent, SerialProtocol *serial, ZRUpdater *
 {
     return new DeviceZR(parent, serial,
                         {&mappings, engine.dispatcher.get(), &store, &engine.settings, &launchOnStartup,
-                         &mapUpdate, updater, &desktop, QStringLiteral("Not Available"), notice});
+                         &mapUpdate, updater, &desktop, QStringLiteral("Not Available"), notice,
+                         &programMappings, &programSwitch});
 }
 
 std::unique_ptr<SerialProtocol> PageRig::makeSerial()

@@ -2,10 +2,13 @@
 
 #include "device/SerialProtocol.h"
 #include "engine/LaunchOnStartup.h"
+#include "engine/ProgramSwitch.h"
 #include "engine/Settings.h"
 #include "engine/platform/AutostartEntry.h"
 #include "engine/platform/Desktop.h"
+#include "engine/platform/recording/RecordingFocus.h"
 #include "mapping/MappingSession.h"
+#include "mapping/ProgramMappings.h"
 #include "net/MapUpdate.h"
 #include "tests/support/script/EngineRig.h"
 #include "ui/DeviceZR.h"
@@ -69,4 +72,7 @@ public:
     QString notice; ///< to be set before makePage()
     LaunchOnStartup launchOnStartup{autostart, QStringLiteral("/opt/veltrix/veltrix")};
     MapUpdate mapUpdate;
+    RecordingFocus focus;
+    ProgramMappings programMappings;
+    ProgramSwitch programSwitch;
 };

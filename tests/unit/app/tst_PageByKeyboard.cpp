@@ -3,6 +3,7 @@
 #include "tests/support/page/PageRig.h"
 #include "ui/ComboMapping.h"
 #include "ui/ComboMenu.h"
+#include "ui/ProgramChoice.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -64,7 +65,8 @@ void tst_PageByKeyboard::tabFollowsThePage()
     auto *printer = m_page->findChild<ClickableLabel *>(QString(), Qt::FindDirectChildrenOnly);
     printer->setFocus(Qt::TabFocusReason);
     QList<QWidget *> expected{printer, m_page->findChild<ComboMapping *>(),
-                              m_page->findChild<ClickableLabel *>(QStringLiteral("keep"))};
+                              m_page->findChild<ClickableLabel *>(QStringLiteral("keep")),
+                              m_page->findChild<ProgramChoice *>()};
     for (int control = 0; control < 10; ++control) {
         expected << menu(control);
     }

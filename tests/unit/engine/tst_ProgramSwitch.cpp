@@ -185,10 +185,8 @@ void tst_ProgramSwitch::whatIsChosenIsChosenForWhatTheUserSees()
 {
     giveBoth();
     m_focus->focus(gimp);
-    m_switch->setChoosing(true); // a menu
+    m_switch->setChoosing(true);
     m_focus->focus(browser);
-    m_switch->setChoosing(true); // and its dialog
-    m_switch->setChoosing(false);
     m_session->assign(5, Layer::Normal, key(99));
     QCOMPARE(m_programs->inUse(), gimp);
     press(3);

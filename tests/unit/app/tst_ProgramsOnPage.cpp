@@ -1,0 +1,316 @@
+#include "tests/support/log/LogCapture.h"
+#include "tests/support/page/PageRig.h"
+#include "ui/ComboMapping.h"
+#include "ui/ComboMenu.h"
+#include "ui/OverlayDialog.h"
+#include "ui/ProgramChoice.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QSignalSpy>
+#include <QTimer>
+#include <QtTest>
+
+namespace
+{
+
+shortCut key(qint32 code, const char *label)
+{
+    shortCut action;
+    action.key1 = code;
+    action.key2 = -1;
+    action.key3 = -1;
+    action.label = QString::fromLatin1(label);
+    return action;
+}
+
+} // namespace
+
+/// The device page, a mapping per program, and programs that get the focus when the test says so.
+class tst_ProgramsOnPage : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void itIsOffUntilItIsUsed();
+    void theMenuGivesAndTakes();
+    void theKeyboardGivesAndTakes();
+    void thePageShowsTheMappingThatActs();
+    void programsLeaveTheSettingsAlone();
+    void anOpenDialogHasTheChangeWait();
+    void anOpenMenuHasTheChangeWait();
+    void whatCannotBeKeptIsSaid();
+    void aBrokenFileIsSaid();
+    void undoIsNotOfferedForAnotherProgramsMapping();
+    void withoutASessionThatTellsNothingIsOffered();
+
+private:
+    void show();
+    /// Opens the menu and chooses its entry @p number by keyboard.
+    void choose(int number, QStringList *texts = nullptr);
+    ProgramChoice *choice() const { return m_page->findChild<ProgramChoice *>(); }
+    QString line() const { return choice()->findChild<QLabel *>()->text(); }
+    QString failure() const
+    {
+        auto *label = m_page->findChild<QLabel *>(QStringLiteral("failure"));
+        return label->isVisible() ? label->text() : QString();
+    }
+    qint32 inUse(int control = 3) const { return m_rig->mappings.action(control, Layer::Normal).key1; }
+    ComboMenu *menu(int control) const
+    {
+        for (ComboMenu *menu : m_page->findChildren<ComboMenu *>()) {
+            if (menu->accessibleName().endsWith(QString::number(control))) {
+                return menu;
+            }
+        }
+        return nullptr;
+    }
+
+    std::unique_ptr<PageRig> m_rig;
+    std::unique_ptr<QWidget> m_window;
+    std::unique_ptr<SerialProtocol> m_serial;
+    DeviceZR *m_page = nullptr;
+};
+
+void tst_ProgramsOnPage::init()
+{
+    m_rig = std::make_unique<PageRig>();
+    m_serial = PageRig::makeSerial();
+    m_window = std::make_unique<QWidget>();
+    m_window->resize(900, 650);
+}
+
+void tst_ProgramsOnPage::cleanup()
+{
+    m_window.reset();
+    m_serial.reset();
+    m_rig.reset();
+}
+
+void tst_ProgramsOnPage::show()
+{
+    m_page = m_rig->makePage(m_window.get(), m_serial.get(), nullptr);
+    m_page->resize(900, 650);
+    m_window->show();
+    m_rig->mappings.assign(3, Layer::Normal, key(65, "A"));
+}
+
+void tst_ProgramsOnPage::choose(int number, QStringList *texts)
+{
+    QTimer::singleShot(0, this, [number, texts] {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QVERIFY(menu);
+        for (const QAction *action : menu->actions()) {
+            if (texts) {
+                *texts << (action->isChecked() ? QStringLiteral("* ") : QString()) + action->text() +
+                              (action->isEnabled() ? QString() : QStringLiteral(" -"));
+            }
+        }
+        for (int i = 0; i <= number; ++i) {
+            QTest::keyClick(menu, Qt::Key_Down);
+        }
+        QTest::keyClick(menu, number < 0 ? Qt::Key_Escape : Qt::Key_Return);
+    });
+    QTest::mouseClick(choice(), Qt::LeftButton);
+}
+
+void tst_ProgramsOnPage::itIsOffUntilItIsUsed()
+{
+    m_rig->focus.focus(QStringLiteral("Gimp-2.10"));
+    show();
+    QVERIFY(choice());
+    QVERIFY(choice()->isVisible());
+    QCOMPARE(line(), QStringLiteral("For all programs"));
+    QCOMPARE(choice()->accessibleName(), QStringLiteral("For all programs"));
+    QVERIFY(m_rig->focus.isWatched());
+    m_page->hide();
+    QVERIFY(!m_rig->focus.isWatched());
+    QVERIFY(!QFile::exists(m_rig->mappings.files().programs()));
+}
+
+void tst_ProgramsOnPage::theMenuGivesAndTakes()
+{
+    show();
+    QStringList texts;
+    choose(-1, &texts);
+    QCOMPARE(texts, (QStringList{QStringLiteral("* For all programs"),
+                                 QStringLiteral("Only for the program used last -")}));
+    m_rig->focus.focus(QStringLiteral("R&D-2"));
+    choose(1);
+    QCOMPARE(line(), QStringLiteral("Only for R&D"));
+    QCOMPARE(m_rig->programMappings.inUse(), QStringLiteral("r&d"));
+    texts.clear();
+    choose(1, &texts); // what is so already
+    QCOMPARE(texts,
+             (QStringList{QStringLiteral("For all programs"), QStringLiteral("* Only for R&&D")}));
+    QCOMPARE(line(), QStringLiteral("Only for R&D"));
+    choose(0);
+    QCOMPARE(line(), QStringLiteral("For all programs"));
+    QVERIFY(!m_rig->programMappings.areUsed());
+}
+
+void tst_ProgramsOnPage::theKeyboardGivesAndTakes()
+{
+    m_rig->focus.focus(QStringLiteral("Gimp"));
+    show();
+    choice()->setFocus();
+    QTimer::singleShot(0, this, [] {
+        QWidget *menu = QApplication::activePopupWidget();
+        QVERIFY(menu);
+        QTest::keyClick(menu, Qt::Key_Up);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    QTest::keyClick(choice(), Qt::Key_Space);
+    QCOMPARE(line(), QStringLiteral("Only for Gimp"));
+}
+
+void tst_ProgramsOnPage::thePageShowsTheMappingThatActs()
+{
+    m_rig->focus.focus(QStringLiteral("Gimp"));
+    show();
+    choose(1);
+    m_rig->mappings.assign(3, Layer::Normal, key(71, "G"));
+    m_rig->focus.focus(QStringLiteral("firefox"));
+    QCOMPARE(line(), QStringLiteral("For all programs"));
+    QVERIFY(menu(3)->inWords(Layer::Normal).contains(QStringLiteral("A")));
+    choose(1);
+    m_rig->mappings.assign(3, Layer::Normal, key(70, "F"));
+    m_rig->focus.focus(QStringLiteral("Gimp"));
+    QCOMPARE(line(), QStringLiteral("Only for Gimp"));
+    QVERIFY(menu(3)->inWords(Layer::Normal).contains(QStringLiteral("G")));
+    m_page->hide();
+    m_rig->focus.focus(QStringLiteral("firefox"));
+    QCOMPARE(inUse(), 70);
+}
+
+void tst_ProgramsOnPage::programsLeaveTheSettingsAlone()
+{
+    m_rig->focus.focus(QStringLiteral("Gimp"));
+    show();
+    menu(3)->getShorcut(0, key(66, "B"));
+    m_rig->store.sync();
+    const auto stored = [this] {
+        m_rig->store.sync();
+        QMap<QString, QVariant> values;
+        for (const QString &key : m_rig->store.allKeys()) {
+            values[key] = m_rig->store.value(key);
+        }
+        return values;
+    };
+    const auto before = stored();
+    choose(1);
+    menu(3)->getShorcut(0, key(71, "G"));
+    QCOMPARE(inUse(), 71);
+    m_rig->focus.focus(QStringLiteral("firefox"));
+    QCOMPARE(stored(), before);
+    QCOMPARE(inUse(), 66);
+    menu(3)->getShorcut(0, key(67, "C"));
+    QVERIFY(stored() != before);
+}
+
+void tst_ProgramsOnPage::anOpenDialogHasTheChangeWait()
+{
+    m_rig->focus.focus(QStringLiteral("Gimp"));
+    show();
+    choose(1);
+    OverlayDialog *dialog = nullptr;
+    {
+        // The dialog of control 3, which the user opens and leaves open.
+        QTimer::singleShot(0, this, [] {
+            auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+            QVERIFY(menu);
+            QTest::keyClick(menu, Qt::Key_Down);
+            QTest::keyClick(menu, Qt::Key_Right);
+            QWidget *layer = QApplication::activePopupWidget();
+            QTest::keyClick(layer, Qt::Key_Return);
+        });
+        menu(3)->dislayMenu();
+        for (OverlayDialog *each : m_page->findChildren<OverlayDialog *>()) {
+            dialog = each->isVisible() ? each : dialog;
+        }
+    }
+    QVERIFY(dialog);
+    m_rig->focus.focus(QStringLiteral("firefox"));
+    QCOMPARE(line(), QStringLiteral("Only for Gimp"));
+    dialog->hide();
+    menu(3)->getShorcut(0, key(71, "G")); // what it says, it says before control returns
+    QTRY_COMPARE(line(), QStringLiteral("For all programs"));
+    QCOMPARE(inUse(), 65);
+    m_rig->focus.focus(QStringLiteral("Gimp"));
+    QCOMPARE(inUse(), 71);
+}
+
+void tst_ProgramsOnPage::anOpenMenuHasTheChangeWait()
+{
+    m_rig->focus.focus(QStringLiteral("Gimp"));
+    show();
+    choose(1);
+    m_rig->focus.focus(QStringLiteral("editor"));
+    QTimer::singleShot(0, this, [this] {
+        QVERIFY(QApplication::activePopupWidget());
+        m_rig->focus.focus(QStringLiteral("Gimp"));
+        QCOMPARE(line(), QStringLiteral("For all programs"));
+        QApplication::activePopupWidget()->close();
+    });
+    menu(3)->dislayMenu();
+    QCOMPARE(line(), QStringLiteral("Only for Gimp"));
+}
+
+void tst_ProgramsOnPage::whatCannotBeKeptIsSaid()
+{
+    const LogCapture log;
+    m_rig->focus.focus(QStringLiteral("Gimp"));
+    show();
+    QVERIFY(QDir().mkdir(m_rig->mappings.files().programs()));
+    choose(1);
+    QCOMPARE(line(), QStringLiteral("Only for Gimp"));
+    QVERIFY(failure().contains(QStringLiteral("not a regular file")));
+    QVERIFY(QDir().rmdir(m_rig->mappings.files().programs()));
+    m_rig->mappings.assign(3, Layer::Normal, key(71, "G"));
+    QCOMPARE(failure(), QString());
+}
+
+void tst_ProgramsOnPage::aBrokenFileIsSaid()
+{
+    const LogCapture log;
+    m_rig->writeFile(QStringLiteral("programs.xml"), "<ZR><MAPPING");
+    show();
+    QVERIFY(failure().contains(QStringLiteral("programs")));
+    QCOMPARE(m_rig->readFile(QStringLiteral("programs.xml.broken")), QByteArray("<ZR><MAPPING"));
+}
+
+void tst_ProgramsOnPage::undoIsNotOfferedForAnotherProgramsMapping()
+{
+    m_rig->focus.focus(QStringLiteral("Gimp"));
+    show();
+    choose(1);
+    const ZRButtonMap mix(QStringLiteral("Mix"));
+    m_rig->mappings.use(mix);
+    auto *undo = m_page->findChild<QWidget *>(QStringLiteral("undo"));
+    QVERIFY(undo->isVisible());
+    m_rig->focus.focus(QStringLiteral("firefox"));
+    QVERIFY(!undo->isVisible());
+    m_rig->focus.focus(QStringLiteral("Gimp"));
+    QVERIFY(m_rig->mappings.takeBack());
+    QCOMPARE(inUse(), 65);
+}
+
+void tst_ProgramsOnPage::withoutASessionThatTellsNothingIsOffered()
+{
+    FocusedProgram silent;
+    ProgramSwitch programs(silent, *m_rig->engine.dispatcher, m_rig->programMappings);
+    m_page = new DeviceZR(m_window.get(), m_serial.get(),
+                          {&m_rig->mappings, m_rig->engine.dispatcher.get(), &m_rig->store,
+                           &m_rig->engine.settings, &m_rig->launchOnStartup, &m_rig->mapUpdate, nullptr,
+                           &m_rig->desktop, QString(), QString(), &m_rig->programMappings, &programs});
+    m_window->show();
+    QVERIFY(!choice());
+    m_window.reset(); // before what it works with
+}
+
+QTEST_MAIN(tst_ProgramsOnPage)
+#include "tst_ProgramsOnPage.moc"
