@@ -8,11 +8,11 @@ import subprocess
 import tempfile
 import threading
 import time
+from pathlib import Path
 
-PROGRAM = os.environ["PROGRAM"]
-SIMULATOR = os.environ["SIMULATOR"]
-LISTENER = os.environ["LISTENER"]
-START_SERVER = os.environ["START_SERVER"]
+# Windows' programs are others; their tests use the rest.
+PROGRAM, SIMULATOR, LISTENER = (os.environ.get(name) for name in ("PROGRAM", "SIMULATOR", "LISTENER"))
+START_SERVER = os.environ.get("START_SERVER") or str(Path(__file__).resolve().parents[3] / "scripts/desk.d/start-server")
 
 PR_SET_PDEATHSIG = 1
 _libc = ctypes.CDLL(None)
@@ -32,37 +32,28 @@ def plain_environment():
     return environment
 
 
-def wait_for(condition, timeout=5.0):
+def wait_for(condition, timeout=5.0, pause=0.002):
     """Waits until the condition holds and returns its value; the last value when it never does."""
     end = time.monotonic() + timeout
     while True:
         value = condition()
         if value or time.monotonic() > end:
             return value
-        time.sleep(0.002)
+        time.sleep(pause)
 
 
-class Lines:
-    """A process whose lines are read on a thread, each with the time at which it came."""
+class LineLog:
+    """Lines that arrive on another thread, each with the time at which it came."""
 
-    def __init__(self, command, environment, stream, **options):
+    def __init__(self):
         self.lines = []
         self._changed = threading.Condition()
-        self.process = subprocess.Popen(
-            command, env=environment, text=True, preexec_fn=_die_with_the_test, **{stream: subprocess.PIPE}, **options)
-        self._pipe = getattr(self.process, stream)
-        self._thread = threading.Thread(target=self._read, daemon=True)
-        self._thread.start()
 
-    @property
-    def pid(self):
-        return self.process.pid
-
-    def _read(self):
-        for line in self._pipe:
-            with self._changed:
-                self.lines.append((time.monotonic(), line.rstrip("\n")))
-                self._changed.notify_all()
+    def _add(self, texts):
+        with self._changed:
+            now = time.monotonic()
+            self.lines += [(now, text) for text in texts]
+            self._changed.notify_all()
 
     def texts(self):
         return [text for _, text in self.lines]
@@ -79,6 +70,26 @@ class Lines:
                 if left <= 0:
                     return None
                 self._changed.wait(left)
+
+
+class Lines(LineLog):
+    """A process whose lines are read on a thread."""
+
+    def __init__(self, command, environment, stream, **options):
+        super().__init__()
+        self.process = subprocess.Popen(
+            command, env=environment, text=True, preexec_fn=_die_with_the_test, **{stream: subprocess.PIPE}, **options)
+        self._pipe = getattr(self.process, stream)
+        self._thread = threading.Thread(target=self._read, daemon=True)
+        self._thread.start()
+
+    @property
+    def pid(self):
+        return self.process.pid
+
+    def _read(self):
+        for line in self._pipe:
+            self._add([line.rstrip("\n")])
 
     def stop(self, number=signal.SIGTERM):
         if self.process.poll() is None:

@@ -3,13 +3,15 @@
 import os
 import re
 import shutil
-import signal
 import subprocess
 import sys
 import tempfile
 import threading
 import time
 from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[3] / "e2e/support"))
+import desk as support  # noqa: E402
 
 STAGE = Path(os.environ["STAGE"])  # what is packed
 TOOLS = Path(os.environ["TOOLS"])  # the test programs of ../win32
@@ -22,13 +24,8 @@ RUN = (r"HKLM\SOFTWARE\Microsoft\Windows\CurrentVersion\Run", "Veltrix")
 
 
 def wait_for(condition, timeout=20.0):
-    """Waits until the condition holds and returns its value; the last value when it never does."""
-    end = time.monotonic() + timeout
-    while True:
-        value = condition()
-        if value or time.monotonic() > end:
-            return value
-        time.sleep(0.05)
+    """As desk's, with the patience that Wine needs."""
+    return support.wait_for(condition, timeout, 0.05)
 
 
 def run(*command, timeout=90, check=False, environment=None):
@@ -60,12 +57,11 @@ def set_registry(key, name, value, kind="REG_SZ"):
     run("reg", "add", key, "/v", name, "/t", kind, "/d", value, "/f", check=True)
 
 
-class Lines:
-    """A program whose output is read while it runs, each line with the time at which it came."""
+class Lines(support.LineLog):
+    """A program whose output is read while it runs."""
 
     def __init__(self, *command, stdin=None, cwd=None, environment=None):
-        self.lines = []
-        self._changed = threading.Condition()
+        super().__init__()
         self._file = tempfile.NamedTemporaryFile(suffix=".log")
         self.process = subprocess.Popen(["wine", *map(str, command)], stdin=stdin or subprocess.DEVNULL, stdout=self._file,
                                         stderr=subprocess.STDOUT, cwd=cwd, env=environment)
@@ -82,26 +78,10 @@ class Lines:
                     time.sleep(0.001)
                     continue
                 *lines, rest = (rest + data).split(b"\n")
-                with self._changed:
-                    now = time.monotonic()
-                    self.lines += [(now, line.decode("utf-8", "replace").rstrip("\r")) for line in lines]
-                    self._changed.notify_all()
-
-    def texts(self):
-        return [text for _, text in self.lines]
+                self._add([line.decode("utf-8", "replace").rstrip("\r") for line in lines])
 
     def wait_for(self, pattern, timeout=20.0, since=0):
-        """The first line from number `since` on that matches, as (time, text); None when none comes."""
-        end = time.monotonic() + timeout
-        with self._changed:
-            while True:
-                for entry in self.lines[since:]:
-                    if re.search(pattern, entry[1]):
-                        return entry
-                left = end - time.monotonic()
-                if left <= 0:
-                    return None
-                self._changed.wait(left)
+        return super().wait_for(pattern, timeout, since)
 
     def send(self, text):
         self.process.stdin.write((text + "\n").encode())
@@ -118,21 +98,12 @@ class Lines:
         self._file.close()
 
 
-class Display:
+class Display(support.XServer):
     """A private X server; what Wine shows is on it."""
 
     def __init__(self, size="1280x1024"):
-        read_end, write_end = os.pipe()
-        self._process = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write_end), "-noreset", "-nolisten", "tcp", "-screen", "0", size + "x24"],
-            pass_fds=[write_end], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        os.close(write_end)
-        with os.fdopen(read_end) as pipe:
-            os.environ["DISPLAY"] = ":" + pipe.readline().strip()
-
-    def stop(self):
-        self._process.terminate()
-        self._process.wait()
+        super().__init__(size + "x24")
+        os.environ["DISPLAY"] = self.name
 
 
 def picture(name, window=None):
@@ -154,7 +125,6 @@ def click(x, y):
     xdotool("mousemove", int(x), int(y), "sleep", "0.2", "click", "1")
 
 
-SPECIAL_ACTION = 0x1FFFFFF
 HORIZONTAL = 4
 
 
@@ -167,7 +137,7 @@ def write_mapping(folder=None):
     folder = folder or data_folder()
     keys = {n: (65 + n, -1) for n in range(9)}
     keys[0] = (17, 65)
-    keys[9] = (SPECIAL_ACTION, HORIZONTAL)
+    keys[9] = (support.SPECIAL_ACTION, HORIZONTAL)
     buttons = "".join(
         f'<BUTTON id="{n}"><NORMAL label="{chr(65 + n)}"><KEY1 type="int">{key1}</KEY1><KEY2 type="int">{key2}</KEY2>'
         f'<KEY3 type="int">-1</KEY3></NORMAL></BUTTON>' for n, (key1, key2) in keys.items())
