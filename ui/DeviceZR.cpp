@@ -24,6 +24,7 @@
 #include "ui/MapPrinter.h"
 #include "ui/MappingFileExchange.h"
 #include "ui/OverlayDialog.h"
+#include "ui/PageCheckBox.h"
 #include "ui/PageTexts.h"
 #include "ui/ProgramChoice.h"
 #include "ui/ProgramsOnPage.h"
@@ -136,7 +137,7 @@ void DeviceZR::followMappings()
 
 void DeviceZR::buildStartupBox()
 {
-    m_startup = new QCheckBox(this);
+    m_startup = new PageCheckBox(this);
     m_startup->setGeometry(24, 625, 200, 15);
     m_startup->setFont(Look::font(Look::Face::Page, 10));
     m_startup->setStyleSheet(QStringLiteral("QCheckBox { color : rgba(255,255,255,0.40); }"));

@@ -103,6 +103,7 @@ private Q_SLOTS:
     void textsInTheDialogs();
     void framesInTheDialogs();
     void theSliders();
+    void theCheckBoxOfThePage();
     void disabledEntriesOfTheMenus();
     void theBoxesFrames();
 
@@ -273,6 +274,24 @@ void tst_Seen::theSliders()
         }
         QVERIFY2(groove >= forFrames, qPrintable(QString::number(groove)));
         QVERIFY2(ticks >= forFrames, qPrintable(QString::number(ticks)));
+    }
+}
+
+void tst_Seen::theCheckBoxOfThePage()
+{
+    for (QCheckBox *box : m_page->findChildren<QCheckBox *>(QString(), Qt::FindDirectChildrenOnly)) {
+        for (const bool checked : {false, true}) {
+            const QSignalBlocker blocker(box);
+            box->setChecked(checked);
+            const QImage square = seen(*box).copy(0, 0, 16, box->height());
+            double most = 1;
+            for (int y = 0; y < square.height(); ++y) {
+                for (int x = 0; x < square.width(); ++x) {
+                    most = std::max(most, contrast(square.pixel(x, y), qRgb(0x53, 0x42, 0xd9)));
+                }
+            }
+            QVERIFY2(most >= forFrames, qPrintable(QString::number(most)));
+        }
     }
 }
 
