@@ -4,9 +4,10 @@ import json
 import os
 import signal
 import subprocess
+import time
 import unittest
 
-from desk import PROGRAM, Home, Lines, XServer, plain_environment, wait_for
+from desk import PROGRAM, SIMULATOR, Home, Lines, XServer, plain_environment, wait_for
 from windows import Windows
 
 WINDOW_SIZE = (900, 650)
@@ -14,6 +15,11 @@ STARTED = 20  # s: patience with a start
 CORNER = ("10", "10")
 IN_THE_CORNER = (60, 60)
 IN_THE_WINDOW = (640, 600)
+SELECTOR = ((1280 - 900) // 2 + 760, (1024 - 650) // 2 + 37)
+UNDO = ((1280 - 900) // 2 + 730, (1024 - 650) // 2 + 112)  # beside "Keep"
+PAGE_SHOWN = 2.5    # s: from the port's opening to the end of the slide
+DIALOG_SHOWN = 0.7  # s: from a dialog's window to the input that it takes
+SETTLED = 0.1
 
 
 def button(label, key, layer="NORMAL"):
@@ -57,6 +63,34 @@ class Travel(unittest.TestCase):
         self.addCleanup(program.stop, signal.SIGKILL)
         self.assertTrue(wait_for(lambda: windows.shown(WINDOW_SIZE), STARTED), program.texts())
         return server.name, windows
+
+    def start_with_device_in(self, home):
+        """The same with the device's page."""
+        link = os.path.join(home.path, "device")
+        device = Lines([SIMULATOR, "--stdin", "--stay", "--link", link], self.environment_of(home), "stdout",
+                       stdin=subprocess.PIPE)
+        self.addCleanup(device.stop, signal.SIGKILL)
+        self.assertTrue(device.wait_for("plugged"))
+        display, windows = self.start_in(home, "--port", link)
+        self.assertTrue(device.wait_for("opened", STARTED))
+        time.sleep(PAGE_SHOWN)
+        return display, windows
+
+    def hands(self, display, *arguments):
+        subprocess.run(["xdotool", *map(str, arguments)], check=True,
+                       env={**self.environment_of(self.home), "DISPLAY": display})
+
+    def choose_from_context_menu(self, display, windows, entry):
+        """Opens the selector's context menu and chooses; then there is a dialog that wants a file's name."""
+        before = windows.shown()
+        self.hands(display, "mousemove", *SELECTOR, "click", 3)
+        menu = wait_for(lambda: [window for window in windows.shown() if window not in before])
+        self.assertTrue(menu, "no context menu")
+        time.sleep(SETTLED)
+        self.hands(display, "key", "--delay", 50, *["Down"] * entry, "Return")
+        self.assertTrue(wait_for(lambda: [window for window in windows.shown() if window not in before + menu]),
+                        "no dialog")
+        time.sleep(DIALOG_SHOWN)
 
     def dragger(self, display, *arguments):
         """Another program in the screen's corner, out of which and into which files are dragged."""
@@ -173,6 +207,25 @@ class Travel(unittest.TestCase):
         self.assertTrue(dragger.wait_for("^dragged 1$"), dragger.texts())
         self.assertTrue(wait_for(lambda: len(windows.shown()) == 3), windows.shown())
         self.assertEqual(self.home.file("custom.xml"), MINE)
+
+    def test_by_the_context_menu_a_mapping_goes_out_and_comes_in(self):
+        display, windows = self.start_with_device_in(self.home)
+        self.assertEqual(self.run_in(self.home, "--use", "Mix"), (0, "", ""))
+        path = os.path.join(self.home.path, "out.xml")
+        self.choose_from_context_menu(display, windows, 1)
+        self.hands(display, "type", "--delay", 10, path)
+        self.hands(display, "key", "Return")
+        self.assertTrue(wait_for(lambda: os.path.exists(path)))
+        self.assertEqual(self.run_in(self.home, "--export", "Mix", "again.xml"), (0, "", ""))
+        self.assertEqual(self.content(self.home, "out.xml"), self.content(self.home, "again.xml"))
+
+        self.choose_from_context_menu(display, windows, 2)
+        self.hands(display, "type", "--delay", 10, path)
+        self.hands(display, "key", "Return")
+        self.assertTrue(wait_for(lambda: self.names(self.home)[-1] == "Mix (2)"), self.names(self.home))
+        # And it never has been.
+        self.hands(display, "mousemove", *UNDO, "click", 1)
+        self.assertTrue(wait_for(lambda: "Mix (2)" not in self.names(self.home)), self.names(self.home))
 
 
 if __name__ == "__main__":

@@ -7,8 +7,11 @@
 #include "ui/MappingFileExchange.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QContextMenuEvent>
 #include <QFile>
 #include <QFileInfo>
+#include <QMenu>
 #include <QtTest>
 
 class tst_MappingFileExchange : public QObject
@@ -101,13 +104,22 @@ void tst_MappingFileExchange::whatCannotBeWrittenIsSaid()
 
 void tst_MappingFileExchange::theSelectorsContextMenuHasTheEntries()
 {
-    const auto *selector = m_page->findChild<ComboMapping *>();
+    auto *selector = m_page->findChild<ComboMapping *>();
     QCOMPARE(selector->contextMenuPolicy(), Qt::CustomContextMenu);
     QStringList texts;
     for (const QAction *action : selector->actions()) {
         texts.append(action->text());
     }
     QCOMPARE(texts, QStringList({QString::fromUtf8("Export\u2026"), QString::fromUtf8("Import\u2026")}));
+    // What the toolkit makes of the menu key.
+    QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(10, 10), selector->mapToGlobal({10, 10}));
+    QCoreApplication::sendEvent(selector, &key);
+    auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    QVERIFY(menu);
+    QCOMPARE(menu->actions().size(), 2);
+    // It does not stay behind when the page slides away.
+    m_page->hide();
+    QVERIFY(!menu->isVisible());
 }
 
 void tst_MappingFileExchange::aPressAloneDragsNothingAndReachesNobodyElse()
