@@ -21,7 +21,8 @@ constexpr int widestName = 240; // pixels, in the menu
 // A name in an entry's text, where "&" makes the next letter a key.
 QString inMenu(const QString &name, const QFontMetrics &metrics)
 {
-    return metrics.elidedText(name, Qt::ElideRight, widestName).replace(QLatin1Char('&'), QLatin1String("&&"));
+    return metrics.elidedText(name, Qt::ElideRight, widestName)
+        .replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
 } // namespace
@@ -74,7 +75,8 @@ void ProgramChoice::placeInTheMiddle()
 void ProgramChoice::dislayMenu()
 {
     const bool own = !m_mappings.inUse().isEmpty();
-    m_offered = own ? FocusedProgram::Program{m_mappings.inUse(), m_mappings.titleInUse()} : m_programs.last();
+    m_offered =
+        own ? FocusedProgram::Program{m_mappings.inUse(), m_mappings.titleInUse()} : m_programs.last();
     const bool any = !m_offered.id.isEmpty();
     m_onlyFor->setText(any ? tr("Only for %1").arg(inMenu(m_offered.name, menu().fontMetrics()))
                            : tr("Only for the program used last"));

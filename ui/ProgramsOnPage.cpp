@@ -87,8 +87,9 @@ void ProgramsOnPage::watchChild(QObject *child)
     } else {
         connect(dialog, &OverlayDialog::setBlur, this, [this, dialog] { setChoosing(dialog, true); });
         // What a dialog says it may say after it has been hidden.
-        connect(dialog, &OverlayDialog::hidden, this, [this, dialog] { setChoosing(dialog, false); },
-                Qt::QueuedConnection);
+        connect(
+            dialog, &OverlayDialog::hidden, this, [this, dialog] { setChoosing(dialog, false); },
+            Qt::QueuedConnection);
     }
 }
 

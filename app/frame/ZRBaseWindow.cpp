@@ -176,6 +176,13 @@ void ZRBaseWindow::setBlur(bool on)
         setGraphicsEffect(m_blur);
     }
     m_blur->setEnabled(on);
+    // Those that are opaque are left out when what lies below them is painted anew.
+    const QList<QWidget *> all = findChildren<QWidget *>();
+    for (QWidget *each : all) {
+        if (each->testAttribute(Qt::WA_OpaquePaintEvent)) {
+            each->update();
+        }
+    }
 }
 
 void ZRBaseWindow::updateButtonClicked()

@@ -145,8 +145,7 @@ void tst_ProgramsOnPage::theMenuGivesAndTakes()
     QCOMPARE(m_rig->programMappings.inUse(), QStringLiteral("r&d"));
     texts.clear();
     choose(1, &texts); // what is so already
-    QCOMPARE(texts,
-             (QStringList{QStringLiteral("For all programs"), QStringLiteral("* Only for R&&D")}));
+    QCOMPARE(texts, (QStringList{QStringLiteral("For all programs"), QStringLiteral("* Only for R&&D")}));
     QCOMPARE(line(), QStringLiteral("Only for R&D"));
     choose(0);
     QCOMPARE(line(), QStringLiteral("For all programs"));
