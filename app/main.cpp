@@ -116,6 +116,8 @@ int main(int argc, char *argv[])
     if (show) {
         window.show();
     }
+    // Reading the library takes a good part of the start, and the window does not need it.
+    window.devicePage()->load();
     QObject::connect(&application, &QCoreApplication::aboutToQuit, updater, &ZRUpdater::aboutToQuit);
     QObject::connect(updater, &ZRUpdater::onDownloadComplete, updater, &ZRUpdater::install);
     const auto mouseListener = platform.watchMouse([&] { window.devicePage()->onUserMovingMouse(); });

@@ -91,7 +91,10 @@ void appendMidiKey(QDomDocument *document, QDomElement *layer, const shortCut &e
 shortCut EntryElement::read(const QDomElement &layer, int buttonPosition, int layerPosition)
 {
     shortCut entry;
-    entry.label = layer.attribute(QStringLiteral("label"));
+    // A copy of its own: one that lay among the document's nodes would keep their memory from being given
+    // back.
+    const QString label = layer.attribute(QStringLiteral("label"));
+    entry.label = QString(label.constData(), label.size());
     const std::array<QDomElement, 3> keys{layer.firstChildElement(QStringLiteral("KEY1")),
                                           layer.firstChildElement(QStringLiteral("KEY2")),
                                           layer.firstChildElement(QStringLiteral("KEY3"))};

@@ -1,5 +1,6 @@
 #include "mapping/XmlMappingReader.h"
 
+#include "mapping/FreedMemory.h"
 #include "mapping/MappingDocument.h"
 #include "mapping/MappingElement.h"
 #include "mapping/MappingFile.h"
@@ -30,7 +31,8 @@ bool eachMapping(const QDomNode &parent, const Take &take)
 ZRButtonMap *readMapping(const QDomElement &mapping)
 {
     const QString name = mapping.attribute(MappingElement::nameAttribute);
-    auto *map = new ZRButtonMap(name.isEmpty() ? XmlMappingReader::nameForNone() : name, nullptr);
+    auto *map = new ZRButtonMap(
+        name.isEmpty() ? XmlMappingReader::nameForNone() : QString(name.constData(), name.size()), nullptr);
     MappingElement::eachEntry(mapping, [map](const QString &id, const QString &layer, const shortCut &entry) {
         map->setAction(id, layer, entry);
     });
@@ -66,6 +68,7 @@ XmlMappingReader::XmlMappingReader(FileChooser chooser, QObject *parent)
 
 FileResult XmlMappingReader::readMapList(const QString &path, bool custom)
 {
+    const FreedMemory::GiveBack afterDocument;
     QDomDocument document;
     FileResult result = load(path, &document);
     if (!result) {

@@ -54,8 +54,7 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
     buildSelector();
     // The version is read before the menus, and written when all of the page stands: a start that ended in
     // between upgrades again.
-    const QString version = QLatin1String(AppInfo::version);
-    if (Settings::isOlder(*m_parts.settings, version)) {
+    if (Settings::isOlder(*m_parts.settings, QLatin1String(AppInfo::version))) {
         ActionMenus::upgrade(*m_parts.settings);
     }
     m_menus = new ActionMenus(*m_parts.mappings, serial, this, *m_parts.settings);
@@ -76,13 +75,17 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
         [this](const QString &title, const QString &folder, const QString &filter) {
             return QFileDialog::getOpenFileName(this, title, folder, filter);
         });
+}
+
+void DeviceZR::load()
+{
     m_parts.mappings->load([this] { m_selector->selectDefault(); },
                            [this] { return ComboMenuSettings::readAll(*m_parts.settings); });
     if (m_programs != nullptr) {
         m_programs->load();
     }
 
-    m_parts.settings->setUsedBy(version);
+    m_parts.settings->setUsedBy(QLatin1String(AppInfo::version));
 }
 
 DeviceZR::~DeviceZR() = default;

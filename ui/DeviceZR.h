@@ -56,9 +56,13 @@ public:
         ProgramSwitch *programSwitch = nullptr;
     };
 
-    /// @p serial must outlive the page. Loads the session.
+    /// @p serial must outlive the page.
     DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts);
     ~DeviceZR() override;
+
+    /// Loads the session. To be called once, before the event loop runs: no event of the device's must find
+    /// the page without its mapping.
+    void load();
 
     /// Imports mappings, and says what became of it.
     void importFiles(const QStringList &files);

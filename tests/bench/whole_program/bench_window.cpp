@@ -61,7 +61,7 @@ void measureStart(const XServer &server, ScreenWatch &watch, Report &report)
         floor.add(empty);
         ratios.add(program / empty);
     }
-    report.line(QStringLiteral("start to window shown, against an empty program"), ratios.quantile(0.5), 1.5,
+    report.line(QStringLiteral("start to window shown, against an empty program"), ratios.quantile(0.5), 1.25,
                 QStringLiteral(" x"),
                 QStringLiteral("%1 ms to %2 ms; %3 to %4 x")
                     .arg(own.quantile(0.5) / 1e6, 0, 'f', 0)

@@ -41,6 +41,12 @@ void ProgramHome::writeCurrentMap(const ZRButtonMap &map) const
         .saveMap(&map, QStringLiteral("/current.xml"), true);
 }
 
+void ProgramHome::writeLibrary(const QList<const ZRButtonMap *> &maps) const
+{
+    XmlMappingWriter(m_directory.filePath(QLatin1String(dataFolder)))
+        .saveMaps(maps, QStringLiteral("/ZR.xml"), true);
+}
+
 void ProgramHome::writeSensitivity(int normal, int shift1) const
 {
     QSettings settings(m_directory.filePath(QLatin1String(settingsFile)), QSettings::IniFormat);

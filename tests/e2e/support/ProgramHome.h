@@ -2,6 +2,7 @@
 
 #include "mapping/ShortCut.h"
 
+#include <QList>
 #include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
@@ -24,6 +25,9 @@ public:
 
     /// Writes @p map as the current mapping.
     void writeCurrentMap(const ZRButtonMap &map) const;
+
+    /// Writes @p maps as the library.
+    void writeLibrary(const QList<const ZRButtonMap *> &maps) const;
 
     /// Writes the divisors of the knob's counts.
     void writeSensitivity(int normal, int shift1) const;

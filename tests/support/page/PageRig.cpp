@@ -43,10 +43,12 @@ QByteArray PageRig::readFile(const QString &name) const
 
 DeviceZR *PageRig::makePage(QWidget *parent, SerialProtocol *serial, ZRUpdater *updater)
 {
-    return new DeviceZR(parent, serial,
-                        {&mappings, engine.dispatcher.get(), &store, &engine.settings, &launchOnStartup,
-                         &mapUpdate, updater, &desktop, QStringLiteral("Not Available"), notice,
-                         &programMappings, &programSwitch});
+    auto *page = new DeviceZR(parent, serial,
+                              {&mappings, engine.dispatcher.get(), &store, &engine.settings, &launchOnStartup,
+                               &mapUpdate, updater, &desktop, QStringLiteral("Not Available"), notice,
+                               &programMappings, &programSwitch});
+    page->load();
+    return page;
 }
 
 std::unique_ptr<SerialProtocol> PageRig::makeSerial()

@@ -1,0 +1,8 @@
+#include "mapping/FreedMemory.h"
+
+#include <malloc.h>
+
+FreedMemory::GiveBack::~GiveBack()
+{
+    ::_heapmin();
+}
