@@ -24,7 +24,7 @@ const std::vector<Command> &Commands::all()
         {"import", "file", QT_TRANSLATE_NOOP("Commands", "Add the mappings of this file to your own."), false, TravelCommands::importFile},
         {"export", "name file", QT_TRANSLATE_NOOP("Commands", "Write the mapping of this name to a new file."), false, TravelCommands::exportMapping},
         {"doctor", "", QT_TRANSLATE_NOOP("Commands", "Tell what a request for support needs to know: device, input, paths, versions."), false, Doctor::run, true},
-        {"licences", "", QT_TRANSLATE_NOOP("Commands", "Print the licences of the program and of what it is built on."), false, LicenceCommand::run},
+        {"licenses", "", QT_TRANSLATE_NOOP("Commands", "Print the licences of the program and of what it is built on."), false, LicenceCommand::run},
         // clang-format on
     };
     return commands;

@@ -3113,6 +3113,10 @@ Eingabe (in einem Terminal wird ein Fehler in der Eingabe nur gemeldet), 128 + N
         <translation>Tasten erreichen kein Programm. Was hilft, sagt das Handbuch unter Wayland.</translation>
     </message>
     <message>
+        <source>Keys reach no program: this X server lacks %1.</source>
+        <translation>Tasten erreichen kein Programm: Diesem X-Server fehlt %1.</translation>
+    </message>
+    <message>
         <source>Keys reach X11 programs only. The user guide says under Wayland what helps.</source>
         <translation>Tasten erreichen nur X11-Programme. Was hilft, sagt das Handbuch unter Wayland.</translation>
     </message>

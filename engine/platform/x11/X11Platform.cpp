@@ -98,6 +98,9 @@ bool addInput(Platform &platform)
     const QString name = QString::fromLocal8Bit(connection->name());
     if (!missing.isEmpty()) {
         platform.input = QStringLiteral("the X server of display %1 has no %2").arg(name, missing);
+        platform.notice =
+            QCoreApplication::translate("Platform", "Keys reach no program: this X server lacks %1.")
+                .arg(missing);
         return false;
     }
     HeldInput &held = CrashRelease::heldInput();

@@ -161,7 +161,7 @@ class TheDoctor(Explanations):
 class Licences(Explanations):
     def test_they_are_printed_without_a_display(self):
         del self.environment["DISPLAY"]
-        told = subprocess.run([PROGRAM, "--licences"], env=self.environment, stdout=subprocess.PIPE, text=True, check=True,
+        told = subprocess.run([PROGRAM, "--licenses"], env=self.environment, stdout=subprocess.PIPE, text=True, check=True,
                               timeout=STARTED).stdout
         for part in ("RtMidi", "libsodium", "GNU LESSER GENERAL PUBLIC LICENSE", "SIL OPEN FONT LICENSE"):
             self.assertIn(part, told)

@@ -123,10 +123,10 @@ class _WindowAttributes(ctypes.Structure):
 class XServer:
     """A private X server, and what of its input state any client can see."""
 
-    def __init__(self, screen="1280x1024x24"):
+    def __init__(self, screen="1280x1024x24", options=()):
         read_end, write_end = os.pipe()
         self._process = subprocess.Popen(
-            [START_SERVER, "x", str(write_end), "-screen", "0", screen],
+            [START_SERVER, "x", str(write_end), "-screen", "0", screen, *options],
             env=plain_environment(), pass_fds=[write_end], preexec_fn=_die_with_the_test,
             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(write_end)

@@ -64,10 +64,10 @@ class Device:
 class Workplace:
     """One user's desk. Everything ends with close(); what is started twice replaces the first."""
 
-    def __init__(self, files=None, midi=False):
+    def __init__(self, files=None, midi=False, server_options=()):
         """`files`: the mapping files by name; without any, Home's."""
         self._stack = contextlib.ExitStack()
-        self.server = XServer()
+        self.server = XServer(options=server_options)
         self._stack.callback(self.server.stop)
         self.home = Home()
         self._stack.callback(self.home.cleanup)

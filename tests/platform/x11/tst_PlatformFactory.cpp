@@ -178,6 +178,7 @@ void tst_PlatformFactory::serverWithoutXTestIsNotUsed()
         log.takeLines(),
         QStringList{QStringLiteral("warning: input goes nowhere: the X server of display %1 has no XTEST")
                         .arg(QString::fromLatin1(server.display()))});
+    QCOMPARE(platform.notice, QStringLiteral("Keys reach no program: this X server lacks XTEST."));
 }
 
 void tst_PlatformFactory::withoutADisplayThereIsNoMouseListener()
