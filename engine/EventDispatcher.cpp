@@ -10,6 +10,7 @@
 #include <QVector>
 
 #include <algorithm>
+#include <utility>
 
 EventDispatcher::EventDispatcher(InputLedger &ledger, Pointer &pointer, MidiActions &midi,
                                  const KnobSettings &settings, Clock &clock, QObject *parent)
@@ -70,7 +71,10 @@ void EventDispatcher::onButtonpress(int button, bool pressing)
 
     // A copy: what runs may change the mapping. The layer is that of this moment, on the release too.
     const shortCut action = m_actions[button][m_layer];
-    runAction(action, press);
+    DoneAction done{button,  pressing ? DoneAction::Event::Press : DoneAction::Event::Release,
+                    m_layer, m_knob.mode(),
+                    action,  {}};
+    done.midi = runAction(action, press);
 
     if (!pressing && m_setsLayer[button]) {
         // In the layer that the button has set its record may say something else.
@@ -81,18 +85,18 @@ void EventDispatcher::onButtonpress(int button, bool pressing)
         m_chord = Chord(); // a button let go in another layer has left its flag standing
     }
     releaseIfIdle();
+    tell(done);
 }
 
-void EventDispatcher::runAction(const shortCut &action, Press press)
+MidiOutcome EventDispatcher::runAction(const shortCut &action, Press press)
 {
     switch (actionKind(action)) {
     case ActionKind::Special:
         runSpecialAction(specialAction(action), press);
         break;
     case ActionKind::MidiButton:
-        m_midi.sendMidi(action.channel, action.cc, action.v_on, action.v_off, action.note,
-                        action.v_off_enable, press.pressing);
-        break;
+        return m_midi.sendMidi(action.channel, action.cc, action.v_on, action.v_off, action.note,
+                               action.v_off_enable, press.pressing);
     case ActionKind::MidiKnob:
         if (press.setsMode) {
             makeKnobMidi(press.button);
@@ -102,6 +106,7 @@ void EventDispatcher::runAction(const shortCut &action, Press press)
         m_keys.sendShortcut(action, press.pressing);
         break;
     }
+    return {};
 }
 
 void EventDispatcher::runSpecialAction(SpecialAction what, Press press)
@@ -193,15 +198,17 @@ void EventDispatcher::onKnobevent(char type)
         m_touchedMode = m_knob.mode();
         m_touchedMidi = knobMidiAction();
     }
+    std::optional<DoneAction> done;
     if (m_gameOn) {
         Q_EMIT gameControl(type == 'U' ? 'S' : type);
     } else {
-        runKnobEvent(type, knobMidiAction());
+        done = runKnobEvent(type, knobMidiAction());
     }
     if (type == 'U') {
         endKnobTouch();
     }
     releaseIfIdle();
+    tell(done);
 }
 
 const shortCut &EventDispatcher::knobMidiAction() const
@@ -217,11 +224,19 @@ void EventDispatcher::endKnobTouch()
     m_ledger.endDrag();
 }
 
-void EventDispatcher::runKnobEvent(char type, const shortCut &midi)
+// Nothing for a step that is ignored.
+std::optional<DoneAction> EventDispatcher::runKnobEvent(char type, const shortCut &midi)
 {
-    if (m_knob.mode() == KnobMode::Midi) {
-        m_midi.knobEvent(midi, type);
-        return;
+    DoneAction done;
+    done.mode = m_knob.mode();
+    done.event = type == 'U'   ? DoneAction::Event::LetGo
+                 : type == 'D' ? DoneAction::Event::Touch
+                 : type == 'L' ? DoneAction::Event::TurnLeft
+                               : DoneAction::Event::TurnRight;
+    if (done.mode == KnobMode::Midi) {
+        done.action = midi;
+        done.midi = m_midi.knobEvent(midi, type);
+        return done;
     }
     switch (type) {
     case 'U':
@@ -231,8 +246,24 @@ void EventDispatcher::runKnobEvent(char type, const shortCut &midi)
         m_knob.touch();
         break;
     default:
-        m_knob.turn(type);
+        if (!m_knob.turn(type)) {
+            return std::nullopt;
+        }
         break;
+    }
+    return done;
+}
+
+void EventDispatcher::tell(const std::optional<DoneAction> &done)
+{
+    if (std::exchange(m_toldLayer, m_layer) != m_layer) {
+        Q_EMIT layerChanged(m_layer);
+    }
+    if (std::exchange(m_toldMode, m_knob.mode()) != m_knob.mode()) {
+        Q_EMIT knobModeChanged(m_knob.mode());
+    }
+    if (done) {
+        Q_EMIT acted(*done);
     }
 }
 

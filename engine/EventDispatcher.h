@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/DoneAction.h"
 #include "engine/KeySynthesis.h"
 #include "engine/KnobPointer.h"
 #include "mapping/ActionTable.h"
@@ -7,6 +8,7 @@
 #include <QObject>
 
 #include <array>
+#include <optional>
 
 class InputLedger;
 class KnobSettings;
@@ -92,6 +94,14 @@ Q_SIGNALS:
     void knobTouchShown(bool shown);
     void turning(KnobPointer::Turn turn);
 
+    /// @name Told once the event has been carried out to its last key, so that nothing waits for who shows
+    /// it.
+    /// @{
+    void layerChanged(Layer layer);
+    void knobModeChanged(KnobMode mode);
+    void acted(const DoneAction &done); ///< not while the game is on, and not for a step that was ignored
+    /// @}
+
     /// An event has been carried out, and after it isIdle(): all that it left held is released.
     void wentIdle();
 
@@ -113,14 +123,15 @@ private:
         bool setsMode;
     };
 
-    void runAction(const shortCut &action, Press press);
+    MidiOutcome runAction(const shortCut &action, Press press);
     void runSpecialAction(SpecialAction what, Press press);
     void setModeFromChord(KnobMode mode, bool Chord::*held, Press press);
     void setMode(KnobMode mode, Press press);
     void setLayer(Layer layer, int button, bool pressing);
     void makeKnobMidi(int button);
     const shortCut &knobMidiAction() const;
-    void runKnobEvent(char type, const shortCut &midi);
+    std::optional<DoneAction> runKnobEvent(char type, const shortCut &midi);
+    void tell(const std::optional<DoneAction> &done);
     void endKnobTouch();
     int smoothed(int value);
     bool isAnyDown() const;
@@ -135,6 +146,8 @@ private:
 
     ActionTable m_actions;
     Layer m_layer = Layer::Normal;
+    Layer m_toldLayer = Layer::Normal;
+    KnobMode m_toldMode = KnobMode::Circular;
     PerControl<bool> m_down;
     PerControl<bool> m_setsLayer;                // pressed as "shift 1" or "shift 2", not yet let go
     Touch m_touch = Touch::None;                 // whom the finger on the knob was meant for

@@ -65,16 +65,16 @@ void KnobPointer::endTouch()
     }
 }
 
-void KnobPointer::turn(char direction)
+bool KnobPointer::turn(char direction)
 {
     if (!m_touched || m_userMovesMouse) {
-        return;
+        return false;
     }
     if (direction == 'S') {
         Q_EMIT turning(Turn::None);
     }
     if (direction != 'L' && direction != 'R') {
-        return;
+        return false;
     }
     const bool left = direction == 'L';
     Q_EMIT turning(left ? Turn::Left : Turn::Right);
@@ -94,6 +94,7 @@ void KnobPointer::turn(char direction)
         movePointerBy(0, left ? 1 : -1);
         break;
     }
+    return true;
 }
 
 void KnobPointer::jumpToScreen(bool right)

@@ -40,7 +40,8 @@ public:
 
     /// One step: 'L' or 'R'; 'S' clears the turn indicators, and any other character does nothing. Ignored
     /// while the knob is not touched and while the user moves the mouse.
-    void turn(char direction);
+    /// Returns whether a step was carried out.
+    bool turn(char direction);
 
     /// Moves the pointer to the next screen ("monitor left") or to the previous one (@p right, "monitor
     /// right"), to the same place from its top left corner, or to the middle where it is too small for that.

@@ -79,10 +79,11 @@ QString MidiActions::chooseOutputPort()
     return QLatin1String(notAvailable);
 }
 
-void MidiActions::sendMidi(int ch, int cc, int v_on, int v_off, bool note, bool v_off_enable, bool pressing)
+MidiOutcome MidiActions::sendMidi(int ch, int cc, int v_on, int v_off, bool note, bool v_off_enable,
+                                  bool pressing)
 {
     if ((!pressing && !v_off_enable) || cc == -1) {
-        return;
+        return {};
     }
     // The text lacks its "n" on purpose.
     qCDebug(lcEngine).nospace().noquote() << "Sendig Midi: " << ch << ' ' << cc << ' ' << v_on << ' ' << v_off
@@ -96,29 +97,29 @@ void MidiActions::sendMidi(int ch, int cc, int v_on, int v_off, bool note, bool 
         tellAfterCrash();
     }
     const unsigned int kind = !note ? controlChange : pressing ? noteOn : noteOff;
-    send({statusByte(kind, ch), lowByte(cc), lowByte(pressing ? v_on : v_off)}, !pressing);
+    const Message message{statusByte(kind, ch), lowByte(cc), lowByte(pressing ? v_on : v_off)};
+    const bool accepted = send(message, !pressing);
     if (!pressing) {
         ended(end);
         tellAfterCrash();
     }
+    return {true, accepted, message};
 }
 
-void MidiActions::knobEvent(const shortCut &action, char type)
+MidiOutcome MidiActions::knobEvent(const shortCut &action, char type)
 {
     switch (type) {
     case 'D':
     case 'U':
-        sendMidi(action.channel, action.cc, action.v_on, action.v_off, action.note, action.v_off_enable,
-                 type == 'D');
-        break;
+        return sendMidi(action.channel, action.cc, action.v_on, action.v_off, action.note,
+                        action.v_off_enable, type == 'D');
     case 'L':
     case 'R':
         // What the knob was turned to is meant to stay.
-        sendMidi(action.channel, action.knobcc, knobValue(action, type == 'R'), action.v_off, false, false,
-                 true);
-        break;
+        return sendMidi(action.channel, action.knobcc, knobValue(action, type == 'R'), action.v_off, false,
+                        false, true);
     default:
-        break;
+        return {};
     }
 }
 
@@ -158,7 +159,7 @@ void MidiActions::releaseHeld()
 }
 
 // Whatever is overdue goes first, so that it never ends a note that was begun since.
-void MidiActions::send(const Message &message, bool ends)
+bool MidiActions::send(const Message &message, bool ends)
 {
     sendOverdue();
     const bool accepted = m_overdue.empty() && isAccepted(message);
@@ -166,6 +167,7 @@ void MidiActions::send(const Message &message, bool ends)
     if (!accepted && ends && m_port.isOpen()) {
         owe(message);
     }
+    return accepted;
 }
 
 void MidiActions::sendOverdue()

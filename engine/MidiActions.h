@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mapping/ShortCut.h"
+#include "engine/DoneAction.h"
 
 #include <QObject>
 #include <QString>
@@ -43,11 +43,12 @@ public:
     /// Sends the message of a button's MIDI action.
     /// Sends nothing on a release without @p v_off_enable, and nothing when @p cc is -1.
     /// Numbers are not checked: whatever their low 8 bits say is sent, channel 0 included.
-    void sendMidi(int ch, int cc, int v_on, int v_off, bool note, bool v_off_enable, bool pressing);
+    /// Returns what became of it.
+    MidiOutcome sendMidi(int ch, int cc, int v_on, int v_off, bool note, bool v_off_enable, bool pressing);
 
     /// A knob event in MIDI mode; @p action is the record that configures the knob.
     /// @p type is 'D' (touch: as a press), 'U' (release), 'L' or 'R' (a step); others do nothing.
-    void knobEvent(const shortCut &action, char type);
+    MidiOutcome knobEvent(const shortCut &action, char type);
 
     /// Puts the running value of the absolute encoding back to 0.
     void resetKnobValue() { m_knobValue = 0; }
@@ -59,7 +60,7 @@ private:
     using Message = std::array<unsigned char, 3>;
 
     bool isAccepted(const Message &message);
-    void send(const Message &message, bool ends);
+    bool send(const Message &message, bool ends);
     void sendOverdue();
     void retryLater();
     void owe(const Message &message);

@@ -116,6 +116,11 @@ bool MappingSession::isKept() const
     return all(m_now.actions, m_now.kept, sameInAFile);
 }
 
+bool MappingSession::isInUse(const ZRButtonMap &map) const
+{
+    return all(m_now.actions, map.actions, sameInAFile);
+}
+
 bool MappingSession::endsKnobFields() const
 {
     return !all(m_now.actions, m_now.kept, sameForTheKnob);

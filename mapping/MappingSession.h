@@ -71,6 +71,9 @@ public:
     /// what reading it back would give.
     bool isKept() const;
 
+    /// Whether @p map is what is in use, as far as a file of mappings can hold it.
+    bool isInUse(const ZRButtonMap &map) const;
+
     /// Whether the knob's controller number and encoding of some action end with the program: no file brings
     /// them back.
     bool endsKnobFields() const;

@@ -338,6 +338,16 @@
         <source>Drawing of the device</source>
         <translation>Zeichnung des Geräts</translation>
     </message>
+    <message>
+        <source>Click to change what it does</source>
+        <translation>Klicken, um das zu ändern</translation>
+    </message>
+    <message>
+        <source>Touch it to take hold, turn it to act.
+Buttons with a knob mode choose what it does.</source>
+        <translation>Berühren heißt zugreifen, drehen heißt handeln.
+Tasten mit einem Drehknopf-Modus wählen, was er tut.</translation>
+    </message>
 </context>
 <context>
     <name>DeviceZR</name>
@@ -348,32 +358,6 @@
     <message>
         <source>Print what the buttons do</source>
         <translation>Drucken, was die Tasten tun</translation>
-    </message>
-    <message>
-        <source>Launch on startup</source>
-        <translation>Bei der Anmeldung starten</translation>
-    </message>
-    <message>
-        <source>Start the program when you log on</source>
-        <translation>Das Programm startet, wenn Sie sich anmelden</translation>
-    </message>
-    <message>
-        <source>How far the knob has to be turned for a step</source>
-        <translation>Wie weit der Drehknopf für einen Schritt gedreht werden muss</translation>
-    </message>
-    <message>
-        <source>Knob sensitivity</source>
-        <translation>Empfindlichkeit des Drehknopfs</translation>
-    </message>
-    <message>
-        <source>Knob sensitivity in Shift 1</source>
-        <translation>Empfindlichkeit des Drehknopfs in Shift 1</translation>
-    </message>
-    <message>
-        <source>The knob: touch it to take hold, turn it to act.
-Buttons with a knob mode choose what it does.</source>
-        <translation>Der Drehknopf: berühren heißt anfassen, drehen heißt handeln.
-Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     </message>
     <message>
         <source>The program in front has more rights and takes no keys. Start Veltrix as administrator.</source>
@@ -2961,6 +2945,33 @@ Was er tut, bestimmen die Tasten mit einer Drehknopf-Betriebsart.</translation>
     </message>
 </context>
 <context>
+    <name>NameLine</name>
+    <message>
+        <source>Mapping without a name</source>
+        <translation>Belegung ohne Namen</translation>
+    </message>
+    <message>
+        <source>%1, changed</source>
+        <translation>%1, geändert</translation>
+    </message>
+    <message>
+        <source>Knob: %1</source>
+        <translation>Drehknopf: %1</translation>
+    </message>
+    <message>
+        <source>The mapping in use, changed since it was chosen or saved</source>
+        <translation>Die Belegung in Gebrauch, geändert seit sie gewählt oder gespeichert wurde</translation>
+    </message>
+    <message>
+        <source>The mapping in use</source>
+        <translation>Die Belegung in Gebrauch</translation>
+    </message>
+    <message>
+        <source>Mapping in use: %1</source>
+        <translation>Belegung in Gebrauch: %1</translation>
+    </message>
+</context>
+<context>
     <name>Options</name>
     <message>
         <source>Play the script in FILE, then end. No window.</source>
@@ -3326,6 +3337,92 @@ Eingabe (in einem Terminal wird ein Fehler in der Eingabe nur gemeldet), 128 + N
     </message>
 </context>
 <context>
+    <name>SensitivitySliders</name>
+    <message>
+        <source>How far the knob has to be turned for a step</source>
+        <translation>Wie weit der Drehknopf für einen Schritt gedreht werden muss</translation>
+    </message>
+    <message>
+        <source>Knob sensitivity</source>
+        <translation>Empfindlichkeit des Drehknopfs</translation>
+    </message>
+    <message>
+        <source>Knob sensitivity in Shift 1</source>
+        <translation>Empfindlichkeit des Drehknopfs in Shift 1</translation>
+    </message>
+</context>
+<context>
+    <name>SentWords</name>
+    <message>
+        <source>Shift</source>
+        <translation>Umschalt</translation>
+    </message>
+    <message>
+        <source>Left</source>
+        <translation>Links</translation>
+    </message>
+    <message>
+        <source>Up</source>
+        <translation>Auf</translation>
+    </message>
+    <message>
+        <source>Right</source>
+        <translation>Rechts</translation>
+    </message>
+    <message>
+        <source>Down</source>
+        <translation>Ab</translation>
+    </message>
+    <message>
+        <source>note %1 on, channel %2</source>
+        <translation>Note %1 an, Kanal %2</translation>
+    </message>
+    <message>
+        <source>note %1 off, channel %2</source>
+        <translation>Note %1 aus, Kanal %2</translation>
+    </message>
+    <message>
+        <source>controller %1: %2, channel %3</source>
+        <translation>Controller %1: %2, Kanal %3</translation>
+    </message>
+    <message>
+        <source>%1 (not sent)</source>
+        <translation>%1 (nicht gesendet)</translation>
+    </message>
+    <message>
+        <source>does nothing</source>
+        <translation>macht nichts</translation>
+    </message>
+    <message>
+        <source>does nothing in %1</source>
+        <translation>macht nichts in %1</translation>
+    </message>
+    <message>
+        <source>pointer to the left</source>
+        <translation>Zeiger nach links</translation>
+    </message>
+    <message>
+        <source>pointer to the right</source>
+        <translation>Zeiger nach rechts</translation>
+    </message>
+    <message>
+        <source>pointer down</source>
+        <translation>Zeiger nach unten</translation>
+    </message>
+    <message>
+        <source>pointer up</source>
+        <translation>Zeiger nach oben</translation>
+    </message>
+    <message>
+        <source>left mouse button</source>
+        <translation>linke Maustaste</translation>
+    </message>
+    <message>
+        <source>knob</source>
+        <translation>Drehknopf</translation>
+    </message>
+</context>
+<context>
     <name>ShortcutKey</name>
     <message>
         <source>Shorcut Key</source>
@@ -3386,6 +3483,17 @@ Eingabe (in einem Terminal wird ein Fehler in der Eingabe nur gemeldet), 128 + N
     <message>
         <source>this key cannot be used</source>
         <translation>diese Taste geht nicht</translation>
+    </message>
+</context>
+<context>
+    <name>StartupBox</name>
+    <message>
+        <source>Launch on startup</source>
+        <translation>Bei der Anmeldung starten</translation>
+    </message>
+    <message>
+        <source>Start the program when you log on</source>
+        <translation>Das Programm startet, wenn Sie sich anmelden</translation>
     </message>
 </context>
 <context>

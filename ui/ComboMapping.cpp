@@ -90,6 +90,8 @@ void ComboMapping::buildMenu()
         applyStyle(*m_submenus.at(kind));
         connect(m_submenus.at(kind), &QMenu::aboutToShow, this,
                 [this, kind] { fill(static_cast<Kind>(kind)); });
+        connect(m_submenus.at(kind), &QMenu::aboutToShow, this,
+                [this, kind] { mark(static_cast<Kind>(kind)); });
         menu().addSeparator();
     }
     QAction *save = menu().addAction(tr(saveText));
@@ -102,6 +104,7 @@ void ComboMapping::buildMenu()
             if (m_maps.at(kind).size() <= fewMappings) {
                 fill(kind);
             }
+            mark(kind);
         }
     });
 }
@@ -204,6 +207,29 @@ void ComboMapping::fill(Kind kind)
         list.takeInputFrom(*mapping);
         list.addSeparator();
         ++index;
+    }
+}
+
+void ComboMapping::setInUse(const ZRButtonMap *map)
+{
+    m_inUse = map;
+}
+
+void ComboMapping::mark(Kind kind)
+{
+    const MapList &maps = m_maps.at(kind);
+    const int inUse = m_inUse != nullptr ? maps.indexOf(const_cast<ZRButtonMap *>(m_inUse)) : -1;
+    QAction *own = m_submenus.at(kind)->menuAction();
+    own->setCheckable(inUse >= 0);
+    own->setChecked(inUse >= 0);
+    const QList<QAction *> entries = m_submenus.at(kind)->actions();
+    int index = 0;
+    for (QAction *entry : entries) {
+        if (entry->menu() != nullptr) {
+            const bool marked = index++ == inUse;
+            entry->setCheckable(marked);
+            entry->setChecked(marked);
+        }
     }
 }
 

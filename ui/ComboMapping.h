@@ -29,6 +29,9 @@ public:
 
     SaveDialog *saveDialog() const { return m_saveDialog; }
 
+    /// The menu's check marks stand at @p map; at none for null. It need not be in a list.
+    void setInUse(const ZRButtonMap *map);
+
     /// Emits newMap() with the library's default mapping, if the list that arrived last has one.
     void selectDefault();
 
@@ -66,6 +69,7 @@ private:
     MapList owned(const MapList &maps) const;
     void empty(Kind kind);
     void fill(Kind kind);
+    void mark(Kind kind);
     void fillMapping(QMenu &mapping, Kind kind, int index);
     void addAction(QMenu &mapping, const char *text, Kind kind, int index);
     ZRButtonMap *mapAt(Kind kind, int index) const;
@@ -73,7 +77,8 @@ private:
     SaveDialog *m_saveDialog;                  // the page's
     std::array<MappingList *, 2> m_submenus{}; // the menu's
     std::array<MapList, 2> m_maps;
-    std::array<bool, 2> m_filled{}; // whether the submenu shows them already
+    std::array<bool, 2> m_filled{};       // whether the submenu shows them already
+    const ZRButtonMap *m_inUse = nullptr; // to compare with, no more
     int m_defaultMap = 0;
     std::array<std::optional<MapList>, 2> m_arrived; // while the menu was open
 };

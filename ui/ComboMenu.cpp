@@ -3,8 +3,10 @@
 #include "app/frame/ActionLabels.h"
 #include "app/frame/Look.h"
 #include "mapping/SpecialAction.h"
+#include "ui/BoxOutline.h"
 #include "ui/ComboMenuEntries.h"
 #include "ui/ComboMenuLabel.h"
+#include "ui/ControlTip.h"
 #include "ui/MidiMenu.h"
 #include "ui/ShortcutKey.h"
 #include "ui/UiLog.h"
@@ -62,7 +64,7 @@ ComboMenu::ComboMenu(int id, QObject *deviceLink, QWidget *parent, Settings &set
     , m_id(id)
     , m_settings(settings, id)
 {
-    setAccessibleName(tr("Button %1").arg(id));
+    setAccessibleName(ControlTip::name(id));
     buildLabels();
     buildMenu();
 
@@ -88,6 +90,7 @@ void ComboMenu::buildLabels()
     m_title = text({10, 0, 150, 20}, titleStyle, ActionLabels::titleFont());
     m_layers = text({10, 20, 150, 20}, layersStyle, ActionLabels::layersFont());
     m_layers->setParts({QString(), QString()});
+    m_outline = new BoxOutline(this);
     finishLook();
 }
 
@@ -147,6 +150,16 @@ QStringList ComboMenu::cutLabels() const
                           ComboMenuEntries::displayed(m_shownLabels[layer]));
     }
     return lines;
+}
+
+void ComboMenu::setHeldLayer(Layer layer)
+{
+    m_layers->setStandingOut(Layers::number(layer) - 1);
+}
+
+void ComboMenu::setPressed(bool pressed)
+{
+    m_outline->setVisible(pressed);
 }
 
 void ComboMenu::dislayMenu()
@@ -245,13 +258,8 @@ void ComboMenu::refresh()
     m_layers->setParts({shown[Layer::Shift1], shown[Layer::Shift2]});
 
     const QStringList plain = ComboMenuEntries::inWords(m_assignments);
-    QString words = QStringLiteral("<b>%1</b>").arg(accessibleName().toHtmlEscaped());
-    for (const QString &line : plain) {
-        words += QLatin1String("<br>") + line.toHtmlEscaped();
-    }
     setAccessibleDescription(plain.join(QLatin1String(". ")));
-    setToolTip(words + QLatin1String("<br><i>") + tr("Click to change what it does").toHtmlEscaped() +
-               QLatin1String("</i>"));
+    setToolTip(ControlTip::text(accessibleName(), plain, tr("Click to change what it does")));
 }
 
 void ComboMenu::setAssignment(Layer layer, const shortCut &action)

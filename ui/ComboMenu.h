@@ -7,6 +7,7 @@
 
 #include <QMap>
 
+class BoxOutline;
 class ComboMenuLabel;
 class MidiMenu;
 class ShortcutKey;
@@ -45,6 +46,12 @@ public:
     /// Shows and stores @p action. Sends nothing: it is not the user who chose it.
     void setAssignment(Layer layer, const shortCut &action);
 
+    /// The text of @p layer stands out, of none for Normal: it is what acts when no layer is held.
+    void setHeldLayer(Layer layer);
+
+    /// An outline shows that the control is pressed.
+    void setPressed(bool pressed);
+
 Q_SIGNALS:
     /// A shortcut that the user captured has been stored. No other change sends this, on purpose.
     void onActionChanged();
@@ -82,6 +89,7 @@ private:
     PerLayer<QMenu *> m_layerMenus; // the menu's
     ComboMenuLabel *m_title;
     ComboMenuLabel *m_layers;
+    BoxOutline *m_outline = nullptr;
     ShortcutKey *m_shortcutKey = nullptr; // the page's, as is the next
     MidiMenu *m_midiMenu = nullptr;
     QObject *const m_deviceLink; // only whether there is one

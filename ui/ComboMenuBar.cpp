@@ -3,6 +3,7 @@
 #include "app/frame/AccessibleButton.h"
 #include "app/frame/FocusFrame.h"
 #include "app/frame/Look.h"
+#include "ui/ControlTip.h"
 
 #include <QGraphicsOpacityEffect>
 #include <QKeyEvent>
@@ -14,11 +15,8 @@ namespace
 
 constexpr qreal dimmedOpacity = 0.5;
 
-// The page's ground would reach into a tool tip, under black letters, and into the pictures' transparent
-// parts.
-const QLatin1String ownStyle("QLabel { background-color: transparent; }"
-                             "QToolTip { color: #2d2d2d; background-color: white; border: 1px solid #8a8a8a;"
-                             "padding: 4px; font: 10pt \"Source Sans Pro\"; }");
+// The page's ground would reach into the pictures' transparent parts.
+const QLatin1String ownStyle("QLabel { background-color: transparent; }");
 
 } // namespace
 
@@ -30,7 +28,7 @@ ComboMenuBar::ComboMenuBar(const QSize &size, QWidget *parent)
     resize(size);
     setFocusPolicy(Qt::TabFocus);
     setCursor(Qt::PointingHandCursor);
-    setStyleSheet(ownStyle);
+    setStyleSheet(ownStyle + ControlTip::sheet());
     new AccessibleButton(this, QAccessible::ButtonMenu, [this] { dislayMenu(); });
 
     m_dimming->setOpacity(dimmedOpacity);

@@ -185,6 +185,23 @@ QString ComboMenuEntries::displayed(const QString &label)
     return translated(labelFor(label)); // a mapping may bring a monitor's long name
 }
 
+QString ComboMenuEntries::name(const shortCut &action)
+{
+    const QString text = entryText(action);
+    return text.isEmpty() ? QString() : translated(text);
+}
+
+QString ComboMenuEntries::knobMode(KnobMode mode)
+{
+    shortCut action;
+    action.key1 = mode == KnobMode::Midi ? MIDI_KNOB_ACTION : SPECIAL_ACTION;
+    constexpr SpecialAction actions[] = {SpecialAction::Circular,      SpecialAction::Vertical,
+                                         SpecialAction::Horizontal,    SpecialAction::UpDownKeys,
+                                         SpecialAction::LeftRightKeys, SpecialAction::Midi};
+    action.key2 = static_cast<int>(actions[static_cast<int>(mode)]);
+    return name(action).simplified();
+}
+
 QString ComboMenuEntries::inWords(const shortCut &action)
 {
     if (isMidi(action)) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/KnobMode.h"
 #include "mapping/Layer.h"
 #include "mapping/ShortCut.h"
 
@@ -27,6 +28,12 @@ QString labelFor(const QString &text);
 /// What is displayed for a stored label: the translation of one of this program's own, any other as it is.
 /// One that names a jump to a monitor shows as labelFor() would have stored it.
 QString displayed(const QString &label);
+
+/// What the entry that makes such an assignment is called, in the user's language; empty when none does.
+QString name(const shortCut &action);
+
+/// What the knob does in @p mode is called so.
+QString knobMode(KnobMode mode);
 
 /// What @p action does, in plain words.
 QString inWords(const shortCut &action);

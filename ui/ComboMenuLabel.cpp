@@ -1,6 +1,7 @@
 #include "ui/ComboMenuLabel.h"
 
 #include "app/frame/ActionLabels.h"
+#include "app/frame/Look.h"
 #include "ui/KeyNames.h"
 
 #include <QFontMetrics>
@@ -88,10 +89,35 @@ QStringList ComboMenuLabel::shownParts() const
     return shown;
 }
 
+void ComboMenuLabel::setStandingOut(int index)
+{
+    if (m_standingOut != index) {
+        m_standingOut = index;
+        update();
+    }
+}
+
 void ComboMenuLabel::paintEvent(QPaintEvent *event)
 {
     QFrame::paintEvent(event); // NOLINT(bugprone-parent-virtual-call): the ground, and not the text
     QPainter painter(this);
     painter.setPen(palette().color(foregroundRole()));
     painter.drawText(contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine, shownText());
+
+    const QStringList shown = shownParts();
+    if (m_standingOut < 0 || m_standingOut >= shown.size() || shown.at(m_standingOut).isEmpty()) {
+        return;
+    }
+    const QFontMetrics metrics(font());
+    const QString before = (shown.mid(0, m_standingOut) + QStringList(QString())).join(bar);
+    const QString &part = shown.at(m_standingOut);
+    QRect place = contentsRect();
+    place.setLeft(place.left() + metrics.horizontalAdvance(m_standingOut > 0 ? before : QString()));
+    place.setWidth(metrics.horizontalAdvance(part));
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Qt::white);
+    painter.drawRoundedRect(QRectF(place).adjusted(-3, 2, 3, -2), 3, 3);
+    painter.setPen(Look::accent);
+    painter.drawText(place, static_cast<int>(alignment()) | Qt::TextSingleLine, part);
 }

@@ -24,6 +24,9 @@ public:
     /// The parts of which letters are missing in shownText(), by their place in the line.
     QVector<int> cutParts() const;
 
+    /// The part @p index is drawn in the colours of its ground, and its ground in its own; none for -1.
+    void setStandingOut(int index);
+
 protected:
     void paintEvent(QPaintEvent *event) override;
 
@@ -31,4 +34,5 @@ private:
     QStringList shownParts() const;
 
     QStringList m_parts;
+    int m_standingOut = -1;
 };

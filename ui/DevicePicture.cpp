@@ -1,9 +1,10 @@
 #include "ui/DevicePicture.h"
 
-#include "app/frame/FittingText.h"
 #include "mapping/PerControl.h"
+#include "ui/ControlTip.h"
 
 #include <QHelpEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QToolTip>
 
@@ -42,6 +43,7 @@ DevicePicture::DevicePicture(QWidget *parent)
     setGeometry(place);
     setAttribute(Qt::WA_OpaquePaintEvent); // what lies below is not painted for each mark that comes and goes
     setStyleSheet(QStringLiteral("background-image: url(:/icons/zr.png)"));
+    setMouseTracking(true); // the hand over what can be clicked
     setAccessibleName(tr("Drawing of the device"));
 }
 
@@ -52,7 +54,7 @@ bool DevicePicture::event(QEvent *event)
     }
     if (event->type() == QEvent::ToolTip) {
         const auto *help = static_cast<QHelpEvent *>(event);
-        QToolTip::showText(help->globalPos(), FittingText::toolTip(toolTipAt(help->pos())), this);
+        QToolTip::showText(help->globalPos(), toolTipAt(help->pos()), m_toolTipHost);
         return true;
     }
     return QLabel::event(event);
@@ -64,16 +66,47 @@ void DevicePicture::paintEvent(QPaintEvent * /*event*/)
     m_picture.draw(painter, *this);
 }
 
-QString DevicePicture::toolTipAt(QPoint position) const
+int DevicePicture::controlAt(QPoint position) const
 {
     const QPoint onPage = position + place.topLeft();
     for (int control = 0; control < m_toolTips.size(); ++control) {
         if (mark(control).contains(onPage)) {
-            return m_toolTips.at(control);
+            return control;
         }
     }
-    if (mark(-1).adjusted(-aroundKnob, -aroundKnob, aroundKnob, aroundKnob).contains(onPage)) {
-        return m_knobToolTip;
+    return -1;
+}
+
+void DevicePicture::mouseMoveEvent(QMouseEvent *event)
+{
+    setCursor(controlAt(event->pos()) < 0 ? Qt::ArrowCursor : Qt::PointingHandCursor);
+    QLabel::mouseMoveEvent(event);
+}
+
+void DevicePicture::mousePressEvent(QMouseEvent *event)
+{
+    const int control = controlAt(event->pos());
+    if (event->button() == Qt::LeftButton && control >= 0) {
+        Q_EMIT clicked(control);
+    } else {
+        QLabel::mousePressEvent(event);
+    }
+}
+
+QString DevicePicture::toolTipAt(QPoint position) const
+{
+    const int control = controlAt(position);
+    if (control >= 0) {
+        return ControlTip::text(ControlTip::name(control), m_toolTips.at(control).split(QLatin1Char('\n')),
+                                tr("Click to change what it does"));
+    }
+    const QRect knob = mark(-1).adjusted(-aroundKnob, -aroundKnob, aroundKnob, aroundKnob);
+    if (knob.contains(position + place.topLeft())) {
+        return ControlTip::text(ControlTip::name(-1),
+                                tr("Touch it to take hold, turn it to act.\nButtons with a knob mode choose "
+                                   "what it does.")
+                                    .split(QLatin1Char('\n')),
+                                QString());
     }
     return {};
 }

@@ -6,7 +6,7 @@
 #include <QRect>
 #include <QStringList>
 
-/// The drawing of the device. Each of its controls tells in a tool tip what it does.
+/// The drawing of the device. Each of its controls tells in a tool tip what it does, and can be clicked.
 class DevicePicture : public QLabel
 {
     Q_OBJECT
@@ -21,18 +21,26 @@ public:
 
     explicit DevicePicture(QWidget *parent);
 
-    /// One text per control.
+    /// What each control does, a line for each layer.
     void setControlToolTips(const QStringList &texts) { m_toolTips = texts; }
-    void setKnobToolTip(const QString &text) { m_knobToolTip = text; }
+
+    /// Tool tips look as those of @p host, which must outlive this object.
+    void setToolTipHost(QWidget *host) { m_toolTipHost = host; }
+
+Q_SIGNALS:
+    void clicked(int control); ///< 0 to 9, by the mouse
 
 protected:
     bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
 
 private:
+    int controlAt(QPoint position) const;
     QString toolTipAt(QPoint position) const;
 
     SheetPicture m_picture;
     QStringList m_toolTips;
-    QString m_knobToolTip;
+    QWidget *m_toolTipHost = this;
 };

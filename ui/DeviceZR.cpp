@@ -2,8 +2,6 @@
 
 #include "app/frame/AppInfo.h"
 #include "app/frame/ClickableLabel.h"
-#include "app/frame/FittingText.h"
-#include "app/frame/FocusFrame.h"
 #include "app/frame/Look.h"
 #include "device/SerialProtocol.h"
 #include "engine/EventDispatcher.h"
@@ -14,31 +12,34 @@
 #include "mapping/MappingSession.h"
 #include "net/MapUpdate.h"
 #include "ui/ActionMenus.h"
+#include "ui/BoxMarks.h"
 #include "ui/ComboMapping.h"
 #include "ui/ComboMenu.h"
 #include "ui/ComboMenuEntries.h"
 #include "ui/ComboMenuSettings.h"
+#include "ui/ControlTip.h"
 #include "ui/DeviceIndicators.h"
 #include "ui/DevicePicture.h"
 #include "ui/MapNotices.h"
 #include "ui/MapPrinter.h"
 #include "ui/MappingFileExchange.h"
+#include "ui/MappingInUse.h"
+#include "ui/NameLine.h"
 #include "ui/OverlayDialog.h"
-#include "ui/PageCheckBox.h"
 #include "ui/PageTexts.h"
 #include "ui/ProgramChoice.h"
 #include "ui/ProgramsOnPage.h"
 #include "ui/SaveDialog.h"
-#include "ui/SensitivitySlider.h"
+#include "ui/SensitivitySliders.h"
+#include "ui/SentLine.h"
+#include "ui/StartupBox.h"
 #include "ui/TakeBack.h"
 
-#include <QCheckBox>
 #include <QChildEvent>
 #include <QCoreApplication>
 #include <QFileDialog>
 #include <QGraphicsOpacityEffect>
-#include <QLabel>
-#include <QSignalBlocker>
+#include <QSlider>
 
 #include <memory>
 
@@ -59,14 +60,19 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
     }
     m_menus = new ActionMenus(*m_parts.mappings, serial, this, *m_parts.settings);
     PageTexts::addAll(*this, m_parts.midiPortName);
-    PageTexts::addNotice(*this, m_parts.notice);
-    buildStartupBox();
-    buildSliders();
+    PageTexts::showNotice(*this, m_parts.notice, "notice");
+    m_nameLine = new NameLine(this);
+    buildBottom();
     m_indicators = new DeviceIndicators(this);
     connectIndicators();
+    m_boxMarks = new BoxMarks(m_menus->menus(), this);
+    connectBoxes();
+    m_files->addDragTo(m_nameLine);
+    m_files->addMenuTo(m_nameLine);
     connectDevice(serial);
-    showSensitivity();
+    m_sliders->showStored(*m_parts.knobSettings); // they are followed already: a first start stores this
     followMappings();
+    followMappingInUse();
     if (m_parts.programMappings != nullptr) {
         m_programs = new ProgramsOnPage(*m_parts.programSwitch, *m_parts.programMappings, *m_notices, this);
     }
@@ -101,7 +107,7 @@ void DeviceZR::buildPicture()
                        "background-image: url(:/icons/printer.png);"
                        "background-position: center center;background-repeat: no"));
     m_printer->setAccessibleName(tr("Print"));
-    m_printer->setToolTip(tr("Print what the buttons do"));
+    m_printer->setToolTip(ControlTip::text(tr("Print"), {tr("Print what the buttons do")}, QString()));
     auto *dimming = new QGraphicsOpacityEffect(m_printer);
     dimming->setOpacity(0.5);
     m_printer->setGraphicsEffect(dimming);
@@ -138,47 +144,28 @@ void DeviceZR::followMappings()
     showWhetherStored(m_parts.settings->isWritten());
 }
 
-void DeviceZR::buildStartupBox()
+void DeviceZR::followMappingInUse()
 {
-    m_startup = new PageCheckBox(this);
-    m_startup->setGeometry(24, 625, 200, 15);
-    m_startup->setFont(Look::font(Look::Face::Page, 10));
-    m_startup->setStyleSheet(QStringLiteral("QCheckBox { color : rgba(255,255,255,0.40); }"));
-    m_startup->setChecked(m_parts.launchOnStartup->isLaunchOnStartup());
-    FittingText::show(m_startup, tr("Launch on startup"), tr("Start the program when you log on"));
-    new FocusFrame(m_startup);
-    connect(m_startup, &QCheckBox::toggled, this, &DeviceZR::setLaunchOnStartup);
+    m_inUse = new MappingInUse(*m_parts.mappings, *m_parts.settings, this);
+    connect(m_inUse, &MappingInUse::changed, this, [this] {
+        m_nameLine->setMapping(m_inUse->name(), m_inUse->isChanged());
+        m_selector->setInUse(m_inUse->listed());
+    });
 }
 
-void DeviceZR::buildSliders()
+void DeviceZR::buildBottom()
 {
-    const auto add = [this](const QRect &place, int value, const QString &name) {
-        auto *slider = new SensitivitySlider(this);
-        slider->setGeometry(place);
-        slider->setRange(KnobSettings::minimum, KnobSettings::maximum);
-        slider->setInvertedAppearance(true); // the slow end, with the higher values, lies at the left
-        slider->setInvertedControls(true);
-        slider->setValue(value);
-        slider->setAccessibleName(name);
-        slider->setToolTip(tr("How far the knob has to be turned for a step"));
-        return slider;
-    };
-    m_normal = add({362, 527, 176, 16}, 50, tr("Knob sensitivity"));
-    m_shift1 = add({362, 568, 176, 16}, 70, tr("Knob sensitivity in Shift 1"));
-    connect(m_normal, &QSlider::valueChanged, this, &DeviceZR::setKnobSensitivityNormal);
-    connect(m_shift1, &QSlider::valueChanged, this, &DeviceZR::setKnobSensitivityShift1);
+    m_startup = new StartupBox(*m_parts.launchOnStartup, this);
+    connect(m_startup, &StartupBox::toggled, this, &DeviceZR::setLaunchOnStartup);
+    m_sliders = new SensitivitySliders(this);
+    connect(m_sliders->normal(), &QSlider::valueChanged, this, &DeviceZR::setKnobSensitivityNormal);
+    connect(m_sliders->shift1(), &QSlider::valueChanged, this, &DeviceZR::setKnobSensitivityShift1);
+    m_sent = new SentLine(this);
 }
 
 void DeviceZR::importFiles(const QStringList &files)
 {
     m_files->import(files);
-}
-
-// The sliders are followed already: a first start stores what they then show.
-void DeviceZR::showSensitivity()
-{
-    m_normal->setValue(m_parts.knobSettings->sensitivityNormal());
-    m_shift1->setValue(m_parts.knobSettings->sensitivityShift1());
 }
 
 void DeviceZR::connectDevice(SerialProtocol *serial)
@@ -199,8 +186,19 @@ void DeviceZR::connectIndicators()
     connect(dispatcher, &EventDispatcher::buttonHeld, m_indicators, &DeviceIndicators::setHeld);
     connect(dispatcher, &EventDispatcher::knobTouchShown, m_indicators, &DeviceIndicators::setKnobTouched);
     connect(dispatcher, &EventDispatcher::turning, m_indicators, &DeviceIndicators::setTurning);
+    connect(dispatcher, &EventDispatcher::knobModeChanged, m_nameLine, &NameLine::setKnobMode);
+    connect(dispatcher, &EventDispatcher::acted, m_sent, &SentLine::tell);
     connect(dispatcher, &EventDispatcher::displayControlPanel, this, &DeviceZR::displayControlPanel);
     connect(dispatcher, &EventDispatcher::gameControl, this, &DeviceZR::gameControl);
+}
+
+void DeviceZR::connectBoxes()
+{
+    connect(m_parts.dispatcher, &EventDispatcher::buttonHeld, m_boxMarks, &BoxMarks::setHeld);
+    connect(m_parts.dispatcher, &EventDispatcher::layerChanged, m_boxMarks, &BoxMarks::setLayer);
+    connect(m_picture, &DevicePicture::clicked, this,
+            [this](int control) { m_menus->menus().at(control)->dislayMenu(); });
+    m_picture->setToolTipHost(ControlTip::install(this));
 }
 
 // The dialogs dim the page when they come; undoing that is up to the page, as is what they work with. Most
@@ -231,8 +229,8 @@ void DeviceZR::orderFocus()
     for (ComboMenu *menu : m_menus->menus()) {
         next(menu);
     }
-    next(m_normal);
-    next(m_shift1);
+    next(m_sliders->normal());
+    next(m_sliders->shift1());
     next(m_startup);
 }
 
@@ -243,8 +241,6 @@ void DeviceZR::updateToolTips()
         texts << ComboMenuEntries::inWords(control).join(QLatin1Char('\n'));
     }
     m_picture->setControlToolTips(texts);
-    m_picture->setKnobToolTip(tr(
-        "The knob: touch it to take hold, turn it to act.\nButtons with a knob mode choose what it does."));
 }
 
 void DeviceZR::onDeviceConnected(const QString &deviceName)
@@ -294,13 +290,9 @@ void DeviceZR::dowloadFinished(bool success)
 
 void DeviceZR::showRefusedInput()
 {
-    QLabel *line =
-        PageTexts::add(*this, QString(), {150, 606, 600, 16}, PageTexts::Ink::Bright, 10, QFont::Normal);
-    line->setObjectName(QStringLiteral("refusedInput"));
-    line->setAlignment(Qt::AlignCenter);
-    FittingText::show(
-        line, tr("The program in front has more rights and takes no keys. Start Veltrix as administrator."));
-    line->show();
+    PageTexts::showNotice(
+        *this, tr("The program in front has more rights and takes no keys. Start Veltrix as administrator."),
+        "refusedInput");
 }
 
 void DeviceZR::printCurrentView()
@@ -376,13 +368,7 @@ void DeviceZR::setLaunchOnStartup(bool on)
     const bool done = m_parts.launchOnStartup->isLaunchOnStartup() == on;
     m_notices->setFailure(MapNotices::Task::LaunchOnStartup,
                           done ? QString() : tr("Launch on startup could not be changed."));
-    showLaunchOnStartup();
-}
-
-void DeviceZR::showLaunchOnStartup()
-{
-    const QSignalBlocker blocker(m_startup); // reading is no choice of the user's
-    m_startup->setChecked(m_parts.launchOnStartup->isLaunchOnStartup());
+    m_startup->refresh();
 }
 
 void DeviceZR::onUserMovingMouse()
@@ -399,6 +385,6 @@ void DeviceZR::showEvent(QShowEvent *event)
 {
     ZRBaseWindow::showEvent(event);
     m_notices->hideUpdate();
-    showLaunchOnStartup();
+    m_startup->refresh();
     m_parts.mapUpdate->check();
 }

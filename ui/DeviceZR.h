@@ -6,6 +6,7 @@
 #include <QString>
 
 class ActionMenus;
+class BoxMarks;
 class ClickableLabel;
 class ComboMapping;
 class Desktop;
@@ -18,15 +19,18 @@ class LaunchOnStartup;
 class MapNotices;
 class MapUpdate;
 class MappingFileExchange;
+class MappingInUse;
 class MappingSession;
+class NameLine;
 class ProgramMappings;
 class ProgramSwitch;
 class ProgramsOnPage;
-class QCheckBox;
 class QNetworkReply;
-class QSlider;
 class SerialProtocol;
+class SensitivitySliders;
+class SentLine;
 class Settings;
+class StartupBox;
 class ZRButtonMap;
 
 /// The device's page: what each control does in each layer, and the mapping in use.
@@ -105,14 +109,13 @@ private:
     void buildPicture();
     void buildSelector();
     void followMappings();
-    void buildStartupBox();
-    void buildSliders();
-    void showSensitivity();
+    void followMappingInUse();
+    void buildBottom();
     void connectDevice(SerialProtocol *serial);
     void connectIndicators();
+    void connectBoxes();
     void orderFocus();
 
-    void showLaunchOnStartup();
     void showWhetherKept(const FileResult &result);
     void showWhetherStored(bool stored);
     void updateToolTips();
@@ -127,7 +130,10 @@ private:
     ProgramsOnPage *m_programs = nullptr;
     ActionMenus *m_menus = nullptr;
     DeviceIndicators *m_indicators = nullptr;
-    QCheckBox *m_startup = nullptr;
-    QSlider *m_normal = nullptr;
-    QSlider *m_shift1 = nullptr;
+    BoxMarks *m_boxMarks = nullptr;
+    MappingInUse *m_inUse = nullptr;
+    NameLine *m_nameLine = nullptr;
+    SentLine *m_sent = nullptr;
+    StartupBox *m_startup = nullptr;
+    SensitivitySliders *m_sliders = nullptr;
 };

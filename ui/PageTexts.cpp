@@ -87,13 +87,21 @@ void PageTexts::addAll(QWidget &page, const QString &midiPortName)
            "starts"));
 }
 
-void PageTexts::addNotice(QWidget &page, const QString &notice)
+void PageTexts::showNotice(QWidget &page, const QString &sentence, const char *objectName)
 {
-    if (notice.isEmpty()) {
+    if (sentence.isEmpty()) {
         return;
     }
-    QLabel *label = add(page, QString(), {150, 606, 600, 16}, Ink::Bright, 10, QFont::Normal);
+    constexpr QRect place(150, 606, 600, 16);
+    const QList<QLabel *> labels = page.findChildren<QLabel *>(QString(), Qt::FindDirectChildrenOnly);
+    for (QLabel *label : labels) {
+        if (label->geometry() == place) {
+            delete label;
+        }
+    }
+    QLabel *label = add(page, QString(), place, Ink::Bright, 10, QFont::Normal);
     label->setAlignment(Qt::AlignCenter);
-    label->setObjectName(QStringLiteral("notice"));
-    FittingText::show(label, notice);
+    label->setObjectName(QLatin1String(objectName));
+    FittingText::show(label, sentence);
+    label->show();
 }

@@ -19,8 +19,9 @@ public:
     /// Puts the page's fixed texts on @p page: heading, captions and, in the corner, the MIDI output in use.
     static void addAll(QWidget &page, const QString &midiPortName);
 
-    /// Puts a sentence that is not always there, or nothing, on the page's bottom line.
-    static void addNotice(QWidget &page, const QString &notice);
+    /// Puts a sentence that is not always there above the page's bottom line, in the place of the one before;
+    /// nothing for an empty one.
+    static void showNotice(QWidget &page, const QString &sentence, const char *objectName);
 
     /// Puts one text on @p page, in the page's font.
     static QLabel *add(QWidget &page, const QString &text, const QRect &place, Ink ink, int pointSize,

@@ -19,6 +19,11 @@ const QColor accentLight(0x8b, 0x7d, 0xff);
 const QColor inUse(0x35, 0xd0, 0x8a);
 const QColor waiting(0xff, 0xb3, 0x3e);
 
+// The buttons' caps, as the program's drawing shows them.
+constexpr QRgb capColours[] = {qRgb(62, 86, 166),   qRgb(62, 86, 166), qRgb(62, 86, 166), qRgb(171, 166, 166),
+                               qRgb(171, 166, 166), qRgb(160, 53, 46), qRgb(161, 75, 40), qRgb(152, 131, 44),
+                               qRgb(85, 128, 95),   qRgb(85, 128, 95)};
+
 QColor withAlpha(QColor color, int alpha)
 {
     color.setAlpha(alpha);
@@ -173,8 +178,12 @@ void paintButton(QPainter &painter, int number, const DeviceLook::Button &look)
 
     const QPointF top = center + QPointF(0, look.down ? 0.5 : 0);
     const QRectF cap = disc(top, radius - 0.4);
-    const QColor upper = look.down ? QColor(0x6e, 0x5e, 0xf2) : QColor(look.hovered ? 0x7a7a90 : 0x666678);
-    const QColor lower = look.down ? accent : QColor(look.hovered ? 0x4d4d60 : 0x40404e);
+    const QColor colour(capColours[number]);
+    const QColor upper = colour.lighter(look.down ? 150 : look.hovered ? 130 : 112);
+    const QColor lower = colour.lighter(look.down ? 115 : 100)
+                             .darker(look.down      ? 100
+                                     : look.hovered ? 110
+                                                    : 130);
     painter.setBrush(vertical(cap, upper, lower));
     painter.setPen(QPen(QColor(0x14, 0x14, 0x1b), 0.6));
     painter.drawEllipse(cap);
@@ -184,7 +193,8 @@ void paintButton(QPainter &painter, int number, const DeviceLook::Button &look)
     painter.setBrush(
         vertical(dish, QColor(0, 0, 0, look.down ? 30 : 48), QColor(255, 255, 255, look.down ? 34 : 24)));
     painter.drawEllipse(dish);
-    paintDigit(painter, top, number, QColor(255, 255, 255, look.down ? 255 : 214));
+    paintDigit(painter, top, number,
+               qGray(colour.rgb()) > 150 ? QColor(0x20, 0x20, 0x28) : QColor(Qt::white));
     if (look.latched) {
         painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(QColor(255, 255, 255, 235), 1.1));

@@ -69,6 +69,11 @@ private Q_SLOTS:
     void controlsTellWhatTheyDoInEachLayer();
     void everyControlHasANameForScreenReaders();
     void refusedInputIsSaidAtTheBottom();
+    void theNameLineNamesWhatIsInUse();
+    void theNameLineOutlivesTheProgram();
+    void theHeldLayerAndThePressedBoxStandOut();
+    void whatWasSentIsSaidForTwoSeconds();
+    void aHiddenPageSaysNothing();
 
 private:
     void makePage();
@@ -683,7 +688,8 @@ void tst_DeviceZR::drawingTellsWhatItsControlsDoAlsoWithoutAMapping()
     const QPoint place = DevicePicture::mark(3).center() - DevicePicture::place.topLeft();
     QHelpEvent help(QEvent::ToolTip, place, picture->mapToGlobal(place));
     QCoreApplication::sendEvent(picture, &help);
-    QVERIFY(QToolTip::text().startsWith(QLatin1String("Normal: ")));
+    QVERIFY(QToolTip::text().startsWith(QLatin1String("<b>Button 3</b><br>Normal: ")));
+    QCOMPARE(QToolTip::text(), menu(3)->toolTip()); // the drawing and the box say the same
     QToolTip::hideText();
 }
 
@@ -709,6 +715,93 @@ void tst_DeviceZR::everyControlHasANameForScreenReaders()
                            qobject_cast<const QCheckBox *>(widget) || widget->focusPolicy() == Qt::NoFocus;
         QVERIFY2(named, widget->metaObject()->className());
     }
+}
+
+void tst_DeviceZR::theNameLineNamesWhatIsInUse()
+{
+    m_rig->writeFile(QStringLiteral("ZR.xml"), document(mapping("First", 65) + mapping("Second", 66)));
+    makePage();
+    const auto *line = m_page->findChild<QLabel *>(QStringLiteral("nameLine"));
+    QVERIFY(QRect(60, 120, 780, 490).contains(line->geometry())); // what is printed
+    QCOMPARE(line->text(), QStringLiteral("First"));
+    m_page->newMap(m_rig->mappings.library().at(1));
+    QCOMPARE(line->text(), QStringLiteral("Second"));
+    m_rig->mappings.assign(4, Layer::Normal, shortCut{67, -1, -1, QStringLiteral("C")});
+    QCOMPARE(line->text(), QString::fromUtf8("Second \u2022"));
+    QVERIFY(line->accessibleName().contains(QLatin1String("changed")));
+    QVERIFY(m_rig->mappings.saveAs(QStringLiteral("Mine")));
+    QCOMPARE(line->text(), QStringLiteral("Mine"));
+
+    shortCut vertical;
+    vertical.key1 = SPECIAL_ACTION;
+    vertical.key2 = static_cast<int>(SpecialAction::Vertical);
+    m_rig->mappings.assign(5, Layer::Normal, vertical);
+    press(5);
+    QVERIFY(line->text().endsWith(QLatin1String("Knob: Vertical")));
+}
+
+void tst_DeviceZR::theNameLineOutlivesTheProgram()
+{
+    m_rig->writeFile(QStringLiteral("ZR.xml"), document(mapping("First", 65) + mapping("Second", 66)));
+    makePage();
+    m_page->newMap(m_rig->mappings.library().at(1));
+    QVERIFY(m_rig->mappings.keep());
+    QCOMPARE(m_rig->store.value(QStringLiteral("Extra.Mapping")).toString(), QStringLiteral("Second"));
+    m_page->newMap(m_rig->mappings.library().at(0)); // not kept
+    QCOMPARE(m_rig->store.value(QStringLiteral("Extra.Mapping")).toString(), QStringLiteral("Second"));
+}
+
+void tst_DeviceZR::theHeldLayerAndThePressedBoxStandOut()
+{
+    makePage();
+    shortCut shift;
+    shift.key1 = SPECIAL_ACTION;
+    shift.key2 = static_cast<int>(SpecialAction::Shift1);
+    for (const Layer layer : Layers::all) {
+        m_rig->mappings.assign(3, layer, shift);
+    }
+    shortCut named;
+    named.key1 = 65;
+    named.label = QStringLiteral("WWWWW");
+    m_rig->mappings.assign(6, Layer::Shift1, named);
+    const auto *outline = menu(3)->findChild<QWidget *>(QStringLiteral("pressed"));
+    const QImage before = menu(6)->grab().toImage();
+    QVERIFY(!outline->isVisible());
+    Q_EMIT m_serial->onButtonpress(3, true);
+    QVERIFY(!outline->isVisible()); // not before what was done
+    QTRY_VERIFY(outline->isVisible());
+    QTRY_VERIFY(menu(6)->grab().toImage() != before);
+    QVERIFY(!menu(6)->findChild<QWidget *>(QStringLiteral("pressed"))->isVisible());
+    Q_EMIT m_serial->onButtonpress(3, false);
+    QTRY_VERIFY(!outline->isVisible());
+    QTRY_COMPARE(menu(6)->grab().toImage(), before);
+}
+
+void tst_DeviceZR::whatWasSentIsSaidForTwoSeconds()
+{
+    makePage();
+    m_rig->mappings.assign(3, Layer::Normal, shortCut{17, 16, 'S', QStringLiteral("Save")});
+    const auto *line = m_page->findChild<QLabel *>(QStringLiteral("sent"));
+    QVERIFY(line->isHidden());
+    press(3);
+    QTRY_VERIFY(line->isVisible());
+    QCOMPARE(line->text(), QString::fromUtf8("3 \u00b7 Ctrl + Shift + S"));
+    for (const QWidget *widget : m_page->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (widget != line && widget->geometry() != m_page->rect() && !widget->isHidden()) {
+            QVERIFY2(!widget->geometry().intersects(line->geometry()), widget->metaObject()->className());
+        }
+    }
+    QTRY_VERIFY_WITH_TIMEOUT(line->isHidden(), 4000);
+}
+
+void tst_DeviceZR::aHiddenPageSaysNothing()
+{
+    makePage();
+    m_window->hide();
+    press(3);
+    QTest::qWait(100);
+    m_window->show();
+    QVERIFY(m_page->findChild<QLabel *>(QStringLiteral("sent"))->isHidden());
 }
 
 void tst_DeviceZR::refusedInputIsSaidAtTheBottom()

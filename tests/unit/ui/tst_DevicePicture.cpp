@@ -2,6 +2,7 @@
 
 #include <QHelpEvent>
 #include <QImage>
+#include <QSignalSpy>
 #include <QTextDocument>
 #include <QToolTip>
 #include <QVector>
@@ -17,6 +18,7 @@ class tst_DevicePicture : public QObject
 private Q_SLOTS:
     void linesHaveOneWidthAtEveryScale();
     void aLabelOfAFileIsTextAndNoMarkup();
+    void aClickTellsTheControl();
 };
 
 // This program runs once for each of several scales.
@@ -70,8 +72,29 @@ void tst_DevicePicture::aLabelOfAFileIsTextAndNoMarkup()
     QCoreApplication::sendEvent(&picture, &help);
     QTextDocument shown;
     shown.setHtml(QToolTip::text());
-    QCOMPARE(shown.toPlainText().replace(QChar::Nbsp, QLatin1Char(' ')), text);
+    QCOMPARE(shown.toPlainText().replace(QChar::Nbsp, QLatin1Char(' ')),
+             QStringLiteral("Button 0\n") + text + QStringLiteral("\nClick to change what it does"));
     QToolTip::hideText();
+}
+
+void tst_DevicePicture::aClickTellsTheControl()
+{
+    QWidget page;
+    page.resize(900, 650);
+    DevicePicture picture(&page);
+    picture.setControlToolTips({{}, {}, {}, {}, {}, {}, {}, {}, {}, {}});
+    page.show();
+    QSignalSpy clicked(&picture, &DevicePicture::clicked);
+    const auto at = [](int control) {
+        return DevicePicture::mark(control).center() - DevicePicture::place.topLeft();
+    };
+    QTest::mouseClick(&picture, Qt::LeftButton, {}, at(7));
+    QCOMPARE(clicked.size(), 1);
+    QCOMPARE(clicked.constFirst().constFirst().toInt(), 7);
+    QTest::mouseClick(&picture, Qt::LeftButton, {}, at(-1)); // the knob has no box
+    QTest::mouseClick(&picture, Qt::RightButton, {}, at(7));
+    QTest::mouseClick(&picture, Qt::LeftButton, {}, QPoint(5, 5));
+    QCOMPARE(clicked.size(), 1);
 }
 
 QTEST_MAIN(tst_DevicePicture)

@@ -66,6 +66,7 @@ private Q_SLOTS:
     void aThousandMappingsKeepTheirOrder();
     void aListIsBuiltWhenItIsOpenedAndOnce();
     void anEmptyListSaysSo();
+    void aCheckMarkStandsAtTheMappingInUse();
     void typingGoesToTheEntryThatBeginsSo();
     void theDefaultIsSelectedIfThereIsOne();
     void aMappingWithoutANameIsDeletedAsSuch();
@@ -514,6 +515,32 @@ void tst_ComboMapping::aListIsBuiltWhenItIsOpenedAndOnce()
     });
     m_selector->newMapListReady(maps(many), false, 0);
     openMenu([](QMenu &top) { QVERIFY(PopUp::entry(top, examples)->menu()->isEmpty()); });
+}
+
+void tst_ComboMapping::aCheckMarkStandsAtTheMappingInUse()
+{
+    QList<ZRButtonMap *> maps{new ZRButtonMap(QStringLiteral("A")), new ZRButtonMap(QStringLiteral("B"))};
+    m_selector->newMapListReady(maps, false, 0);
+    const auto marked = [this] {
+        QStringList names;
+        openMenu([&](QMenu &top) {
+            QMenu *list = PopUp::submenu(top, QStringLiteral("Examples"));
+            Q_EMIT list->aboutToShow();
+            for (const QAction *action : top.actions() + list->actions()) {
+                if (action->isChecked()) {
+                    names << action->text();
+                }
+            }
+        });
+        return names;
+    };
+    QCOMPARE(marked(), QStringList());
+    m_selector->setInUse(maps.at(1));
+    QCOMPARE(marked(), (QStringList{QStringLiteral("Examples"), QStringLiteral("B")}));
+    m_selector->setInUse(maps.at(0));
+    QCOMPARE(marked(), (QStringList{QStringLiteral("Examples"), QStringLiteral("A")}));
+    m_selector->setInUse(nullptr);
+    QCOMPARE(marked(), QStringList());
 }
 
 void tst_ComboMapping::anEmptyListSaysSo()
