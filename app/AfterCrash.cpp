@@ -7,6 +7,11 @@
 namespace
 {
 
+bool isDue(const void *memory, qint64 program)
+{
+    return !static_cast<const AfterCrash *>(memory)->messages.isEmpty() || PortLocks::areLeftOf(program);
+}
+
 void afterwards(void *memory, qint64 program)
 {
     PortLocks::removeOf(program);
@@ -20,7 +25,7 @@ void afterwards(void *memory, qint64 program)
 
 CrashTask AfterCrash::task()
 {
-    return {sizeof(AfterCrash), afterwards};
+    return {sizeof(AfterCrash), isDue, afterwards};
 }
 
 AfterCrash &AfterCrash::in(void *memory)

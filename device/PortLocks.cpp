@@ -30,18 +30,32 @@ qint64 holderOfFile(const QString &lockFile)
     return read && (host.isEmpty() || host == QSysInfo::machineHostName()) ? holder : 0;
 }
 
-} // namespace
-
-void PortLocks::removeOf(qint64 process)
+/// The paths of those that name the process.
+QStringList locksOf(qint64 process)
 {
+    QStringList found;
     for (const char *folder : folders) {
         const QDir locks(QString::fromLatin1(folder));
         for (const QString &name : locks.entryList({QStringLiteral("LCK..*")}, QDir::Files | QDir::Hidden)) {
-            const QString lock = locks.filePath(name);
-            if (holderOfFile(lock) == process) {
-                QLockFile(lock).removeStaleLockFile();
+            if (holderOfFile(locks.filePath(name)) == process) {
+                found.append(locks.filePath(name));
             }
         }
+    }
+    return found;
+}
+
+} // namespace
+
+bool PortLocks::areLeftOf(qint64 process)
+{
+    return !locksOf(process).isEmpty();
+}
+
+void PortLocks::removeOf(qint64 process)
+{
+    for (const QString &path : locksOf(process)) {
+        QLockFile(path).removeStaleLockFile();
     }
 }
 

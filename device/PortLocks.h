@@ -8,6 +8,9 @@
 namespace PortLocks
 {
 
+/// Whether there are any that name @p process.
+bool areLeftOf(qint64 process);
+
 /// Removes those that name @p process, which has ended. One that another process holds meanwhile stays.
 void removeOf(qint64 process);
 

@@ -2,18 +2,18 @@
 
 #include "midi/JackServerWatch.h"
 #include "midi/RtMidiBackend.h"
-#include "midi/StallGuard.h"
 
-std::unique_ptr<MidiBackend> openJackOutput()
+std::unique_ptr<MidiBackend> openJackOutput(std::chrono::milliseconds limit)
 {
-    return StallGuard::create([] {
+    const auto make = [] {
         StallGuard::Guarded guarded;
         guarded.watch = JackServerWatch::connect();
         if (guarded.watch) {
             guarded.backend = RtMidiBackend::openOutput(RtMidi::UNIX_JACK);
         }
         return guarded;
-    });
+    };
+    return StallGuard::create(make, limit);
 }
 
 std::unique_ptr<MidiBackend> openJackInput()

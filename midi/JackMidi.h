@@ -1,10 +1,12 @@
 #pragma once
 
 #include "midi/MidiBackend.h"
+#include "midi/StallGuard.h"
 
+#include <chrono>
 #include <memory>
 
-/// MIDI through JACK, in a way that never waits for a server that stands still. Null when no server runs,
-/// when it does not answer, or when this program was built without JACK.
-std::unique_ptr<MidiBackend> openJackOutput();
+/// MIDI through JACK, in a way that never waits longer than @p limit for a server that stands still. Null
+/// when no server runs, when it does not answer, or when this program was built without JACK.
+std::unique_ptr<MidiBackend> openJackOutput(std::chrono::milliseconds limit = StallGuard::patience);
 std::unique_ptr<MidiBackend> openJackInput();

@@ -1,6 +1,6 @@
 #include "midi/JackMidi.h"
 
-std::unique_ptr<MidiBackend> openJackOutput()
+std::unique_ptr<MidiBackend> openJackOutput(std::chrono::milliseconds)
 {
     return nullptr;
 }

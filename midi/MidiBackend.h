@@ -36,6 +36,9 @@ public:
         return true;
     }
 
+    /// Output only. True when all that was sent has certainly left this process.
+    virtual bool isAllSent() { return true; }
+
     /// Output only. @p message is not empty. To be called only after isAlive() and hasRoomFor() said yes.
     virtual void sendMessage(const std::vector<unsigned char> &message) = 0;
 

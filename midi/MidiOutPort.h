@@ -26,6 +26,9 @@ public:
     /// False when every message from now on will be dropped.
     bool mayAcceptLater() const { return m_open && m_backend->isAlive(); }
 
+    /// True when all that was accepted has certainly left this process, which takes a server's next cycles,
+    /// and when no port is open.
+    bool isAllSent() const { return !m_open || m_backend->isAllSent(); }
 public Q_SLOTS:
     /// Sends @p message at once when a port is open, else does nothing. Never blocks: when the system behind
     /// the port has gone, that is logged once and messages are dropped; while it stands still and holds as

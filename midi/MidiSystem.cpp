@@ -24,7 +24,8 @@ void requireAlsaSequencer()
 
 using Backend = std::unique_ptr<MidiBackend>;
 
-std::vector<MidiSystem> compiledSystems(Backend (*open)(RtMidi::Api), Backend (*openJack)())
+std::vector<MidiSystem> compiledSystems(Backend (*open)(RtMidi::Api),
+                                        const std::function<Backend()> &openJack)
 {
     std::vector<RtMidi::Api> apis;
     RtMidi::getCompiledApi(apis);
@@ -84,8 +85,14 @@ std::unique_ptr<MidiBackend> openFirstWorking(const QString &purpose, const std:
 
 std::unique_ptr<MidiBackend> openMidiOutput()
 {
-    return openFirstWorking(QStringLiteral("MIDI output"),
-                            compiledSystems(&RtMidiBackend::openOutput, openJackOutput));
+    return openMidiOutput(StallGuard::patience);
+}
+
+std::unique_ptr<MidiBackend> openMidiOutput(std::chrono::milliseconds patience)
+{
+    return openFirstWorking(
+        QStringLiteral("MIDI output"),
+        compiledSystems(&RtMidiBackend::openOutput, [patience] { return openJackOutput(patience); }));
 }
 
 std::unique_ptr<MidiBackend> openMidiInput()

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -21,5 +22,7 @@ struct MidiSystem {
 std::unique_ptr<MidiBackend> openFirstWorking(const QString &purpose, const std::vector<MidiSystem> &systems);
 
 /// The systems that the MIDI library was compiled with, its default one first. Null when none works.
+/// @p patience: how long an answer of a system's server is waited for, here and in the backend's calls.
 std::unique_ptr<MidiBackend> openMidiOutput();
+std::unique_ptr<MidiBackend> openMidiOutput(std::chrono::milliseconds patience);
 std::unique_ptr<MidiBackend> openMidiInput();

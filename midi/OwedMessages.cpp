@@ -1,6 +1,7 @@
 #include "midi/OwedMessages.h"
 
 #include "midi/MidiOutPort.h"
+#include "midi/MidiSystem.h"
 
 #include <algorithm>
 #include <chrono>
@@ -14,8 +15,9 @@ namespace
 constexpr std::chrono::milliseconds afterConnecting(200);
 constexpr std::chrono::milliseconds betweenTries(20);
 constexpr int triesAtMost = 100;
-constexpr int connectionsAtMost = 6;
+constexpr int untilFetched = 500;
 constexpr std::chrono::milliseconds betweenConnections(500);
+constexpr std::chrono::milliseconds altogether(15000);
 
 constexpr quint32 present = 1U << 24U;
 
@@ -86,11 +88,14 @@ bool OwedMessages::isPort(const QString &name) const
     return whatFits(name, m_port.size() - 1) == m_port.data();
 }
 
-// A server can need five seconds to notice that a client died, and answers nobody meanwhile.
+// A server can need five seconds to notice that a client died, and answers nobody meanwhile. Nobody waits
+// for this process, so it waits for the answer: connections that were given up would all be made when the
+// server goes on, and what they do to its cycles can cost the message.
 void OwedMessages::send() const
 {
-    for (int tries = 0; tries < connectionsAtMost; ++tries) {
-        MidiOutPort port;
+    const auto end = std::chrono::steady_clock::now() + altogether;
+    while (std::chrono::steady_clock::now() < end) {
+        MidiOutPort port(openMidiOutput(altogether));
         const QStringList names = port.portNames();
         const auto found =
             std::find_if(names.begin(), names.end(), [this](const QString &name) { return isPort(name); });
@@ -114,5 +119,9 @@ void OwedMessages::sendThrough(MidiOutPort &port) const
              ++tries) {
             std::this_thread::sleep_for(betweenTries);
         }
+    }
+    // A port that is closed takes along what its server has not fetched yet.
+    for (int tries = 0; !port.isAllSent() && port.mayAcceptLater() && tries < untilFetched; ++tries) {
+        std::this_thread::sleep_for(betweenTries);
     }
 }

@@ -24,3 +24,8 @@ bool SendBudget::allows(std::size_t bytes, quint32 cycles)
     }
     return m_older + m_recent + bytes <= m_limit;
 }
+
+bool SendBudget::isAllGone(quint32 cycles)
+{
+    return allows(0, cycles) && m_older + m_recent == 0;
+}

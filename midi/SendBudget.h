@@ -19,6 +19,9 @@ public:
     bool allows(std::size_t bytes, quint32 cycles);
     void spend(std::size_t bytes) { m_recent += bytes; }
 
+    /// True when all that was spent is certainly gone.
+    bool isAllGone(quint32 cycles);
+
 private:
     std::size_t m_limit;
     std::size_t m_older = 0;

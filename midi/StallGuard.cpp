@@ -129,6 +129,11 @@ bool StallGuard::hasRoomFor(std::size_t bytes)
            m_budget.allows(bytes + overheadPerMessage, m_guarded->watch->cycles());
 }
 
+bool StallGuard::isAllSent()
+{
+    return m_guarded->watch && m_budget.isAllGone(m_guarded->watch->cycles());
+}
+
 void StallGuard::sendMessage(const std::vector<unsigned char> &message)
 {
     m_guarded->backend->sendMessage(message);

@@ -43,6 +43,7 @@ public:
     void closePort() override;
     bool isAlive() override;
     bool hasRoomFor(std::size_t bytes) override;
+    bool isAllSent() override;
     void sendMessage(const std::vector<unsigned char> &message) override;
     void setCallback(Callback callback) override;
 

@@ -51,7 +51,10 @@ struct Platform {
 /// does it, where there is one; it must not rely on anything but @c memory, and may take its time.
 struct CrashTask {
     std::size_t bytes = 0; ///< of memory that the two processes share; all zero at first
-    /// Called with that memory and the number of the process that the program was. Null: nothing else.
+    /// Called with that memory and the number of the process that the program is: whether there is something
+    /// to do. After an orderly end there is nothing.
+    bool (*isDue)(const void *memory, qint64 program) = nullptr;
+    /// Called with the same when there is, after the program has gone for good. Null: nothing else.
     void (*afterwards)(void *memory, qint64 program) = nullptr;
 };
 

@@ -7,8 +7,10 @@
 #include <cstring>
 #include <fcntl.h>
 #include <new>
+#include <poll.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <xcb/xtest.h>
@@ -16,7 +18,8 @@
 namespace
 {
 
-constexpr int patience = 200; // ms that the program's end waits for the process
+constexpr int patience = 200;     // ms that the program's end waits for the process
+constexpr int endPatience = 5000; // ms that the process waits for the program's end
 
 /// Empties a keycode if it still carries the symbol that we put there.
 void emptySpare(Display *display, KeyCode keycode, KeySym keysym)
@@ -94,6 +97,19 @@ void *sharedMemory(std::size_t bytes)
     return memory == MAP_FAILED ? nullptr : memory;
 }
 
+/// The pipe is closed before the program has gone for good: at once where the toolkit ends it from within,
+/// with the loss of the X server, and otherwise among its other files. It may still have its locks and
+/// connections.
+void awaitEndOf(pid_t program)
+{
+    const auto process = int(syscall(SYS_pidfd_open, program, 0));
+    if (process >= 0) {
+        pollfd end = {process, POLLIN, 0};
+        poll(&end, 1, endPatience);
+        close(process);
+    }
+}
+
 [[noreturn]] void watch(int pipe, pid_t program, const HeldInput &held, const CrashTask &task,
                         void *taskMemory)
 {
@@ -105,7 +121,8 @@ void *sharedMemory(std::size_t bytes)
     if (!held.isEmpty()) {
         releaseHeld(held);
     }
-    if (task.afterwards) {
+    if (task.afterwards && task.isDue(taskMemory, program)) {
+        awaitEndOf(program);
         task.afterwards(taskMemory, program);
     }
     _exit(0);

@@ -177,8 +177,14 @@ class XServer:
         return places
 
     def stop(self):
-        self._x11.XCloseDisplay(ctypes.c_void_p(self._display))
-        self._process.terminate()
+        if self._process.poll() is None:
+            self._x11.XCloseDisplay(ctypes.c_void_p(self._display))
+            self._process.terminate()
+            self._process.wait()
+
+    def kill(self):
+        """The server dies, and all connections with it. What asks it afterwards ends the test."""
+        self._process.kill()
         self._process.wait()
 
 

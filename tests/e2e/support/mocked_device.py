@@ -1,8 +1,11 @@
 """A USB control surface made of mocked device entries and a pseudo-terminal."""
 
+import array
+import fcntl
 import itertools
 import os
 import pty
+import termios
 import tty
 
 # The serial port's lock is a file of the whole machine: names that no other test run has at the same time.
@@ -10,14 +13,16 @@ _numbers = itertools.count(os.getpid() * 100)
 
 
 class MockedDevice:
-    def __init__(self, testbed, serial=None, product="0001", vendor="1209"):
+    def __init__(self, testbed, serial=None, product="0001", vendor="1209", node=True):
+        """Without a `node` the port is listed and cannot be opened, until make_node()."""
         number = next(_numbers)
         self._testbed = testbed
         self.name = f"ttyACM{number}"
         self.master, self._slave = pty.openpty()
         tty.setraw(self._slave)
         os.makedirs(os.path.dirname(self._node()), exist_ok=True)
-        os.symlink(os.ttyname(self._slave), self._node())
+        if node:
+            self.make_node()
         properties = ["ID_BUS", "usb", "ID_VENDOR_ID", vendor, "ID_MODEL_ID", product]
         attributes = ["idVendor", vendor, "idProduct", product]
         if serial is not None:
@@ -28,6 +33,21 @@ class MockedDevice:
             "usb", f"usb{number}:1.0", self._usb, ["bInterfaceNumber", "00"], ["DEVTYPE", "usb_interface"])
         self._tty = testbed.add_device("tty", self.name, self._interface, [], ["DEVNAME", "/dev/" + self.name] + properties)
         self.is_plugged = True
+
+    def make_node(self):
+        os.symlink(os.ttyname(self._slave), self._node())
+
+    def tell(self, serial):
+        """The system learns the serial number, after the port has been there for a while."""
+        self._testbed.set_property(self._tty, "ID_SERIAL_SHORT", serial)
+        self._testbed.set_attribute(self._usb, "serial", serial)
+        self._testbed.uevent(self._tty, "change")
+
+    def unread(self):
+        """The bytes that the program has not taken yet."""
+        count = array.array("i", [0])
+        fcntl.ioctl(self._slave, termios.FIONREAD, count)
+        return count[0]
 
     def _node(self):
         return os.path.join(self._testbed.get_root_dir(), "dev", self.name)
@@ -47,7 +67,8 @@ class MockedDevice:
         self.is_plugged = False
         if self.master >= 0:
             self.hang_up()
-        os.unlink(self._node())
+        if os.path.islink(self._node()):
+            os.unlink(self._node())
         for entry in (self._tty, self._interface, self._usb):
             self._testbed.uevent(entry, "remove")
             self._testbed.remove_device(entry)

@@ -4,9 +4,12 @@ import contextlib
 import os
 import signal
 import subprocess
+import tempfile
+import time
 
 from campaign import Broken
 from desk import LISTENER, PROGRAM, SIMULATOR, Home, Lines, XServer, children_of, is_alive, plain_environment, wait_for
+from sight import Sight
 
 JACK_KEEPER = os.environ["JACK_KEEPER"]
 STARTED = 30   # s: patience with a start on a busy machine
@@ -67,8 +70,10 @@ class Workplace:
     def __init__(self, files=None, midi=False, server_options=()):
         """`files`: the mapping files by name; without any, Home's."""
         self._stack = contextlib.ExitStack()
-        self.server = XServer(options=server_options)
+        picture = self._stack.enter_context(tempfile.TemporaryDirectory())
+        self.server = XServer(options=("-fbdir", picture, *server_options))
         self._stack.callback(self.server.stop)
+        self.sight = Sight(self.server, os.path.join(picture, "Xvfb_screen0"))
         self.home = Home()
         self._stack.callback(self.home.cleanup)
         for name, text in (files or {}).items():
@@ -86,6 +91,12 @@ class Workplace:
         self.jack = JackServer()
         self._stack.callback(lambda: self.jack and self.jack.stop())
         self.environment.update(self.jack.environment)
+        self.midi = self._listen("--midi-only")
+
+    def restart_jack(self):
+        self.midi.stop(signal.SIGKILL)
+        self.jack.stop()
+        self.jack = JackServer()
         self.midi = self._listen("--midi-only")
 
     def _listen(self, *arguments):
@@ -120,9 +131,12 @@ class Workplace:
             raise Broken(f"the device is not used: {self.program.texts()[-5:]}")
 
     def end(self, number=signal.SIGTERM):
-        """Ends the program, and waits until its release process is gone, too. Returns the status."""
+        """Ends the program, and waits until its release process is gone, too. Returns the status; last_end has the
+        seconds that the program itself took."""
         helpers = children_of(self.program.pid) if is_alive(self.program.pid) else []
+        begun = time.monotonic()
         status = self.program.stop(number)
+        self.last_end = time.monotonic() - begun
         if not wait_for(lambda: not any(map(is_alive, helpers)), 30):
             raise Broken(f"{helpers} outlive the program")
         self.program = None
@@ -131,6 +145,15 @@ class Workplace:
     def check_nothing_held(self, timeout=NOTICED):
         if not wait_for(lambda: not self.server.keys_held() and not self.server.buttons_held(), timeout):
             raise Broken(f"held: keys {self.server.keys_held()}, buttons {self.server.buttons_held()}")
+
+    def check_pointer_visible(self):
+        if not wait_for(self.sight.pointer_is_visible, NOTICED):
+            raise Broken("the pointer is not visible")
+
+    def use(self, name):
+        """Another mapping, as a script of the user's would choose it."""
+        return subprocess.run([PROGRAM, "--use", name], env=self.environment, timeout=STARTED, stdout=subprocess.DEVNULL,
+                              stderr=subprocess.DEVNULL).returncode
 
     def _end_programs(self):
         for each, number in ((self.program, signal.SIGKILL), (self.device, signal.SIGTERM),

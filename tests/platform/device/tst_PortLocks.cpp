@@ -16,8 +16,10 @@ private Q_SLOTS:
     void theLockOfAnEndedProcessGoes()
     {
         const QString lock = write(ended, QSysInfo::machineHostName());
+        QVERIFY(PortLocks::areLeftOf(ended));
         PortLocks::removeOf(ended);
         QVERIFY(!QFile::exists(lock));
+        QVERIFY(!PortLocks::areLeftOf(ended));
     }
 
     void othersStay()
