@@ -17,6 +17,7 @@ IN_THE_CORNER = (60, 60)
 IN_THE_WINDOW = (640, 600)
 SELECTOR = ((1280 - 900) // 2 + 760, (1024 - 650) // 2 + 37)
 UNDO = ((1280 - 900) // 2 + 730, (1024 - 650) // 2 + 112)  # beside "Keep"
+NAME_LINE = ((1280 - 900) // 2 + 450, (1024 - 650) // 2 + 461)
 PAGE_SHOWN = 2.5    # s: from the port's opening to the end of the slide
 DIALOG_SHOWN = 0.7  # s: from a dialog's window to the input that it takes
 SETTLED = 0.1
@@ -226,6 +227,26 @@ class Travel(unittest.TestCase):
         # And it never has been.
         self.hands(display, "mousemove", *UNDO, "click", 1)
         self.assertTrue(wait_for(lambda: "Mix (2)" not in self.names(self.home)), self.names(self.home))
+
+    def test_the_mapping_is_dragged_out_of_the_window_by_its_name(self):
+        display, windows = self.start_with_device_in(self.home)
+        self.assertEqual(self.run_in(self.home, "--use", "Faders"), (0, "", ""))
+        target = self.dragger(display)
+        before = windows.shown(WINDOW_SIZE)
+        places = [(windows.attributes(window).x, windows.attributes(window).y) for window in before]
+        self.drag(display, NAME_LINE, IN_THE_CORNER)
+        url = target.wait_for("^url file:///.*/Faders.xml$")
+        self.assertTrue(url, target.texts())
+        content = target.wait_for("^bytes [0-9a-f]+$")
+        self.assertTrue(content, target.texts())
+        self.assertEqual(self.run_in(self.home, "--export", "Faders", "Faders.xml"), (0, "", ""))
+        # What the program uses lacks the knob's encoding, as every mapping that is read does.
+        exported = self.content(self.home, "Faders.xml").replace(b'knobcc="20"', b'knobcc="0"')
+        self.assertEqual(bytes.fromhex(content[1].split()[1]), exported.replace(b'm3fh="1"', b'm3fh="0"'))
+        # The window stays where it is, and a drop on the window it comes from is none.
+        self.assertEqual([(windows.attributes(window).x, windows.attributes(window).y) for window in before], places)
+        self.drag(display, NAME_LINE, IN_THE_WINDOW)
+        self.assertEqual(self.names(self.home), ["Mix", "M\u00fcller & S\u00f6hne", "Faders"])
 
 
 if __name__ == "__main__":
