@@ -117,7 +117,7 @@ void ComboMenuLabel::paintEvent(QPaintEvent *event)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(Qt::white);
-    painter.drawRoundedRect(QRectF(place).adjusted(-3, 2, 3, -2), 3, 3);
+    painter.drawRoundedRect(QRectF(place).adjusted(-1, 2, 1, -2), 3, 3);
     painter.setPen(Look::accent);
     painter.drawText(place, static_cast<int>(alignment()) | Qt::TextSingleLine, part);
 }
