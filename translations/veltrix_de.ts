@@ -9,6 +9,45 @@
     </message>
 </context>
 <context>
+    <name>ChangesOnScreen</name>
+    <message>
+        <source>Circular</source>
+        <translation>Kreis</translation>
+    </message>
+    <message>
+        <source>Vertical</source>
+        <translation>Senkrecht</translation>
+    </message>
+    <message>
+        <source>Horizontal</source>
+        <translation>Waagerecht</translation>
+    </message>
+    <message>
+        <source>Up/down keys</source>
+        <translation>Pfeiltasten auf/ab</translation>
+    </message>
+    <message>
+        <source>Left/right keys</source>
+        <translation>Pfeiltasten links/rechts</translation>
+    </message>
+    <message>
+        <source>MIDI</source>
+        <translation>MIDI</translation>
+    </message>
+    <message>
+        <source>Show changes on screen</source>
+        <translation>Änderungen auf dem Bildschirm zeigen</translation>
+    </message>
+    <message>
+        <source>Shows the layer and what the knob does for a moment, while you work elsewhere</source>
+        <translation>Zeigt kurz die Ebene und was der Drehknopf tut, während Sie anderswo arbeiten</translation>
+    </message>
+    <message>
+        <source>%1 · %2</source>
+        <translation>%1 · %2</translation>
+    </message>
+</context>
+<context>
     <name>ComboMapping</name>
     <message>
         <source>Save</source>

@@ -13,6 +13,7 @@
 #include "net/MapUpdate.h"
 #include "ui/ActionMenus.h"
 #include "ui/BoxMarks.h"
+#include "ui/ChangesOnScreen.h"
 #include "ui/ComboMapping.h"
 #include "ui/ComboMenu.h"
 #include "ui/ComboMenuEntries.h"
@@ -35,6 +36,7 @@
 #include "ui/StartupBox.h"
 #include "ui/TakeBack.h"
 
+#include <QCheckBox>
 #include <QChildEvent>
 #include <QCoreApplication>
 #include <QFileDialog>
@@ -157,6 +159,7 @@ void DeviceZR::buildBottom()
 {
     m_startup = new StartupBox(*m_parts.launchOnStartup, this);
     connect(m_startup, &StartupBox::toggled, this, &DeviceZR::setLaunchOnStartup);
+    m_changes = new ChangesOnScreen(*m_parts.dispatcher, *m_parts.settings, this);
     m_sliders = new SensitivitySliders(this);
     connect(m_sliders->normal(), &QSlider::valueChanged, this, &DeviceZR::setKnobSensitivityNormal);
     connect(m_sliders->shift1(), &QSlider::valueChanged, this, &DeviceZR::setKnobSensitivityShift1);
@@ -232,6 +235,7 @@ void DeviceZR::orderFocus()
     next(m_sliders->normal());
     next(m_sliders->shift1());
     next(m_startup);
+    next(m_changes->box());
 }
 
 void DeviceZR::updateToolTips()

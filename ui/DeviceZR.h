@@ -7,6 +7,7 @@
 
 class ActionMenus;
 class BoxMarks;
+class ChangesOnScreen;
 class ClickableLabel;
 class ComboMapping;
 class Desktop;
@@ -135,5 +136,6 @@ private:
     NameLine *m_nameLine = nullptr;
     SentLine *m_sent = nullptr;
     StartupBox *m_startup = nullptr;
+    ChangesOnScreen *m_changes = nullptr;
     SensitivitySliders *m_sliders = nullptr;
 };
