@@ -1,6 +1,6 @@
 # veltrix_add_fuzzer(NAME SOURCES... LINK libraries... CORPUS folders... [MAX_LEN bytes] [DICTIONARY file])
 #   A libFuzzer program registered with CTest; nothing without VELTRIX_FUZZERS. It runs for VELTRIX_FUZZ_SECONDS,
-#   from the environment or else from the cache. What it finds is kept in the build folder; the committed corpus
+#   from the environment or else from the cache, with VELTRIX_FUZZ_SEED or else one of chance. What it finds is kept in the build folder; the committed corpus
 #   is only read. The target "fuzzers" builds all of them.
 set(VELTRIX_FUZZ_SECONDS 60 CACHE STRING "How long each fuzzer runs in a test")
 
@@ -34,6 +34,6 @@ function(veltrix_add_fuzzer name)
         string(APPEND corpus " '${absolute}'")
     endforeach()
     add_test(NAME ${name} COMMAND sh -c
-        "exec '$<TARGET_FILE:${name}>' -max_total_time=\"\${VELTRIX_FUZZ_SECONDS:-${VELTRIX_FUZZ_SECONDS}}\" ${options} ${corpus}")
+        "exec '$<TARGET_FILE:${name}>' -max_total_time=\"\${VELTRIX_FUZZ_SECONDS:-${VELTRIX_FUZZ_SECONDS}}\" -seed=\"\${VELTRIX_FUZZ_SEED:-0}\" ${options} ${corpus}")
     set_tests_properties(${name} PROPERTIES LABELS fuzz TIMEOUT 7200)
 endfunction()

@@ -203,13 +203,17 @@ private:
 // with each other.
 Outcome build(const QString &text, QDomDocument *document, QString *reason, std::vector<qint64> *lines)
 {
-    TreeBuilder tree(document, lines, text.left(declarationRoom));
-    QXmlStreamReader reader;
-    reader.setNamespaceProcessing(false);
     const auto refused = [reason](const QString &why) {
         *reason = why;
         return Outcome::Refused;
     };
+    // Each has a part at least; told before any is built, which takes longer than anybody waits.
+    if (std::count(text.cbegin(), text.cend(), QLatin1Char('<')) > MappingDocument::maximumParts) {
+        return refused(QStringLiteral("more than %1 tags").arg(MappingDocument::maximumParts));
+    }
+    TreeBuilder tree(document, lines, text.left(declarationRoom));
+    QXmlStreamReader reader;
+    reader.setNamespaceProcessing(false);
     constexpr int smallestPiece = 64 * 1024;
     int handedOver = 0;
     qint64 lastEnd = 0; // of a tag or text

@@ -35,6 +35,9 @@ QString MappingExport::fileName(const QString &mapping)
     QString name = mapping.simplified();
     name.replace(QRegularExpression(QStringLiteral("[\\x00-\\x1F\\x7F<>:\"/\\\\|?*]")), QStringLiteral("_"));
     name = name.left(longest);
+    if (!name.isEmpty() && name.at(name.size() - 1).isHighSurrogate()) {
+        name.chop(1); // half of a character
+    }
     // Names with a dot at an end are hidden or cut off.
     name.replace(QRegularExpression(QStringLiteral("^\\.+|[. ]+$")), QStringLiteral("_"));
     return (name.isEmpty() ? QStringLiteral("mapping") : name) + QStringLiteral(".xml");

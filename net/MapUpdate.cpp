@@ -1,11 +1,10 @@
 #include "net/MapUpdate.h"
 
 #include "net/HttpManager.h"
+#include "net/LibraryOffer.h"
 #include "net/NetLog.h"
 
 #include <QFile>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QSettings>
@@ -19,13 +18,6 @@ namespace
 
 const QLatin1String versionKey("ZR_VERSION");
 const QLatin1String addressKey("ZR_URL");
-const QLatin1String signatureKey("ZR_SIGNATURE");
-
-// A comparison of texts, deliberately: "9" is newer than "10", and anything is newer than nothing.
-bool isNewer(const QString &version, const QString &than)
-{
-    return QString::compare(version, than, Qt::CaseInsensitive) > 0;
-}
 
 // In one step, whether there is a file at @p target or not.
 bool replaceFile(const QString &source, const QString &target)
@@ -67,23 +59,21 @@ void MapUpdate::check()
 void MapUpdate::replyFinished(QNetworkReply *reply)
 {
     reply->deleteLater();
-    const QJsonObject answer = QJsonDocument::fromJson(WebService::body(reply)).object();
-    const QString version = answer.value(versionKey).toString();
-    const QString address = answer.value(addressKey).toString();
+    const LibraryOffer offer = readLibraryAnswer(WebService::body(reply));
     const QString local = m_settings->value(versionKey).toString();
-    qCInfo(lcNet).noquote().nospace() << "local settings ver:" << local << " server ver:" << version;
-    if (!isNewer(version, local)) {
+    qCInfo(lcNet).noquote().nospace() << "local settings ver:" << local << " server ver:" << offer.version;
+    if (!offer.isNewerThan(local)) {
         return;
     }
-    qCInfo(lcNet).noquote() << "Update requiered" << version << address;
+    qCInfo(lcNet).noquote() << "Update requiered" << offer.version << offer.address;
     if (!m_downloader.isRunning()) { // else what stands in the settings does not count yet
         m_versionBefore = local;
         m_addressBefore = m_settings->value(addressKey).toString();
     }
-    m_version = version;
-    m_signature = answer.value(signatureKey).toString();
-    m_downloader.download(address, m_downloadFile);
-    setFetched(version, address);
+    m_version = offer.version;
+    m_signature = offer.signature;
+    m_downloader.download(offer.address, m_downloadFile);
+    setFetched(offer.version, offer.address);
     Q_EMIT updateStarted();
 }
 

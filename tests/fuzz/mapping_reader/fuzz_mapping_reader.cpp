@@ -5,15 +5,11 @@
 #include "mapping/SpecialAction.h"
 #include "mapping/XmlMappingReader.h"
 #include "mapping/XmlMappingWriter.h"
+#include "tests/fuzz/support/FuzzFolder.h"
 
 #include <QDomDocument>
-#include <QFile>
-#include <QFileInfo>
 #include <QLoggingCategory>
-#include <QTemporaryDir>
 
-#include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <vector>
 
@@ -22,39 +18,12 @@ namespace
 
 using Maps = std::vector<std::unique_ptr<ZRButtonMap>>;
 
-void require(bool condition, const char *what)
-{
-    if (!condition) {
-        std::fprintf(stderr, "violated: %s\n", what);
-        std::abort();
-    }
-}
-
-QString folder()
-{
-    // Every save is flushed to the disk; in memory that costs nothing.
-    static const QTemporaryDir directory(QFileInfo::exists(QStringLiteral("/dev/shm"))
-                                             ? QStringLiteral("/dev/shm/veltrix-fuzz-XXXXXX")
-                                             : QString());
-    return directory.path();
-}
+using fuzz::folder;
+using fuzz::require;
 
 QString custom()
 {
     return folder() + QStringLiteral("/custom.xml");
-}
-
-void write(const QByteArray &bytes)
-{
-    QFile file(custom());
-    require(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size(), "the input can be written");
-}
-
-QByteArray content()
-{
-    QFile file(custom());
-    require(file.open(QIODevice::ReadOnly), "the file is there");
-    return file.readAll();
 }
 
 // Whether a list was announced at all, and its maps.
@@ -159,7 +128,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<int>(size));
     checkDepth(bytes);
 
-    write(bytes);
+    fuzz::write(custom(), bytes);
     Maps maps;
     const bool readable = readList(custom(), &maps);
     const std::unique_ptr<ZRButtonMap> current = readCurrent(custom());
@@ -178,9 +147,9 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     writer.removeMap(maps.empty() ? QStringLiteral("a") : maps.front()->name);
     require(readList(custom(), &later) == readable, "removing keeps the file as readable as it was");
     require(later.size() <= maps.size(), "removing adds nothing");
-    require(readable || content() == bytes, "a file that is not readable is not touched");
+    require(readable || fuzz::content(custom()) == bytes, "a file that is not readable is not touched");
 
-    write(bytes);
+    fuzz::write(custom(), bytes);
     const ZRButtonMap added(QStringLiteral("added"), nullptr);
     writer.saveToCustom(&added);
     const bool saved = readList(custom(), &later);
@@ -189,7 +158,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
         require(later.size() == maps.size() || later.size() == maps.size() + 1,
                 "saving adds one map at most");
     } else {
-        require(content().startsWith(bytes), "saving into a file that is not readable loses nothing");
+        require(fuzz::content(custom()).startsWith(bytes),
+                "saving into a file that is not readable loses nothing");
     }
     return 0;
 }

@@ -322,6 +322,10 @@ void tst_ImportedMappings::aFileIsCalledAfterItsMapping_data()
     QTest::newRow("lines") << QStringLiteral(" a\nb ") << QStringLiteral("a b.xml");
     QTest::newRow("long") << QString(200, QLatin1Char('x'))
                           << QString(60, QLatin1Char('x')) + QStringLiteral(".xml");
+    const QString face = QString::fromUtf8("\U0001F600");
+    QTest::newRow("not cut within a character")
+        << QLatin1Char('x') + face.repeated(40)
+        << QLatin1Char('x') + face.repeated(29) + QStringLiteral(".xml");
 }
 
 void tst_ImportedMappings::aFileIsCalledAfterItsMapping()
