@@ -1,7 +1,6 @@
 # Renders the chapters in GUIDE, in the order of the list in its index.md, to RENDERED. A link to a chapter's
 # Markdown becomes one to its page, and an image gets its @2x sister. Output depends on nothing but the input.
-# GUIDE/LANGUAGE may have chapters in another language; they use the images and the theme of the others, and lead to
-# chapters that are only there in English.
+# GUIDE/LANGUAGE has the chapters in another language; they use the images and the theme of the others.
 cmake_minimum_required(VERSION 3.25)
 
 file(READ "${GUIDE}/theme/page.html" page)
