@@ -30,8 +30,11 @@ function(veltrix_add_library name)
     veltrix_precompile(veltrix_${name})
 endfunction()
 
-# Sanitizers watch the program, not its tests: those would take half of the build's time.
+# Sanitizers and coverage watch the program, not its tests: those would take half of the build's time.
 set(VELTRIX_TEST_OPTIONS)
+if(VELTRIX_COVERAGE)
+    set(VELTRIX_TEST_OPTIONS -fno-profile-arcs -fno-test-coverage)
+endif()
 if(VELTRIX_SANITIZERS)
     set(VELTRIX_TEST_OPTIONS -fno-sanitize=all -O0)
 endif()
