@@ -16,26 +16,32 @@ namespace
 
 const QString versionKey = QStringLiteral("ZR.ver");
 
-// A file's second name, where the file system has such a thing; else a copy. Goes with the object.
+// A file's second name, where the file system has such a thing; else a copy, if there is room. Goes with the
+// object.
 class SecondName
 {
     Q_DISABLE_COPY_MOVE(SecondName)
 
 public:
     explicit SecondName(const QString &file)
-        : m_file(file.toStdU16String())
-        , m_second(QStringLiteral("%1.veltrix-%2")
-                       .arg(file)
-                       .arg(QRandomGenerator::global()->generate64(), 16, 16, QLatin1Char('0'))
-                       .toStdU16String())
+        : m_file(QFileInfo(file).exists() ? QFileInfo(file).canonicalFilePath().toStdU16String()
+                                          : file.toStdU16String())
+        , m_second(m_file)
     {
         std::error_code error;
-        if (!std::filesystem::is_regular_file(m_file, error)) {
+        m_second += ".veltrix-" + QByteArray::number(QRandomGenerator::global()->generate64(), 16)
+                                      .rightJustified(16, '0')
+                                      .toStdString();
+        m_existed = std::filesystem::exists(m_file, error);
+        if (!m_existed || !std::filesystem::is_regular_file(m_file, error)) {
             return;
         }
         std::filesystem::create_hard_link(m_file, m_second, error);
         if (error) {
             std::filesystem::copy_file(m_file, m_second, error);
+        }
+        if (error) {
+            std::filesystem::remove(m_second, error); // a part of it
         }
     }
 
@@ -45,20 +51,22 @@ public:
         std::filesystem::remove(m_second, error);
     }
 
-    // Has it take the file's place again; where there was none, there is none then.
+    // Has it take the file's place again. Where there was no file there is none then; where there could be no
+    // second one, the file is left alone.
     void putBack() const
     {
         std::error_code error;
-        if (std::filesystem::exists(m_second, error)) {
-            std::filesystem::rename(m_second, m_file, error);
-        } else {
+        if (!m_existed) {
             std::filesystem::remove(m_file, error);
+        } else if (std::filesystem::exists(m_second, error)) {
+            std::filesystem::rename(m_second, m_file, error);
         }
     }
 
 private:
-    const std::filesystem::path m_file;
-    const std::filesystem::path m_second;
+    std::filesystem::path m_file;
+    std::filesystem::path m_second;
+    bool m_existed = false;
 };
 
 } // namespace

@@ -36,7 +36,7 @@
     </message>
     <message>
         <source>Show changes on screen</source>
-        <translation>Änderungen auf dem Bildschirm zeigen</translation>
+        <translation>Änderungen einblenden</translation>
     </message>
     <message>
         <source>Shows the layer and what the knob does for a moment, while you work elsewhere</source>

@@ -1,6 +1,6 @@
 // Any bytes, imported as a file from somewhere else. Either they bring all of their mappings, under names of
-// their own and beside those that the user had, or nothing changes and a reason is given. What was brought can
-// be exported, and the export brings the same mapping again.
+// their own and beside those that the user had, or nothing changes and a reason is given. What was brought
+// can be exported, and the export brings the same mapping again.
 
 #include "mapping/ImportedMappings.h"
 #include "mapping/MappingExport.h"

@@ -1,5 +1,5 @@
-// Any bytes as the file of the programs' mappings. What is used of them can be told apart, is written and read
-// back the same, and what is not used is left beside the file before anything takes its place.
+// Any bytes as the file of the programs' mappings. What is used of them can be told apart, is written and
+// read back the same, and what is not used is left beside the file before anything takes its place.
 
 #include "mapping/BrokenFile.h"
 #include "mapping/MappingDocument.h"
@@ -60,7 +60,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     require(bool(ProgramsFile::write(path, first.entries)), "what was read can be written");
     const ProgramsFile::Content second = ProgramsFile::read(path);
     require(bool(second.result) && second.entries.size() == first.entries.size(), "all are read back");
-    // What has been through a file once is as it will be: "empty" stands for every special action without a name.
+    // What has been through a file once is as it will be: "empty" stands for every special action without a
+    // name.
     require(bool(ProgramsFile::write(path, second.entries)), "it can be written again");
     const ProgramsFile::Content third = ProgramsFile::read(path);
     for (std::size_t i = 0; i < second.entries.size(); ++i) {

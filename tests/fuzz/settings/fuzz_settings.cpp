@@ -26,9 +26,11 @@ void useAll(Settings &settings)
     }
     const ActionTable before = ComboMenuSettings::readAll(settings);
     KnobSettings knob(settings);
-    require(knob.sensitivityNormal() >= KnobSettings::minimum && knob.sensitivityNormal() <= KnobSettings::maximum,
+    require(knob.sensitivityNormal() >= KnobSettings::minimum &&
+                knob.sensitivityNormal() <= KnobSettings::maximum,
             "the sensitivity is one");
-    require(knob.sensitivityShift1() >= KnobSettings::minimum && knob.sensitivityShift1() <= KnobSettings::maximum,
+    require(knob.sensitivityShift1() >= KnobSettings::minimum &&
+                knob.sensitivityShift1() <= KnobSettings::maximum,
             "the other sensitivity is one");
     settings.setUsedBy(QStringLiteral("1.10"));
     require(!Settings::isOlder(settings, QStringLiteral("1.10")), "what is set is there");

@@ -1,6 +1,6 @@
-// Feeds the virtual device's parser arbitrary scripts. Every line is a step, nothing, or a mistake that is told
-// with its number; a step is within its bounds, is read the same from its own text, and what it sends is one
-// message to the program.
+// Feeds the virtual device's parser arbitrary scripts. Every line is a step, nothing, or a mistake that is
+// told with its number; a step is within its bounds, is read the same from its own text, and what it sends is
+// one message to the program.
 
 #include "device/LineDecoder.h"
 #include "tools/simulator/ScriptParser.h"

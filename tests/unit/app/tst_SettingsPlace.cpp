@@ -87,7 +87,8 @@ void tst_SettingsPlace::objectsAreFoundHoweverTheyAreWritten()
 void tst_SettingsPlace::textsAreNoObjects_data()
 {
     QTest::addColumn<QString>("text");
-    for (const char *text : {"@", "@@", "Variant(", "@ Variant(", "Ctrl+\\", "a, b; \"c\"", "\u00e4\u20ac\n\t"}) {
+    for (const char *text :
+         {"@", "@@", "Variant(", "@ Variant(", "Ctrl+\\", "a, b; \"c\"", "\u00e4\u20ac\n\t"}) {
         QTest::newRow(text) << QString::fromUtf8(text);
     }
 }

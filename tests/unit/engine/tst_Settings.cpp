@@ -48,6 +48,7 @@ private Q_SLOTS:
     void writtenValuesComeBack();
     void aFailedWriteIsToldOnceAndTakenBackByTheFact();
     void aFailureInTheEventLoopIsToldToo();
+    void aDiskThatTakesNothingLeavesTheFileAsItWas_data();
     void aDiskThatTakesNothingLeavesTheFileAsItWas();
     void olderIsAComparisonOfTexts_data();
     void olderIsAComparisonOfTexts();
@@ -127,9 +128,23 @@ void tst_Settings::aFailureInTheEventLoopIsToldToo()
     QVERIFY(QFile::exists(path()));
 }
 
+void tst_Settings::aDiskThatTakesNothingLeavesTheFileAsItWas_data()
+{
+    QTest::addColumn<bool>("behindALink");
+    QTest::newRow("a file") << false;
+    QTest::newRow("a link to one") << true;
+}
+
 void tst_Settings::aDiskThatTakesNothingLeavesTheFileAsItWas()
 {
 #ifdef Q_OS_UNIX
+    QFETCH(bool, behindALink);
+    if (behindALink) {
+        QVERIFY(QDir().mkpath(QFileInfo(path()).path()));
+        QFile target(m_folder->filePath(QStringLiteral("elsewhere.ini")));
+        QVERIFY(target.open(QIODevice::WriteOnly));
+        QVERIFY(target.link(path()));
+    }
     const auto content = [this] {
         QFile file(path());
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
@@ -162,7 +177,10 @@ void tst_Settings::aDiskThatTakesNothingLeavesTheFileAsItWas()
     QVERIFY2(content().contains("first=1\n"), content().constData());
     QVERIFY2(content().contains("second=2\n"), content().constData());
     QVERIFY(content().contains(QByteArray(1000, 'x')));
-    QCOMPARE(QFileInfo(path()).dir().entryList(QDir::Files), QStringList(QStringLiteral("settings.ini")));
+    QCOMPARE(QFileInfo(path()).isSymLink(), behindALink);
+    for (const QDir &folder : {QFileInfo(path()).dir(), QDir(m_folder->path())}) {
+        QVERIFY(folder.entryList({QStringLiteral("*.veltrix-*")}, QDir::Files).isEmpty());
+    }
 #else
     QSKIP("The system has no limit for the size of a process's files.");
 #endif
