@@ -15,4 +15,8 @@ QString path();
 /// its owner. Failures leave things as they are; an empty @p directory ends the program.
 void prepare(const QString &directory, const QString &seedDirectory);
 
+/// Takes from everybody but the owner what rights they have in a folder of the program's own. One that
+/// belongs to somebody else, or is not there, stays as it is.
+void closeToOthers(const QString &directory);
+
 } // namespace DataDirectory

@@ -1,5 +1,7 @@
 #include "app/GuardKeys.h"
 
+#include "engine/platform/Session.h"
+
 #include <QDir>
 #include <QSharedMemory>
 #include <QSystemSemaphore>
@@ -23,6 +25,19 @@ GuardKeys::GuardKeys(const QString &key)
     , m_lockFile(m_blockFile)
 {
     m_lockFile.replace(QLatin1String("qipc_sharedmemory_"), QLatin1String("qipc_systemsem_"));
+}
+
+bool GuardKeys::areAnothers() const
+{
+    const auto isAnothers = [](const QString &path) {
+        if (!QDir::isAbsolutePath(path)) {
+            return false;
+        }
+        // A file that comes only with the block would have its number when it is too late to look.
+        QFile(path).open(QIODevice::ReadWrite);
+        return Session::isAnothers(path);
+    };
+    return isAnothers(m_blockFile) || isAnothers(m_lockFile);
 }
 
 // On a thread of its own, since taking a lock cannot be bounded. One that hangs ends with the process.

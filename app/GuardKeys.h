@@ -18,6 +18,9 @@ public:
     /// @p key names the block. The temporary directory must stay the same as long as this object lives.
     explicit GuardKeys(const QString &key);
 
+    /// Whether block or lock are another user's, even if he lets everybody use them.
+    bool areAnothers() const;
+
     /// Whether the lock can be taken and given back within half a second. One that cannot is not ours: our
     /// own processes hold it for microseconds, and the system gives it back for one that ended.
     bool lockWorks() const;

@@ -1,8 +1,10 @@
 #include "app/SettingsPlace.h"
 
 #include "app/AppLog.h"
+#include "app/DataDirectory.h"
 #include "mapping/BrokenFile.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSettings>
@@ -70,6 +72,8 @@ SettingsPlace::SettingsPlace(const QString &organisation, const QString &applica
                       application))
 {
     const QFileInfo there(m_file);
+    QDir().mkpath(there.path());
+    DataDirectory::closeToOthers(there.path());
     if (!there.exists()) {
         return;
     }

@@ -148,7 +148,7 @@ bool SingleApplication::mayRun(const QString &key, bool mayBeSecondary)
     GuardKeys keys(key);
     bool keysAreOthers = hasFolder;
     for (int tries = 0; hasFolder && tries <= keysAtMost; ++tries) {
-        if (keys.lockWorks() && claim(key, mayBeSecondary)) {
+        if (!keys.areAnothers() && keys.lockWorks() && claim(key, mayBeSecondary)) {
             return true;
         }
         const bool reached = wakePrimary(key);

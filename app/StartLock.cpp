@@ -28,5 +28,8 @@ StartLock::StartLock(const QString &key)
 
 QString StartLock::folder()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    // Looked up once: where the session names none it stands in the temporary folder, which the guard
+    // replaces while it works.
+    static const QString users = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    return users;
 }

@@ -30,6 +30,7 @@
 
 int main(int argc, char *argv[])
 {
+    Session::keepOthersFromWriting();
     if (const auto status = CommandLine::answerEarly(argc, argv)) {
         return *status;
     }

@@ -20,13 +20,21 @@ bool isLinux()
     return QSysInfo::kernelType() == QLatin1String("linux");
 }
 
+constexpr qint64 longestLock = 4096; // bytes; they hold a number and two names
+
+bool isTrap(const QFileInfo &lock)
+{
+    return lock.isSymLink() || (lock.exists() && (!lock.isFile() || lock.size() > longestLock));
+}
+
 /// The process that holds the lock, 0 for none of this machine.
 qint64 holderOfFile(const QString &lockFile)
 {
     qint64 holder = 0;
     QString host;
     QString program;
-    const bool read = QLockFile(lockFile).getLockInfo(&holder, &host, &program);
+    const bool read =
+        !isTrap(QFileInfo(lockFile)) && QLockFile(lockFile).getLockInfo(&holder, &host, &program);
     return read && (host.isEmpty() || host == QSysInfo::machineHostName()) ? holder : 0;
 }
 
@@ -70,6 +78,20 @@ qint64 PortLocks::holderOf(const QString &path)
         }
     }
     return 0;
+}
+
+QString PortLocks::trapFor(const QString &path)
+{
+    // As the serial port library names them.
+    QString name = path.startsWith(QLatin1String("/dev/")) ? path.mid(int(qstrlen("/dev/"))) : path;
+    name.replace(QLatin1Char('/'), QLatin1Char('_')).prepend(QLatin1String("LCK.."));
+    for (const char *folder : folders) {
+        const QFileInfo lock(QDir(QString::fromLatin1(folder)), name);
+        if (isTrap(lock)) {
+            return lock.filePath();
+        }
+    }
+    return {};
 }
 
 bool PortLocks::haveNoPlace()

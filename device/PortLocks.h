@@ -17,6 +17,11 @@ void removeOf(qint64 process);
 /// The living process of this machine that the lock of the port at @p path names; 0 where there is none.
 qint64 holderOf(const QString &path);
 
+/// A lock of the port at @p path that nobody may try to read: a pipe, a link or something endless that
+/// another user has put in the place of a file, on which reading would wait for ever. Empty where there is
+/// none.
+QString trapFor(const QString &path);
+
 /// True where locks are usual and this user can put none anywhere: then every port is refused, held or not.
 bool haveNoPlace();
 

@@ -1,5 +1,8 @@
 #include "device/QtSerialPort.h"
 
+#include "device/DeviceLog.h"
+#include "device/PortLocks.h"
+
 namespace
 {
 
@@ -62,6 +65,13 @@ void QtSerialPort::clearError()
 
 bool QtSerialPort::open(QIODevice::OpenMode mode)
 {
+    const QString trap = PortLocks::trapFor(m_port.portName());
+    m_isTrapped = !trap.isEmpty();
+    if (m_isTrapped) {
+        qCDebug(lcDevice).noquote() << "somebody has laid a trap:" << trap;
+        Q_EMIT errorOccurred(Error::Permission);
+        return false;
+    }
     return m_port.open(mode);
 }
 
@@ -97,5 +107,6 @@ void QtSerialPort::close()
 
 QString QtSerialPort::errorString() const
 {
-    return m_port.errorString();
+    // The library's own words.
+    return m_isTrapped ? QSerialPort::tr("Permission error while locking the device") : m_port.errorString();
 }

@@ -29,4 +29,5 @@ public:
 
 private:
     QSerialPort m_port;
+    bool m_isTrapped = false; // what should be the port's lock cannot be looked at
 };

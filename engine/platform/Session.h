@@ -17,6 +17,14 @@ void print(const QString &text, bool toError);
 /// object exists. What the user has set for the toolkit himself wins.
 void fitToScreens(int windowWidth, int windowHeight);
 
+/// Where the user's file mask lets everybody write what he makes, the program and what it starts have the
+/// usual one (022) instead. To be called before anything is made.
+void keepOthersFromWriting();
+
+/// Whether a shared block or its lock of the number that the system makes of @p keyFile is another user's: he
+/// could read and write the one and keep the other. False where such things belong to no user.
+bool isAnothers(const QString &keyFile);
+
 /// What tells this user from others in a name that all users of the machine share. Empty where such names are
 /// kept in a folder of the user's own.
 QString userMark();

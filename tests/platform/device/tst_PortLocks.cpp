@@ -7,6 +7,8 @@
 #include <QSysInfo>
 #include <QtTest>
 
+#include <sys/stat.h>
+
 /// In the folder that the serial port library uses, under names that no port has.
 class tst_PortLocks : public QObject
 {
@@ -38,6 +40,37 @@ private Q_SLOTS:
         QVERIFY(lock.tryLock());
         PortLocks::removeOf(QCoreApplication::applicationPid());
         QVERIFY(QFile::exists(path));
+    }
+
+    // In folders that users share, any of them could put such things there.
+    void whatIsNoFileIsNotRead_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::newRow("pipe") << QStringLiteral("pipe");
+        QTest::newRow("link to a pipe") << QStringLiteral("link");
+        QTest::newRow("endless") << QStringLiteral("endless");
+    }
+
+    void whatIsNoFileIsNotRead()
+    {
+        QFETCH(QString, kind);
+        const QString path = nextPath();
+        const QString pipe = path + QStringLiteral(".pipe");
+        if (kind == QLatin1String("endless")) {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(qint64{1} << 40));
+        } else {
+            const bool isLink = kind == QLatin1String("link");
+            QCOMPARE(::mkfifo(QFile::encodeName(isLink ? pipe : path).constData(), 0600), 0);
+            QVERIFY(!isLink || QFile::link(pipe, path));
+        }
+        const QString port = QStringLiteral("/dev/") + QFileInfo(path).fileName().mid(int(qstrlen("LCK..")));
+        QCOMPARE(PortLocks::trapFor(port), path);
+        QCOMPARE(PortLocks::holderOf(port), qint64(0));
+        PortLocks::removeOf(ended);
+        QVERIFY(QFile::remove(path));
+        QFile::remove(pipe);
+        QCOMPARE(PortLocks::trapFor(port), QString());
     }
 
 private:

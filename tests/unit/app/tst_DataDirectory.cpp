@@ -13,6 +13,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void createsTheFolderWithItsParentsAndEntersIt();
+    void closesTheFolderToOthers();
     void copiesTheSeedFilesOnce();
     void copiesCanBeWrittenByTheirOwner();
     void neverReplacesTheUsersFile();
@@ -60,6 +61,16 @@ void tst_DataDirectory::createsTheFolderWithItsParentsAndEntersIt()
 {
     DataDirectory::prepare(m_data, m_seeds);
     QCOMPARE(QDir::currentPath(), QDir(m_data).canonicalPath());
+}
+
+void tst_DataDirectory::closesTheFolderToOthers()
+{
+    const QFile::Permissions owners = QFile::ReadOwner | QFile::ExeOwner;
+    QVERIFY(QDir().mkpath(m_data));
+    QVERIFY(QFile::setPermissions(m_data, owners | QFile::ReadOther | QFile::WriteOther | QFile::WriteGroup));
+    DataDirectory::prepare(m_data, m_seeds);
+    const QFile::Permissions users = QFile::ReadUser | QFile::WriteUser | QFile::ExeUser;
+    QCOMPARE(QFile::permissions(m_data) & ~users, owners); // what is for reading only stays so
 }
 
 void tst_DataDirectory::copiesTheSeedFilesOnce()

@@ -35,6 +35,15 @@ Occupant occupant(const QByteArray &path)
     return isDeviceLink ? Occupant::DeviceLink : Occupant::Other;
 }
 
+/// Whether reading what should be a lock could wait for ever: in a folder that users share, any of them could
+/// have put a pipe there, or something endless.
+bool isTrap(const QByteArray &lock)
+{
+    constexpr off_t longest = 4096; // bytes; locks hold a number and two names
+    struct stat status = {};
+    return ::lstat(lock.constData(), &status) == 0 && (!S_ISREG(status.st_mode) || status.st_size > longest);
+}
+
 QString text(const char *source)
 {
     return QCoreApplication::translate("PublishedLink", source);
@@ -54,7 +63,11 @@ PublishedLink::~PublishedLink()
 
 bool PublishedLink::claim()
 {
-    auto lock = std::make_unique<QLockFile>(m_path + QStringLiteral(".lock"));
+    const QString lockPath = m_path + QStringLiteral(".lock");
+    if (isTrap(QFile::encodeName(lockPath))) {
+        return fail(text("\"%1\" cannot be locked").arg(m_path));
+    }
+    auto lock = std::make_unique<QLockFile>(lockPath);
     // The process that holds the lock may live for days; only its death makes the lock stale.
     lock->setStaleLockTime(0);
     if (!lock->tryLock(0)) {
