@@ -10,6 +10,9 @@
 #include <QSettings>
 #include <QStandardPaths>
 
+#include <filesystem>
+#include <tuple>
+
 namespace
 {
 
@@ -75,6 +78,12 @@ SettingsPlace::SettingsPlace(const QString &organisation, const QString &applica
     QDir().mkpath(there.path());
     DataDirectory::closeToOthers(there.path());
     if (!there.exists()) {
+        std::error_code error;
+        std::ignore = std::filesystem::status(m_file.toStdU16String(), error);
+        if (error == std::errc::too_many_symbolic_link_levels) {
+            keepNothing(
+                QStringLiteral("a link that leads in a circle")); // the toolkit would replace a part of it
+        }
         return;
     }
     if (there.isFile()) {

@@ -22,6 +22,7 @@ private Q_SLOTS:
     void whatCannotBeReadWithoutHarmIsSetAside();
     void everyFileThatIsSetAsideStays();
     void whatIsNoSettingsIsCopied();
+    void linksInACircleAreLeftAlone();
 
 private:
     void write(const QByteArray &content) const;
@@ -162,6 +163,25 @@ void tst_SettingsPlace::whatIsNoSettingsIsCopied()
     QVERIFY(settings.write());
     QVERIFY(!content().contains("note"));
     QCOMPARE(content(QStringLiteral("application.conf.broken")), bytes);
+}
+
+void tst_SettingsPlace::linksInACircleAreLeftAlone()
+{
+    const QDir folder(m_directory->filePath(m_organisation));
+    const QString one = folder.filePath(QStringLiteral("application.conf"));
+    const QString other = folder.filePath(QStringLiteral("other"));
+    if (!QFile::link(other, one) || !QFile::link(one, other)) {
+        QSKIP("this system has no links");
+    }
+    LogCapture log;
+    {
+        const SettingsPlace place(m_organisation, m_application);
+        QVERIFY(log.take(QtWarningMsg, QStringLiteral("a link that leads in a circle")));
+        Settings settings(m_organisation, m_application);
+        settings.setValue(QStringLiteral("Slider.Normal"), 30);
+        QVERIFY(settings.write());
+    }
+    QVERIFY(QFileInfo(one).isSymLink() && QFileInfo(other).isSymLink());
 }
 
 QTEST_GUILESS_MAIN(tst_SettingsPlace)

@@ -292,7 +292,7 @@ void tst_MalformedMappings::tooManyPartsAreRefused_data()
                               << "more than 8000000 tags";
     QTest::newRow("attributes of many")
         << "<ZR>" + QByteArray("<a a='' b='' c='' d='' e='' f='' g=''/>").repeated(many / 8) + "</ZR>"
-        << "more than 8000000 tags";
+        << "more than 8000000 tags and attributes";
     QTest::newRow("attributes of one") << "<ZR" + QByteArray(" a=''").repeated(many) + "/>"
                                        << "a tag of more than 16384 attributes";
 }
@@ -305,7 +305,8 @@ void tst_MalformedMappings::tooManyPartsAreRefused()
     QCOMPARE(listsReadFrom(custom()), 0);
     const QStringList lines = m_log->takeAll(QtWarningMsg);
     QCOMPARE(lines.size(), 2); // as a list and as a single map
-    QVERIFY2(lines.first().contains(reason), qPrintable(lines.first()));
+    QVERIFY2(lines.first().endsWith(reason),
+             qPrintable(lines.first())); // tags alone are told before any is built
 }
 
 void tst_MalformedMappings::aFileAboveTheSizeLimitIsLeftToItself()
