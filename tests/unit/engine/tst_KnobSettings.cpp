@@ -12,6 +12,7 @@ private Q_SLOTS:
     void init();
     void missingValuesReadAsOne();
     void storedValuesAreRead();
+    void anotherValueTakesTheStoredOnesPlace();
     void brokenValuesReadAsTheNearest_data();
     void brokenValuesReadAsTheNearest();
     void aNewValueIsOnTheDiskAtOnceAndComesBack();
@@ -48,6 +49,19 @@ void tst_KnobSettings::storedValuesAreRead()
     const KnobSettings settings(stored);
     QCOMPARE(settings.sensitivityNormal(), 80);
     QCOMPARE(settings.sensitivityShift1(), 30);
+}
+
+void tst_KnobSettings::anotherValueTakesTheStoredOnesPlace()
+{
+    write(QStringLiteral("Slider.Normal"), 80);
+    write(QStringLiteral("Slider.Shift1"), 30);
+    Settings stored(path());
+    KnobSettings settings(stored);
+    settings.setKnobSensitivityNormal(40);
+    settings.setKnobSensitivityShift1(50);
+    const Settings readAgain(path());
+    QCOMPARE(readAgain.value(QStringLiteral("Slider.Normal")).toInt(), 40);
+    QCOMPARE(readAgain.value(QStringLiteral("Slider.Shift1")).toInt(), 50);
 }
 
 void tst_KnobSettings::brokenValuesReadAsTheNearest_data()

@@ -462,6 +462,17 @@ private Q_SLOTS:
         QCOMPARE(sent(), QStringList(QStringLiteral("B0 40 05")));
     }
 
+    void ofAControllerThatIsOwedOnlyTheLastValueIsSent()
+    {
+        m_midi->hasRoom = false;
+        m_actions->sendMidi(1, 64, 127, 5, false, true, false);
+        m_actions->sendMidi(1, 65, 127, 5, false, true, false);
+        m_actions->sendMidi(1, 64, 127, 6, false, true, false);
+        m_midi->hasRoom = true;
+        m_clock.advance(MidiActions::retryInterval);
+        QCOMPARE(sent(), QStringList({QStringLiteral("B0 40 06"), QStringLiteral("B0 41 05")}));
+    }
+
     void anOverdueNoteOffGoesBeforeTheNextNoteOn()
     {
         m_midi->hasRoom = false;
