@@ -9,7 +9,9 @@
 
 #include <QDomDocument>
 #include <QFileInfo>
+#include <QHash>
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -17,6 +19,7 @@ namespace
 {
 
 constexpr int hexadecimal = 16;
+constexpr int firstNumber = 2;   // behind a taken name
 constexpr int longestQuote = 30; // characters of a file's in a sentence
 
 QString quoted(const QString &text)
@@ -214,8 +217,10 @@ QStringList ImportedMappings::chooseNames(const MappingFiles &files)
         taken.insert(map->name);
     }
     QStringList names;
+    QHash<QString, int> next; // numbers to try, or equal names would count from 2 on each
     for (const auto &map : m_maps) {
-        map->name = freeName(map->name, taken);
+        int &number = next[map->name];
+        map->name = freeName(map->name, taken, &number);
         taken.insert(map->name);
         names.append(map->name);
     }
@@ -246,11 +251,11 @@ ImportedMappings::Outcome ImportedMappings::outcome(const FileResult &result) co
                                      : tr("Imported: %1").arg(names.join(QLatin1String(", ")))};
 }
 
-QString ImportedMappings::freeName(const QString &name, const QSet<QString> &taken)
+QString ImportedMappings::freeName(const QString &name, const QSet<QString> &taken, int *number)
 {
     QString free = name;
-    for (int number = 2; taken.contains(free); ++number) {
-        free = QStringLiteral("%1 (%2)").arg(name).arg(number);
+    for (*number = std::max(*number, firstNumber); taken.contains(free); ++*number) {
+        free = QStringLiteral("%1 (%2)").arg(name).arg(*number);
     }
     return free;
 }

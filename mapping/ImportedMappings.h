@@ -51,10 +51,11 @@ public:
     /// What addTo() has returned, in words.
     Outcome outcome(const FileResult &result) const;
 
-    /// @p name, or if @p taken has it, the first of "NAME (2)", "NAME (3)" and so on that it has not.
-    static QString freeName(const QString &name, const QSet<QString> &taken);
-
 private:
+    // @p name, or if @p taken has it, the first of "NAME (2)", "NAME (3)" and so on that it has not, from
+    // *@p number on, which is the one to go on with then; 0 at first.
+    static QString freeName(const QString &name, const QSet<QString> &taken, int *number);
+
     QString m_path;
     QString m_fault;
     std::vector<std::unique_ptr<ZRButtonMap>> m_maps;

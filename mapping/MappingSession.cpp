@@ -248,7 +248,9 @@ FileResult MappingSession::change(const MappingStep &step, MappingChange::File f
         m_reader.readMapList(m_files.custom(), true);
     }
     change.contentAfter = contentOf(pathOf(file));
-    if (result && change.contentAfter != change.contentBefore) {
+    // Also where the file holds what it held: what was in use may not have been kept.
+    if (result && (change.contentAfter != change.contentBefore || change.before.actions != m_now.actions ||
+                   change.before.name != m_now.name)) {
         done(std::move(change));
     }
     return result;
@@ -455,14 +457,17 @@ FileResult MappingSession::remove(const QString &name)
 
 FileResult MappingSession::restore(const QString &version)
 {
-    const QString file = VersionRestore::fileOf(version, m_files);
-    const bool custom = file == m_files.custom();
+    const VersionRestore::Content content = VersionRestore::read(version, m_files);
+    if (!content.result) {
+        return content.result;
+    }
+    const bool custom = content.file == m_files.custom();
     if (!custom) {
         Q_EMIT generalNeeded();
     }
-    return change({MappingStep::Kind::Restore, -1, QFileInfo(file).fileName()},
+    return change({MappingStep::Kind::Restore, -1, QFileInfo(content.file).fileName()},
                   custom ? MappingChange::File::Custom : MappingChange::File::WorkingCopy, [&] {
-                      FileResult result = VersionRestore::restore(version, m_files);
+                      FileResult result = VersionRestore::put(content);
                       if (result && !custom) {
                           m_reader.readCurrentMap(m_files.workingCopy());
                       }

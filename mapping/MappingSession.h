@@ -105,8 +105,7 @@ public:
     FileResult remove(const QString &name);
 
     /// Brings back the earlier version @p version of the user's mappings or of the working copy, and what it
-    /// holds is listed or in use. See VersionRestore::restore() for what is
-    /// refused.
+    /// holds is listed or in use. See VersionRestore::read() for what is refused.
     FileResult restore(const QString &version);
     /// @}
 

@@ -50,23 +50,30 @@ QString VersionRestore::find(const QString &named, const MappingFiles &files)
     return QFileInfo::exists(named) || !history.exists(named) ? named : history.filePath(named);
 }
 
-FileResult VersionRestore::restore(const QString &version, const MappingFiles &files)
+VersionRestore::Content VersionRestore::read(const QString &version, const MappingFiles &files)
 {
     const QString file = fileOf(version, files);
+    const auto refused = [](const QString &reason) { return Content{FileResult::failed(reason), {}, {}}; };
     if (file.isEmpty()) {
-        return FileResult::failed(
-            QStringLiteral("by its name it is no version of custom.xml or current.xml"));
+        return refused(QStringLiteral("by its name it is no version of custom.xml or current.xml"));
     }
-    const MappingFile::ReadResult content = MappingFile::read(version);
-    if (content.status != MappingFile::Status::Read) {
-        return FileResult::failed(content.status == MappingFile::Status::Missing
-                                      ? QStringLiteral("there is none")
-                                      : content.reason);
+    const MappingFile::ReadResult read = MappingFile::read(version);
+    if (read.status != MappingFile::Status::Read) {
+        return refused(read.status == MappingFile::Status::Missing ? QStringLiteral("there is none")
+                                                                   : read.reason);
     }
-    const QString fault = whatIsWrong(content.bytes, file == files.workingCopy());
-    if (!fault.isEmpty()) {
-        return FileResult::failed(fault);
-    }
-    const FileResult noted = FileHistory::noteAnyway(file);
-    return noted ? MappingFile::replace(file, content.bytes) : noted;
+    const QString fault = whatIsWrong(read.bytes, file == files.workingCopy());
+    return fault.isEmpty() ? Content{FileResult::done(), file, read.bytes} : refused(fault);
+}
+
+FileResult VersionRestore::put(const Content &content)
+{
+    const FileResult noted = FileHistory::noteAnyway(content.file);
+    return noted ? MappingFile::replace(content.file, content.bytes) : noted;
+}
+
+FileResult VersionRestore::restore(const QString &version, const MappingFiles &files)
+{
+    const Content content = read(version, files);
+    return content.result ? put(content) : content.result;
 }

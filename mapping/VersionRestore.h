@@ -3,6 +3,7 @@
 #include "mapping/FileResult.h"
 #include "mapping/MappingFiles.h"
 
+#include <QByteArray>
 #include <QString>
 
 /// Brings an earlier version of one of the user's two files back.
@@ -17,9 +18,22 @@ QString fileOf(const QString &version, const MappingFiles &files);
 /// history of @p files.
 QString find(const QString &named, const MappingFiles &files);
 
-/// Makes what @p version holds the content of its file. What that held before goes to its history first, or
-/// nothing is done. Refused is what is no version of either file, cannot be read, is no mapping file, or is
+/// What is to be brought back.
+struct Content {
+    FileResult result; ///< why it is refused, if it is; what follows is empty then
+    QString file;      ///< whose content it becomes
+    QByteArray bytes;
+};
+
+/// Reads @p version. Refused is what is no version of either file, cannot be read, is no mapping file, or is
 /// to be the working copy and holds no mapping: the reason says where in the file, if it is there.
+Content read(const QString &version, const MappingFiles &files);
+
+/// Makes @p content, which was not refused, that of its file. What that held before goes to its history
+/// first, or nothing is done.
+FileResult put(const Content &content);
+
+/// Both.
 FileResult restore(const QString &version, const MappingFiles &files);
 
 } // namespace VersionRestore

@@ -9,6 +9,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <ctime>
+
 class tst_ImportedMappings : public QObject
 {
     Q_OBJECT
@@ -20,6 +22,7 @@ private Q_SLOTS:
     void allFieldsComeAlong();
     void aTakenNameGetsTheNextFreeNumber();
     void namesOfOneFileAreToldApart();
+    void manyOfOneNameAreNamedQuickly();
     void aMappingWithoutANameGetsOne();
     void whatIsWrongIsSaidWithItsPlace_data();
     void whatIsWrongIsSaidWithItsPlace();
@@ -129,6 +132,22 @@ void tst_ImportedMappings::namesOfOneFileAreToldApart()
         ImportedMappings::import(file(library(named("Mix") + named("Mix") + named("Mix"))), files());
     QCOMPARE(outcome.names,
              QStringList({QStringLiteral("Mix"), QStringLiteral("Mix (3)"), QStringLiteral("Mix (4)")}));
+}
+
+void tst_ImportedMappings::manyOfOneNameAreNamedQuickly()
+{
+    constexpr double most = 2; // seconds of the processor's, whatever else runs
+    QByteArray many;
+    for (int i = 0; i < ImportedMappings::mostMappings; ++i) {
+        many += named("Mix");
+    }
+    ImportedMappings read(file(library(many)));
+    const std::clock_t begin = std::clock();
+    const QStringList names = read.chooseNames(files());
+    const double seconds = double(std::clock() - begin) / CLOCKS_PER_SEC;
+    QCOMPARE(names.size(), ImportedMappings::mostMappings);
+    QCOMPARE(names.constLast(), QStringLiteral("Mix (10000)"));
+    QVERIFY2(seconds < most, qPrintable(QString::number(seconds)));
 }
 
 void tst_ImportedMappings::aMappingWithoutANameGetsOne()

@@ -54,6 +54,7 @@ private Q_SLOTS:
     void whatIsOverwrittenGoesToTheHistory();
     void anEarlierVersionIsBroughtBackAndTakenBack();
     void anEarlierWorkingCopyIsInUseAtOnce();
+    void whatWasNotKeptIsNotLostByRestoring();
     void aVersionThatIsNoneChangesNothing();
     void whatIsKeptElsewhereIsKeptAgain();
 
@@ -360,12 +361,40 @@ void tst_MappingSteps::anEarlierWorkingCopyIsInUseAtOnce()
     QCOMPARE(inUse(), 66);
 }
 
+void tst_MappingSteps::whatWasNotKeptIsNotLostByRestoring()
+{
+    start();
+    capture(3, 65);
+    QVERIFY(FileHistory::noteAnyway(path("current.xml")));
+    const QString version = FileHistory::versions(path("current.xml")).constFirst().path;
+    const shortCut kept = m_session->action(3, Layer::Normal);
+    shortCut edited = kept;
+    edited.key1 = 66;
+    m_session->assign(3, Layer::Normal, edited);
+    QSignalSpy stepped(m_session.get(), &MappingSession::stepped);
+    QVERIFY(m_session->restore(version)); // what the file holds anyway
+    QCOMPARE(inUse(), 65);
+    QCOMPARE(stepped.size(), 1);
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(inUse(), 66);
+    QVERIFY(!m_session->isKept());
+    QVERIFY(m_session->redo());
+    QCOMPARE(inUse(), 65);
+    QVERIFY(m_session->restore(version)); // nothing changes at all
+    QCOMPARE(stepped.size(), 3);
+}
+
 void tst_MappingSteps::aVersionThatIsNoneChangesNothing()
 {
     writeFile(path("custom.xml"), byHand);
     start();
     QVERIFY(QDir().mkdir(path("copy")));
     writeFile(path("copy/custom.xml"), "<ZR><MAPPING");
+    writeFile(path("copy/current.xml"), "<ZR/>");
+    QSignalSpy generalNeeded(m_session.get(), &MappingSession::generalNeeded);
+    QVERIFY(!m_session->restore(path("copy/current.xml")));
+    QVERIFY(!m_session->restore(QStringLiteral("nonsense")));
+    QCOMPARE(generalNeeded.size(), 0);
     QVERIFY(!m_session->restore(path("copy/custom.xml")));
     QVERIFY(!m_session->restore(path("copy/mine.xml")));
     QCOMPARE(custom(), byHand);

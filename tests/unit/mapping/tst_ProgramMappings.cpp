@@ -283,6 +283,8 @@ void tst_ProgramMappings::anEarlierWorkingCopyComesBackForAllPrograms()
     QVERIFY(m_session->keep());
     QVERIFY(m_programs->give(gimp, gimpTitle));
     assign(10);
+    QVERIFY(!m_session->restore(QStringLiteral("nonsense")));
+    QCOMPARE(inUse(), 10);
     QVERIFY(m_session->restore(version));
     QVERIFY(m_session->isGeneral());
     QCOMPARE(inUse(), 1);
