@@ -235,7 +235,9 @@ std::optional<DoneAction> EventDispatcher::runKnobEvent(char type, const shortCu
                                : DoneAction::Event::TurnRight;
     if (done.mode == KnobMode::Midi) {
         done.action = midi;
-        done.midi = m_midi.knobEvent(midi, type);
+        if (actionKind(midi) == ActionKind::MidiKnob) { // or the button is something else by now
+            done.midi = m_midi.knobEvent(midi, type);
+        }
         return done;
     }
     switch (type) {

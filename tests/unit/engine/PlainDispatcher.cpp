@@ -282,6 +282,9 @@ void PlainDispatcher::jump(bool right)
 
 void PlainDispatcher::midiKnob(char type, const shortCut &a)
 {
+    if (a.key1 != 0x1001261) {
+        return;
+    }
     if (type == 'D' || type == 'U') {
         sendMidi(a, type == 'D');
         return;
