@@ -18,6 +18,8 @@ constexpr unsigned longestClass = 256; // words of four bytes
 constexpr int mostWindows = 4096;      // of the list of all
 constexpr int mostAsked = 32;          // of these, from the topmost on
 
+constexpr int frameMs = 16;
+
 // What xcb hands out is given back with free().
 template <typename T>
 std::unique_ptr<T, decltype(&std::free)> owned(T *reply)
@@ -42,7 +44,12 @@ void X11FocusedProgram::Closer::operator()(xcb_connection_t *connection) const
     xcb_disconnect(connection);
 }
 
-X11FocusedProgram::X11FocusedProgram() = default;
+X11FocusedProgram::X11FocusedProgram()
+{
+    m_rest.setSingleShot(true);
+    m_rest.setInterval(frameMs);
+    connect(&m_rest, &QTimer::timeout, this, &X11FocusedProgram::readEvents);
+}
 
 X11FocusedProgram::~X11FocusedProgram() = default;
 
@@ -61,9 +68,11 @@ void X11FocusedProgram::setWatched(bool watched)
 
 void X11FocusedProgram::close()
 {
+    m_rest.stop();
     m_notifier.reset();
     m_connection.reset();
     m_active = 0;
+    m_changed = false;
 }
 
 QString X11FocusedProgram::open()
@@ -106,14 +115,13 @@ quint32 X11FocusedProgram::atom(const char *name) const
     return reply ? reply->atom : quint32(XCB_ATOM_NONE);
 }
 
-// Reading a property may take events in, of which the notifier then says nothing.
 void X11FocusedProgram::readEvents()
 {
-    while (m_connection && takeEvents()) {
-        const Window active = activeWindow();
-        if (active != std::exchange(m_active, active)) {
-            tellOf(active);
-        }
+    m_changed = takeEvents() || m_changed;
+    if (m_changed && !m_rest.isActive()) {
+        m_changed = false;
+        m_rest.start(); // its end also finds the events that a reply has brought along: the notifier does not
+        look();
     }
     if (m_connection && xcb_connection_has_error(m_connection.get())) {
         close();
@@ -121,11 +129,20 @@ void X11FocusedProgram::readEvents()
     }
 }
 
-// Whether the active window may be another one now.
+void X11FocusedProgram::look()
+{
+    const Window active = activeWindow();
+    if (active != std::exchange(m_active, active)) {
+        tellOf(active);
+    }
+}
+
+// Whether the active window may be another one now. Reads once: more may come in than can be taken.
 bool X11FocusedProgram::takeEvents() const
 {
     bool changed = false;
-    while (const auto event = owned(xcb_poll_for_event(m_connection.get()))) {
+    for (auto event = owned(xcb_poll_for_event(m_connection.get())); event;
+         event = owned(xcb_poll_for_queued_event(m_connection.get()))) {
         constexpr quint8 withoutSender = 0x7F;
         const auto *property = reinterpret_cast<const xcb_property_notify_event_t *>(event.get());
         changed = changed || ((event->response_type & withoutSender) == XCB_PROPERTY_NOTIFY &&

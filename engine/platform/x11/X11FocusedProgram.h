@@ -3,6 +3,7 @@
 #include "engine/platform/FocusedProgram.h"
 
 #include <QSocketNotifier>
+#include <QTimer>
 #include <QVector>
 
 #include <memory>
@@ -13,7 +14,9 @@ struct xcb_connection_t;
 ///
 /// On a connection of its own, which is there only while watched and is read when something arrives. The
 /// window manager is asked for one kind of event: its own properties change. What other programs' windows say
-/// is read within bounds; a window that is gone by then says nothing.
+/// is read within bounds; a window that is gone by then says nothing. The active window is looked at as soon
+/// as it changes, but at most once per frame: whoever changes it without end does not keep the program from
+/// its work.
 class X11FocusedProgram final : public FocusedProgram
 {
     Q_OBJECT
@@ -37,6 +40,7 @@ private:
     quint32 atom(const char *name) const;
     void readEvents();
     bool takeEvents() const;
+    void look();
     bool tellOf(Window window);
     void tellOfTheOneBefore();
     bool isOwn(Window window) const;
@@ -47,6 +51,8 @@ private:
 
     std::unique_ptr<xcb_connection_t, Closer> m_connection;
     std::unique_ptr<QSocketNotifier> m_notifier;
+    QTimer m_rest;          // after a look
+    bool m_changed = false; // since the last look, as far as read
     Window m_root = 0;
     Window m_active = 0; // as told last by the window manager
     quint32 m_activeProperty = 0;

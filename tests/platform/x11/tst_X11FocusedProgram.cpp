@@ -3,9 +3,14 @@
 #include "tests/support/xserver/XServer.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTest>
+#include <QThread>
+#include <QTimer>
 
+#include <algorithm>
 #include <ctime>
 #include <vector>
 #include <xcb/xcb.h>
@@ -52,6 +57,19 @@ public:
         xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, atom(property), XCB_ATOM_STRING, 8,
                             quint32(text.size()), text.constData());
         sync();
+    }
+    /// Changes the active window between two for @p milliseconds, each time when the server is done with it.
+    void activateInTurns(quint32 one, quint32 other, int milliseconds)
+    {
+        const quint32 property = atom("_NET_ACTIVE_WINDOW");
+        const QDeadlineTimer end(milliseconds);
+        for (quint32 i = 0; !end.hasExpired(); ++i) {
+            const quint32 window = i % 2 == 0 ? one : other;
+            xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, m_root, property, XCB_ATOM_WINDOW, 32, 1,
+                                &window);
+            sync();
+        }
+        activate(one);
     }
     void activate(quint32 window) { set(m_root, "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW, {window}); }
     void stack(const std::vector<quint32> &windows)
@@ -101,6 +119,7 @@ private Q_SLOTS:
     void ownWindowsPanelsAndNoWindowAreNot();
     void theHighestOfTheOthersIsToldWhenOursIsActive();
     void windowsThatVanishAreSilent();
+    void aClientThatChangesItWithoutEndStopsNothing();
     void whatAStrangerWritesIsReadWithinBounds_data();
     void whatAStrangerWritesIsReadWithinBounds();
     void nothingIsToldWhileNobodyWatches();
@@ -217,6 +236,28 @@ void tst_X11FocusedProgram::windowsThatVanishAreSilent()
     m_windows->activate(there);
     QTRY_COMPARE(told(), QStringList{QStringLiteral("Gimp")});
     // cleanup() sees that nothing was logged
+}
+
+void tst_X11FocusedProgram::aClientThatChangesItWithoutEndStopsNothing()
+{
+    const quint32 one = m_windows->add(gimp);
+    const quint32 other = m_windows->add(browser);
+    m_focus->setWatched(true);
+    constexpr int floodMs = 2000;
+    const std::unique_ptr<QThread> client(
+        QThread::create([this, one, other] { m_windows->activateInTurns(one, other, floodMs); }));
+    QElapsedTimer sinceTick;
+    qint64 longestGap = 0;
+    QTimer tick;
+    connect(&tick, &QTimer::timeout, this, [&] { longestGap = std::max(longestGap, sinceTick.restart()); });
+    sinceTick.start();
+    tick.start(10);
+    client->start();
+    QTRY_VERIFY(client->isFinished());
+    QTest::qWait(50); // the gap that ends with the flood counts, too
+    QVERIFY2(longestGap < floodMs / 4, qPrintable(QString::number(longestGap)));
+    QVERIFY2(told().size() <= floodMs / 16 + 2, qPrintable(QString::number(told().size())));
+    QTRY_COMPARE(told().last(), QStringLiteral("Gimp"));
 }
 
 void tst_X11FocusedProgram::whatAStrangerWritesIsReadWithinBounds_data()
