@@ -30,8 +30,8 @@ void addScaleEnd(QWidget &page, const char *word, QRect place, bool left)
 {
     const QString text = PageTexts::tr(word);
     const QFont font = Look::font(Look::Face::Page, 11);
-    const int more = QFontMetrics(font).horizontalAdvance(text) - place.width();
-    if (text != QLatin1String(word) && more > 0) {
+    if (text != QLatin1String(word)) {
+        const int more = qMax(0, QFontMetrics(font).horizontalAdvance(text) - place.width());
         place.adjust(left ? 0 : -more, 0, left ? more : 0, 0);
     }
     PageTexts::add(page, text, place, PageTexts::Ink::Dim, 11, QFont::Normal)->setAlignment(Qt::AlignVCenter);

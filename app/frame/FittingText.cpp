@@ -2,11 +2,14 @@
 
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QEvent>
 #include <QFontMetrics>
 #include <QLabel>
 #include <QStyle>
 #include <QStyleOptionButton>
 #include <QTextDocument>
+
+#include <utility>
 
 namespace
 {
@@ -22,6 +25,49 @@ int roomFor(const QAbstractButton &button)
                                                                    : QStyle::SE_PushButtonContents;
     return button.style()->subElementRect(contents, &option, &button).width();
 }
+
+int roomFor(const QLabel &label)
+{
+    return label.contentsRect().width() - 2 * label.margin();
+}
+
+// Until the label has been shown, or has got another text.
+class FitWhenShown : public QObject
+{
+    Q_DISABLE_COPY_MOVE(FitWhenShown)
+
+public:
+    FitWhenShown(QLabel *label, QString text)
+        : QObject(label)
+        , m_label(label)
+        , m_text(std::move(text))
+    {
+        label->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Show) {
+            watched->removeEventFilter(this);
+            deleteLater();
+            if (m_label->text() == m_text) {
+                // What it was told meanwhile stays.
+                const QString name = m_label->accessibleName();
+                const QString help = m_label->toolTip();
+                FittingText::show(m_label, m_text);
+                m_label->setAccessibleName(name);
+                if (!help.isEmpty()) {
+                    m_label->setToolTip(help);
+                }
+            }
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QLabel *m_label;
+    QString m_text;
+};
 
 } // namespace
 
@@ -65,12 +111,21 @@ QString FittingText::fit(QWidget *widget, const QString &text, int width, const 
 
 void FittingText::show(QLabel *label, const QString &text, const QString &help, Qt::TextElideMode mode)
 {
-    const int room = label->contentsRect().width() - 2 * label->margin();
     label->setTextFormat(Qt::PlainText); // parts of it may come from the network
-    label->setText(fit(label, text, room, help, mode));
+    label->setText(fit(label, text, roomFor(*label), help, mode));
 }
 
 void FittingText::show(QAbstractButton *button, const QString &text, const QString &help)
 {
     button->setText(fit(button, text, roomFor(*button), help));
+}
+
+void FittingText::showUnmeasured(QLabel *label, const QString &text)
+{
+    label->setTextFormat(Qt::PlainText);
+    label->setText(text);
+    label->setAccessibleName(text);
+    if (!text.isEmpty()) {
+        new FitWhenShown(label, text);
+    }
 }

@@ -20,6 +20,11 @@ void show(QLabel *label, const QString &text, const QString &help = {},
           Qt::TextElideMode mode = Qt::ElideRight);
 void show(QAbstractButton *button, const QString &text, const QString &help = {});
 
+/// The same for a label that has just been made: it has all of @p text until it is shown, and is measured
+/// then. To measure a text its font is looked up and loaded, which for what nobody sees yet is time lost at
+/// the start.
+void showUnmeasured(QLabel *label, const QString &text);
+
 /// @p text as a tool tip that shows it as it is.
 QString toolTip(const QString &text);
 

@@ -43,6 +43,6 @@ QLabel *Look::addText(QWidget *parent, const QString &text, const QRect &place, 
     auto *label = addPicture(parent, place, sheet);
     label->setFont(font);
     label->setAlignment(alignment);
-    FittingText::show(label, text);
+    FittingText::showUnmeasured(label, text);
     return label;
 }

@@ -37,6 +37,8 @@ private Q_SLOTS:
     void cutsWhereItIsTold();
     void knowsTheRoomBesideACheckBox();
     void showsMarkupAsItIs();
+    void measuresWhatWasUnmeasuredWhenItIsShown();
+    void leavesALaterTextAndNameAlone();
 };
 
 void tst_FittingText::leavesATextThatFitsAlone()
@@ -138,6 +140,43 @@ void tst_FittingText::showsMarkupAsItIs()
     QTextDocument toolTip;
     toolTip.setHtml(label.toolTip());
     QCOMPARE(toolTip.toPlainText(), markup);
+}
+
+void tst_FittingText::measuresWhatWasUnmeasuredWhenItIsShown()
+{
+    QWidget page;
+    auto *label = new QLabel(&page);
+    prepare(*label, 50);
+    const QFont before = label->font();
+    FittingText::showUnmeasured(label, text);
+    QCOMPARE(label->text(), text);
+    QCOMPARE(label->font(), before);
+    QCOMPARE(label->accessibleName(), text);
+    page.show();
+    QVERIFY(label->text().endsWith(QChar(0x2026)));
+    QVERIFY(label->fontMetrics().horizontalAdvance(label->text()) <= label->width());
+    QCOMPARE(label->toolTip(), text);
+    QCOMPARE(label->accessibleName(), text);
+}
+
+void tst_FittingText::leavesALaterTextAndNameAlone()
+{
+    QWidget page;
+    auto *label = new QLabel(&page);
+    prepare(*label, 50);
+    FittingText::showUnmeasured(label, text);
+    label->setAccessibleName(QStringLiteral("name"));
+    label->setToolTip(QStringLiteral("help"));
+    auto *other = new QLabel(&page);
+    prepare(*other, 50);
+    const QFont before = other->font();
+    FittingText::showUnmeasured(other, text);
+    FittingText::show(other, QStringLiteral("Knob"));
+    page.show();
+    QCOMPARE(label->accessibleName(), QStringLiteral("name"));
+    QCOMPARE(label->toolTip(), QStringLiteral("help"));
+    QCOMPARE(other->text(), QStringLiteral("Knob"));
+    QCOMPARE(other->font(), before);
 }
 
 QTEST_MAIN(tst_FittingText)
