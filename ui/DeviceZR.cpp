@@ -81,6 +81,7 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
     orderFocus();
     m_parts.mappings->setFileChooser(
         [this](const QString &title, const QString &folder, const QString &filter) {
+            const ProgramsOnPage::Asking asking(m_programs);
             return QFileDialog::getOpenFileName(this, title, folder, filter);
         });
 }
@@ -301,6 +302,7 @@ void DeviceZR::showRefusedInput()
 
 void DeviceZR::printCurrentView()
 {
+    const ProgramsOnPage::Asking asking(m_programs);
     m_printer->graphicsEffect()->setEnabled(true);
     MapPrinter::askAndPrint(*this, m_parts.desktop->printsToFiles());
     m_printer->graphicsEffect()->setEnabled(false);

@@ -25,6 +25,9 @@ MappingFileExchange::MappingFileExchange(MappingSession &mappings, QWidget *page
     connect(m_import, &QAction::triggered, this, &MappingFileExchange::askAndImport);
     m_style.applyTo(m_menu);
     m_menu.addActions({m_export, m_import});
+    connect(&m_menu, &QMenu::aboutToShow, this, [this] { Q_EMIT choosing(true); });
+    // It hides before the entry that was chosen is told.
+    connect(&m_menu, &QMenu::aboutToHide, this, &MappingFileExchange::tellChoosing, Qt::QueuedConnection);
     page->installEventFilter(this);
 }
 
@@ -79,10 +82,15 @@ QString MappingFileExchange::name() const
     return m_mappings.name().isEmpty() ? QLatin1String(nameForNone) : m_mappings.name();
 }
 
-bool MappingFileExchange::write(const QString &path)
+std::unique_ptr<ZRButtonMap> MappingFileExchange::inUse() const
 {
-    ZRButtonMap map(name());
-    map.actions = m_mappings.actions();
+    auto map = std::make_unique<ZRButtonMap>(name());
+    map->actions = m_mappings.actions();
+    return map;
+}
+
+bool MappingFileExchange::write(const ZRButtonMap &map, const QString &path)
+{
     const FileResult result = MappingExport::write(map, path);
     if (!result) {
         say(tr("\u201c%1\u201d was not exported: %2.").arg(map.name, result.inWords()));
@@ -92,7 +100,18 @@ bool MappingFileExchange::write(const QString &path)
 
 void MappingFileExchange::exportTo(const QString &path)
 {
-    write(path);
+    write(*inUse(), path);
+}
+
+void MappingFileExchange::setAsking(bool asking)
+{
+    m_asking = asking;
+    tellChoosing();
+}
+
+void MappingFileExchange::tellChoosing()
+{
+    Q_EMIT choosing(m_asking || m_menu.isVisible());
 }
 
 QString MappingFileExchange::fileForDrag()
@@ -101,7 +120,7 @@ QString MappingFileExchange::fileForDrag()
         m_folder = std::make_unique<QTemporaryDir>(QDir::tempPath() + QStringLiteral("/veltrix-XXXXXX"));
     }
     const QString path = m_folder->filePath(MappingExport::fileName(name()));
-    return write(path) ? path : QString();
+    return write(*inUse(), path) ? path : QString();
 }
 
 void MappingFileExchange::drag(QWidget *from)
@@ -120,21 +139,26 @@ void MappingFileExchange::drag(QWidget *from)
 
 void MappingFileExchange::askAndExport()
 {
-    const QString path = QFileDialog::getSaveFileName(m_page, tr("Export \u201c%1\u201d").arg(name()),
-                                                      QDir::home().filePath(MappingExport::fileName(name())),
-                                                      tr("Mappings (*.xml)"));
+    setAsking(true);
+    const auto map = inUse(); // the one that the dialog names, whatever happens while it is open
+    const QString path = QFileDialog::getSaveFileName(
+        m_page, tr("Export \u201c%1\u201d").arg(map->name),
+        QDir::home().filePath(MappingExport::fileName(map->name)), tr("Mappings (*.xml)"));
     if (!path.isEmpty()) {
-        exportTo(path);
+        write(*map, path);
     }
+    setAsking(false);
 }
 
 void MappingFileExchange::askAndImport()
 {
+    setAsking(true);
     const QStringList files = QFileDialog::getOpenFileNames(m_page, tr("Import mappings"), QDir::homePath(),
                                                             tr("Mappings (*.xml)"));
     if (!files.isEmpty()) {
         import(files);
     }
+    setAsking(false);
 }
 
 void MappingFileExchange::import(const QStringList &files)

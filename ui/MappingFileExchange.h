@@ -15,6 +15,7 @@ class MappingSession;
 class QAction;
 class QTemporaryDir;
 class QWidget;
+class ZRButtonMap;
 class ZRDialog;
 
 /// The way of mappings between the page and files: the one in use is dragged out of a widget, or exported and
@@ -52,12 +53,20 @@ public:
     /// Empty when that is not possible, which is said.
     QString fileForDrag();
 
+Q_SIGNALS:
+    /// The context menu, or a dialog that it has opened, is open: what the user chooses is for the mapping
+    /// that he sees. Or no longer.
+    void choosing(bool begins);
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     QString name() const;
-    bool write(const QString &path);
+    std::unique_ptr<ZRButtonMap> inUse() const;
+    bool write(const ZRButtonMap &map, const QString &path);
+    void setAsking(bool asking);
+    void tellChoosing();
     void askAndExport();
     void askAndImport();
     void drag(QWidget *from);
@@ -72,4 +81,5 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
     std::optional<QPoint> m_pressed; // where a drag may begin
     QPointer<ZRDialog> m_message;    // a child of the page
+    bool m_asking = false;           // a dialog is open
 };

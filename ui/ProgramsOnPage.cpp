@@ -3,6 +3,7 @@
 #include "engine/ProgramSwitch.h"
 #include "mapping/ProgramMappings.h"
 #include "ui/MapNotices.h"
+#include "ui/MappingFileExchange.h"
 #include "ui/OverlayDialog.h"
 #include "ui/ProgramChoice.h"
 
@@ -73,7 +74,8 @@ void ProgramsOnPage::watchChild(QObject *child)
 {
     auto *bar = qobject_cast<ComboMenuBar *>(child);
     auto *dialog = qobject_cast<OverlayDialog *>(child);
-    if ((bar == nullptr && dialog == nullptr) || m_watched.contains(child)) {
+    auto *files = qobject_cast<MappingFileExchange *>(child);
+    if ((bar == nullptr && dialog == nullptr && files == nullptr) || m_watched.contains(child)) {
         return;
     }
     m_watched.insert(child);
@@ -84,6 +86,9 @@ void ProgramsOnPage::watchChild(QObject *child)
     if (bar != nullptr) {
         connect(bar, &ComboMenuBar::choosing, this,
                 [this, bar](bool choosing) { setChoosing(bar, choosing); });
+    } else if (files != nullptr) {
+        connect(files, &MappingFileExchange::choosing, this,
+                [this, files](bool choosing) { setChoosing(files, choosing); });
     } else {
         connect(dialog, &OverlayDialog::setBlur, this, [this, dialog] { setChoosing(dialog, true); });
         // What a dialog says it may say after it has been hidden.
@@ -100,5 +105,32 @@ void ProgramsOnPage::setChoosing(QObject *where, bool choosing)
     } else {
         m_choosing.remove(where);
     }
-    m_programs.setChoosing(!m_choosing.isEmpty());
+    tellChoosing();
+}
+
+void ProgramsOnPage::setAsking(int change)
+{
+    m_asking += change;
+    tellChoosing();
+}
+
+void ProgramsOnPage::tellChoosing()
+{
+    m_programs.setChoosing(!m_choosing.isEmpty() || m_asking > 0);
+}
+
+ProgramsOnPage::Asking::Asking(ProgramsOnPage *programs)
+    : m_programs(programs)
+{
+    if (m_programs != nullptr) {
+        m_programs->setAsking(1);
+    }
+}
+
+ProgramsOnPage::Asking::~Asking()
+{
+    if (m_programs != nullptr) {
+        QMetaObject::invokeMethod(
+            m_programs, [programs = m_programs] { programs->setAsking(-1); }, Qt::QueuedConnection);
+    }
 }

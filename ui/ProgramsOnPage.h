@@ -20,6 +20,20 @@ public:
     /// @p page owns this object and what it shows. The others must outlive it.
     ProgramsOnPage(ProgramSwitch &programs, ProgramMappings &mappings, MapNotices &notices, QWidget *page);
 
+    /// Has the change wait while it lives, and until control is back in the event loop: the user is asked
+    /// something. @p programs may be null, and must outlive it otherwise.
+    class Asking
+    {
+        Q_DISABLE_COPY_MOVE(Asking)
+
+    public:
+        explicit Asking(ProgramsOnPage *programs);
+        ~Asking();
+
+    private:
+        ProgramsOnPage *m_programs;
+    };
+
     /// Reads the programs' mappings, after the session has read its own.
     void load();
 
@@ -32,6 +46,8 @@ protected:
 private:
     void watchChild(QObject *child);
     void setChoosing(QObject *where, bool choosing);
+    void setAsking(int change);
+    void tellChoosing();
 
     ProgramSwitch &m_programs;
     ProgramMappings &m_mappings;
@@ -39,4 +55,5 @@ private:
     ProgramChoice *m_choice = nullptr;
     QSet<QObject *> m_watched;
     QSet<QObject *> m_choosing; // menus and dialogs that are open
+    int m_asking = 0;           // as often as the user is asked
 };

@@ -1,3 +1,5 @@
+#include "mapping/ImportedMappings.h"
+#include "mapping/MappingSession.h"
 #include "tests/support/log/LogCapture.h"
 #include "tests/support/page/PageRig.h"
 #include "ui/ComboMapping.h"
@@ -5,8 +7,12 @@
 #include "ui/OverlayDialog.h"
 #include "ui/ProgramChoice.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QContextMenuEvent>
+#include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QSignalSpy>
 #include <QTimer>
@@ -43,6 +49,9 @@ private Q_SLOTS:
     void programsLeaveTheSettingsAlone();
     void anOpenDialogHasTheChangeWait();
     void anOpenMenuHasTheChangeWait();
+    void exportingHasTheChangeWait();
+    void importingHasTheChangeWait();
+    void printingHasTheChangeWait();
     void whatCannotBeKeptIsSaid();
     void aBrokenFileIsSaid();
     void undoIsNotOfferedForAnotherProgramsMapping();
@@ -60,6 +69,8 @@ private:
         return label->isVisible() ? label->text() : QString();
     }
     qint32 inUse(int control = 3) const { return m_rig->mappings.action(control, Layer::Normal).key1; }
+    /// Its control 3 presses G; the mapping of all others, whose control 3 presses A, is in use again then.
+    void giveGimpItsOwn();
     ComboMenu *menu(int control) const
     {
         for (ComboMenu *menu : m_page->findChildren<ComboMenu *>()) {
@@ -97,6 +108,15 @@ void tst_ProgramsOnPage::show()
     m_page->resize(900, 650);
     m_window->show();
     m_rig->mappings.assign(3, Layer::Normal, key(65, "A"));
+}
+
+void tst_ProgramsOnPage::giveGimpItsOwn()
+{
+    m_rig->focus.focus(QStringLiteral("Gimp"));
+    choose(1);
+    m_rig->mappings.assign(3, Layer::Normal, key(71, "G"));
+    m_rig->focus.focus(QStringLiteral("firefox"));
+    QCOMPARE(inUse(), 65);
 }
 
 void tst_ProgramsOnPage::choose(int number, QStringList *texts)
@@ -257,6 +277,82 @@ void tst_ProgramsOnPage::anOpenMenuHasTheChangeWait()
     });
     menu(3)->dislayMenu();
     QCOMPARE(line(), QStringLiteral("Only for Gimp"));
+}
+
+void tst_ProgramsOnPage::exportingHasTheChangeWait()
+{
+    show();
+    auto *selector = m_page->findChild<ComboMapping *>();
+    giveGimpItsOwn();
+    m_rig->mappings.use(ZRButtonMap(QStringLiteral("Work")));
+    m_rig->mappings.assign(3, Layer::Normal, key(87, "W"));
+    const QString path = m_rig->data.filePath(QStringLiteral("out.xml"));
+
+    QContextMenuEvent request(QContextMenuEvent::Mouse, QPoint(10, 10), selector->mapToGlobal({10, 10}));
+    QCoreApplication::sendEvent(selector, &request);
+    auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    QVERIFY(menu);
+    m_rig->focus.focus(QStringLiteral("Gimp"));
+    QCOMPARE(inUse(), 87);
+    QString title;
+    QTimer::singleShot(0, this, [&] {
+        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        title = dialog->windowTitle();
+        QCoreApplication::processEvents(); // the menu has gone
+        m_rig->focus.focus(QStringLiteral("firefox"));
+        m_rig->focus.focus(QStringLiteral("Gimp"));
+        QCOMPARE(inUse(), 87);
+        m_rig->mappings.use(ZRButtonMap(QStringLiteral("Other"))); // by remote control, say
+        dialog->findChild<QLineEdit *>()->setText(path);
+        QMetaObject::invokeMethod(dialog, "accept");
+    });
+    QTest::keyClick(menu, Qt::Key_Down);
+    QTest::keyClick(menu, Qt::Key_Return);
+    QVERIFY2(title.contains(QStringLiteral("Work")), qPrintable(title));
+    const ImportedMappings read(path);
+    QCOMPARE(read.fault(), QString());
+    QCOMPARE(read.maps().front()->name, QStringLiteral("Work"));
+    QCOMPARE(read.maps().front()->actions[3][Layer::Normal].key1, 87);
+    QTRY_COMPARE(line(), QStringLiteral("Only for Gimp"));
+    QCOMPARE(inUse(), 71);
+}
+
+void tst_ProgramsOnPage::importingHasTheChangeWait()
+{
+    show();
+    giveGimpItsOwn();
+    auto *selector = m_page->findChild<ComboMapping *>();
+    bool asked = false;
+    QTimer::singleShot(0, this, [&] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        QVERIFY(dialog);
+        m_rig->focus.focus(QStringLiteral("Gimp"));
+        QCOMPARE(inUse(), 65);
+        asked = true;
+        dialog->close();
+    });
+    selector->actions().at(1)->trigger();
+    QVERIFY(asked);
+    QTRY_COMPARE(inUse(), 71);
+}
+
+void tst_ProgramsOnPage::printingHasTheChangeWait()
+{
+    show();
+    giveGimpItsOwn();
+    bool asked = false;
+    QTimer::singleShot(0, this, [&] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        QVERIFY(dialog);
+        m_rig->focus.focus(QStringLiteral("Gimp"));
+        QCOMPARE(inUse(), 65);
+        asked = true;
+        dialog->close();
+    });
+    m_page->printCurrentView();
+    QVERIFY(asked);
+    QTRY_COMPARE(inUse(), 71);
 }
 
 void tst_ProgramsOnPage::whatCannotBeKeptIsSaid()
