@@ -3209,6 +3209,13 @@ Eingabe (in einem Terminal wird ein Fehler in der Eingabe nur gemeldet), 128 + N
     </message>
 </context>
 <context>
+    <name>QSerialPort</name>
+    <message>
+        <source>Permission error while locking the device</source>
+        <translation>Das Gerät durfte nicht gesperrt werden</translation>
+    </message>
+</context>
+<context>
     <name>RemoteClient</name>
     <message>
         <source>Veltrix is not running.</source>
