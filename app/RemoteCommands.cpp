@@ -1,5 +1,6 @@
 #include "app/RemoteCommands.h"
 
+#include "app/AppLog.h"
 #include "engine/platform/Session.h"
 #include "remote/RemoteClient.h"
 
@@ -32,7 +33,15 @@ int RemoteCommands::show(const CommandCall &call)
 
 int RemoteCommands::verbose()
 {
-    return ask(QStringLiteral("verbose"), {});
+    // The running copy has been woken already: that it says nothing is no reason to fail, or to wait for
+    // long.
+    constexpr int patience = 1000; // ms
+    const RemoteAnswer answer =
+        RemoteClient::ask({QStringLiteral("verbose"), {}, false}, Session::userMark(), patience);
+    if (answer.status != 0) {
+        qCInfo(lcApp).noquote() << "the running copy was not asked for more in its log:" << answer.text;
+    }
+    return 0;
 }
 
 int RemoteCommands::status(const CommandCall &call)

@@ -42,8 +42,11 @@ int main(int argc, char *argv[])
     AppInfo::introduce();
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    Session::fitToScreens(ZRMainWindow::windowWidth, ZRMainWindow::windowHeight);
+    const char *scaling = Session::fitToScreens(ZRMainWindow::windowWidth, ZRMainWindow::windowHeight);
     const SingleApplication application(argc, argv, false, CommandLine::answerRefusedStart);
+    if (scaling != nullptr) {
+        qunsetenv(scaling);
+    }
     Translations::install();
 
     const CommandLine commandLine =

@@ -99,7 +99,15 @@ void ZRBaseWindow::buildHeader()
     FittingText::show(version, tr("VERSION") + QLatin1Char(' ') + QLatin1String(AppInfo::version),
                       tr("Shows the licences of Veltrix and of what it is built on"));
     version->setAccessibleDescription(version->toolTip());
-    connect(version, &ClickableLabel::clicked, this, [this] { (new LicenceDialog(window()))->show(); });
+    connect(version, &ClickableLabel::clicked, this, [this] {
+        auto *licences = window()->findChild<LicenceDialog *>();
+        if (licences == nullptr) {
+            licences = new LicenceDialog(window());
+        }
+        licences->show();
+        licences->raise();
+        licences->activateWindow();
+    });
 
     const struct {
         QString text;

@@ -15,7 +15,9 @@ void print(const QString &text, bool toError);
 /// Prepares the toolkit for a window of this size (at 100 %): where the user's scale factor would make it
 /// larger than a screen, it gets the largest factor with which it fits. To be called before the application
 /// object exists. What the user has set for the toolkit himself wins.
-void fitToScreens(int windowWidth, int windowHeight);
+/// @return the environment variable that was set for this, null for none: once the application object exists
+/// it is to go, as the programs that are started from here have windows of other sizes
+const char *fitToScreens(int windowWidth, int windowHeight);
 
 /// Where the user's file mask lets everybody write what he makes, the program and what it starts have the
 /// usual one (022) instead. To be called before anything is made.

@@ -11,19 +11,21 @@ void Session::print(const QString &text, bool toError)
     Win32Terminal::print(text.toStdWString(), toError);
 }
 
-void Session::fitToScreens(int windowWidth, int windowHeight)
+const char *Session::fitToScreens(int windowWidth, int windowHeight)
 {
     // 125 % is 125 %, and not 100 % or 200 %.
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    constexpr char factors[] = "QT_SCREEN_SCALE_FACTORS";
+    static constexpr char factors[] = "QT_SCREEN_SCALE_FACTORS";
     if (qEnvironmentVariableIsSet(factors) || qEnvironmentVariableIsSet("QT_SCALE_FACTOR")) {
-        return;
+        return nullptr;
     }
     const std::string capped =
         Win32Scaling::cappedFactors(Win32Scaling::screens(), windowWidth, windowHeight);
-    if (!capped.empty()) {
-        qputenv(factors, QByteArray::fromStdString(capped));
+    if (capped.empty()) {
+        return nullptr;
     }
+    qputenv(factors, QByteArray::fromStdString(capped));
+    return factors;
 }
 
 void Session::keepOthersFromWriting() {} // what is made inherits the rights of its folder

@@ -74,22 +74,24 @@ QByteArray X11Scaling::cappedFactors(const QVector<Screen> &screens, double fact
     return factors;
 }
 
-void Session::fitToScreens(int windowWidth, int windowHeight)
+const char *Session::fitToScreens(int windowWidth, int windowHeight)
 {
-    constexpr char factors[] = "QT_SCREEN_SCALE_FACTORS";
+    static constexpr char factors[] = "QT_SCREEN_SCALE_FACTORS";
     const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
     if (qEnvironmentVariableIsSet(factors) || qEnvironmentVariableIsSet("QT_SCALE_FACTOR") ||
         !(platform.isEmpty() || platform.startsWith("xcb"))) {
-        return;
+        return nullptr;
     }
     Display *display = XOpenDisplay(nullptr);
     if (display == nullptr) {
-        return;
+        return nullptr;
     }
     const QByteArray capped = X11Scaling::cappedFactors(
         screensOf(display), X11Scaling::factorFor(dotsPerInch(display)), windowWidth, windowHeight);
     XCloseDisplay(display);
-    if (!capped.isEmpty()) {
-        qputenv(factors, capped);
+    if (capped.isEmpty()) {
+        return nullptr;
     }
+    qputenv(factors, capped);
+    return factors;
 }

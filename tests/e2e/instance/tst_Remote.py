@@ -129,6 +129,15 @@ class Remote(unittest.TestCase):
         self.ask("--use", "Other")
         self.assertEqual(self.ask("--verbose", DISPLAY=self.server.name), (0, "", ""))
 
+    def test_that_no_answer_comes_holds_no_second_start_up(self):
+        program = self.start()
+        program.process.send_signal(signal.SIGSTOP)
+        self.addCleanup(program.process.send_signal, signal.SIGCONT)
+        began = time.monotonic()
+        code, output, _ = self.ask("--verbose", DISPLAY=self.server.name)
+        self.assertEqual((code, output), (0, ""))
+        self.assertLess(time.monotonic() - began, 10)
+
     def test_the_answers_are_in_the_users_language(self):
         self.assertEqual(self.ask("--show", LC_ALL="de_DE.UTF-8", LANGUAGE="de"),
                          (3, "", "veltrix: Veltrix l\u00e4uft nicht.\n"))

@@ -110,6 +110,8 @@ void tst_ZRBaseWindow::theVersionShowsTheLicences()
     const auto *text = dialog->findChild<QPlainTextEdit *>();
     QVERIFY(text->isReadOnly());
     QVERIFY(text->toPlainText().contains(QLatin1String("GNU LESSER GENERAL PUBLIC LICENSE")));
+    QTest::mouseClick(version, Qt::LeftButton);
+    QCOMPARE(m_window->findChildren<LicenceDialog *>().size(), 1); // once is enough
     QTest::keyClick(dialog, Qt::Key_Escape);
     QTRY_VERIFY(!dialog);
 }
