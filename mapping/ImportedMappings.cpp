@@ -1,5 +1,6 @@
 #include "mapping/ImportedMappings.h"
 
+#include "mapping/ListInWords.h"
 #include "mapping/MappingDocument.h"
 #include "mapping/MappingElement.h"
 #include "mapping/MappingFile.h"
@@ -247,8 +248,8 @@ ImportedMappings::Outcome ImportedMappings::outcome(const FileResult &result) co
     for (const auto &map : m_maps) {
         names.append(map->name);
     }
-    return {names, names.size() == 1 ? tr("\u201c%1\u201d was imported.").arg(names.constFirst())
-                                     : tr("Imported: %1").arg(names.join(QLatin1String(", ")))};
+    return {names, (names.size() == 1 ? tr("\u201c%1\u201d was imported.") : tr("Imported: %1"))
+                       .arg(ListInWords::names(names))};
 }
 
 QString ImportedMappings::freeName(const QString &name, const QSet<QString> &taken, int *number)

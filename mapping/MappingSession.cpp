@@ -3,6 +3,7 @@
 #include "mapping/EntryElement.h"
 #include "mapping/FileHistory.h"
 #include "mapping/LibraryKeeper.h"
+#include "mapping/ListInWords.h"
 #include "mapping/MappingFile.h"
 #include "mapping/MappingLog.h"
 #include "mapping/SpecialAction.h"
@@ -443,7 +444,7 @@ ImportedMappings::Outcome MappingSession::importFile(const QString &path)
     FileResult result = FileResult::failed(file.fault());
     if (file.fault().isEmpty()) {
         const QStringList names = file.chooseNames(m_files);
-        result = change({MappingStep::Kind::Import, -1, names.join(QLatin1String(", "))},
+        result = change({MappingStep::Kind::Import, -1, ListInWords::names(names)},
                         MappingChange::File::Custom, [&] { return file.addTo(m_files); });
     }
     return file.outcome(result);

@@ -23,7 +23,7 @@ struct MappingStep {
 
     Kind kind = Kind::Assign;
     int control = -1; ///< with Assign
-    QString name;     ///< the mapping's or, with Import, the mappings', or with Restore the file's
+    QString name;     ///< the mapping's or, with Import, the first few mappings', or with Restore the file's
 };
 
 Q_DECLARE_METATYPE(MappingStep)

@@ -2793,6 +2793,14 @@ Tasten mit einem Drehknopf-Modus wählen, was er tut.</translation>
     </message>
 </context>
 <context>
+    <name>ListInWords</name>
+    <message>
+        <source>… and %1 more</source>
+        <extracomment>the end of a list of names or lines</extracomment>
+        <translation>… und %1 weitere</translation>
+    </message>
+</context>
+<context>
     <name>MapNotices</name>
     <message>
         <source>Keep</source>

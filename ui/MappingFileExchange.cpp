@@ -1,6 +1,7 @@
 #include "ui/MappingFileExchange.h"
 
 #include "app/frame/ZRDialog.h"
+#include "mapping/ListInWords.h"
 #include "mapping/MappingExport.h"
 #include "mapping/MappingSession.h"
 
@@ -163,15 +164,14 @@ void MappingFileExchange::askAndImport()
 
 void MappingFileExchange::import(const QStringList &files)
 {
-    QStringList sentences;
-    bool allWell = true;
+    QStringList faults; // are told first: the message names a few only
+    QStringList successes;
     for (const QString &file : files) {
         const ImportedMappings::Outcome outcome = m_mappings.importFile(file);
-        sentences.append(outcome.sentence);
-        allWell = allWell && !outcome.names.isEmpty();
+        (outcome.names.isEmpty() ? faults : successes).append(outcome.sentence);
     }
-    if (!allWell || files.size() > 1 || !m_page->isVisible()) {
-        say(sentences.join(QLatin1Char('\n')));
+    if (!faults.isEmpty() || files.size() > 1 || !m_page->isVisible()) {
+        say(ListInWords::lines(faults + successes));
     }
 }
 

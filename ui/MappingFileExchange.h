@@ -45,8 +45,8 @@ public:
     /// Writes the mapping in use to the file @p path, which is replaced.
     void exportTo(const QString &path);
 
-    /// Imports @p files, and says what became of them. Of a single one that went well the page says so
-    /// itself, while it is to be seen.
+    /// Imports @p files, and says what became of them, of many only the first few, those that failed before.
+    /// Of a single one that went well the page says so itself, while it is to be seen.
     void import(const QStringList &files);
 
     /// Writes the mapping in use to a file that only this user can read, and that goes with the program.

@@ -23,6 +23,7 @@ private Q_SLOTS:
 
     void aDroppedFileIsImported();
     void severalAreImportedInTurn();
+    void ofManyAFewAreNamed();
     void whatIsWrongIsSaid();
     void whatIsNoFileIsNotTaken_data();
     void whatIsNoFileIsNotTaken();
@@ -126,6 +127,32 @@ void tst_FileDrop::severalAreImportedInTurn()
     QVERIFY(drop(*files({one, bad, one})));
     QCOMPARE(own(), QStringList({QStringLiteral("Mix"), QStringLiteral("Mix (2)")}));
     QCOMPARE(message()->findChild<QLabel *>(QStringLiteral("message"))->text().count(QLatin1Char('\n')), 2);
+}
+
+void tst_FileDrop::ofManyAFewAreNamed()
+{
+    QByteArray many;
+    for (int i = 1; i <= 8; ++i) {
+        many += "<MAPPING software=\"M" + QByteArray::number(i) + "\"/>";
+    }
+    QStringList paths{file(QStringLiteral("many.xml"), "<ZR>" + many + "</ZR>")};
+    QSignalSpy steps(&m_rig->mappings, &MappingSession::stepped);
+    while (paths.size() < 8) {
+        paths << file(QStringLiteral("one.xml"), "<ZR><MAPPING software=\"Mix\"/></ZR>");
+    }
+    paths << file(QStringLiteral("bad.xml"), "nothing");
+    QVERIFY(drop(*files(paths)));
+
+    // What failed comes first, whenever it did.
+    const QStringList lines = message()->accessibleName().split(QLatin1Char('\n'));
+    QCOMPARE(lines.size(), 6);
+    QVERIFY2(lines.at(0).contains(QStringLiteral("bad.xml")), qPrintable(lines.at(0)));
+    QCOMPARE(lines.at(1), QString::fromUtf8("Imported: M1, M2, M3, M4, M5, \u2026 and 3 more"));
+    QCOMPARE(lines.at(5), QString::fromUtf8("\u2026 and 4 more"));
+    QVERIFY(message()->height() < 400);
+    // The page's line, its tool tip and what is read out.
+    QCOMPARE(steps.at(0).at(0).value<MappingStep>().name,
+             QString::fromUtf8("M1, M2, M3, M4, M5, \u2026 and 3 more"));
 }
 
 void tst_FileDrop::whatIsWrongIsSaid()

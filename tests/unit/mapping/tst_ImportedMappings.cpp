@@ -31,6 +31,8 @@ private Q_SLOTS:
     void theExamplesHaveNoFault();
     void aFileThatTheUsersCannotJoinIsSaid();
     void moreMappingsThanAreTakenAreRefused();
+    void ofManyNamesAFewAreSaid();
+    void aNameIsSaidInOneShortLine();
 
     void anExportedMappingIsTheSameOnAnotherComputer();
     void theUsersOwnIsExportedBeforeTheExample();
@@ -276,6 +278,32 @@ void tst_ImportedMappings::moreMappingsThanAreTakenAreRefused()
     QCOMPARE(outcome.sentence, QString::fromUtf8("\u201cfrom elsewhere.xml\u201d was not imported: it holds "
                                                  "more than 10000 mappings."));
     QVERIFY(!QFile::exists(files().custom()));
+}
+
+void tst_ImportedMappings::ofManyNamesAFewAreSaid()
+{
+    QByteArray some;
+    for (int i = 1; i <= 5; ++i) {
+        some += named("M" + QByteArray::number(i));
+    }
+    QCOMPARE(ImportedMappings::import(file(library(some)), files()).sentence,
+             QStringLiteral("Imported: M1, M2, M3, M4, M5"));
+    QByteArray many;
+    for (int i = 1; i <= 100; ++i) {
+        many += named("N" + QByteArray::number(i));
+    }
+    const auto outcome = ImportedMappings::import(file(library(many)), files());
+    QCOMPARE(outcome.names.size(), 100);
+    QCOMPARE(outcome.sentence, QString::fromUtf8("Imported: N1, N2, N3, N4, N5, \u2026 and 95 more"));
+}
+
+void tst_ImportedMappings::aNameIsSaidInOneShortLine()
+{
+    const auto outcome = ImportedMappings::import(
+        file(library(named("a&#10;b&#10;" + QByteArray("\xF0\x9F\x98\x80").repeated(1000)))), files());
+    QCOMPARE(outcome.names.constFirst().size(), 2004); // the mapping's own name stays whole
+    QCOMPARE(outcome.sentence, QString::fromUtf8("\u201ca b %1\u2026\u201d was imported.")
+                                   .arg(QString::fromUtf8("\U0001F600").repeated(28)));
 }
 
 void tst_ImportedMappings::anExportedMappingIsTheSameOnAnotherComputer()
