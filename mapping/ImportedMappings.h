@@ -27,7 +27,9 @@ public:
         QString sentence;  ///< that says so, or what is wrong and where
     };
 
-    static constexpr int mostMappings = 10000; ///< of a file that is imported
+    /// Of a file that is imported, which keeps the program from everything else while it is done: about a
+    /// second with so many.
+    static constexpr int mostMappings = 500;
 
     /// Adds the mappings of the file at @p path to the user's in @p files, all or none.
     static Outcome import(const QString &path, const MappingFiles &files);

@@ -2,6 +2,7 @@
 
 #include "mapping/BrokenFile.h"
 #include "mapping/FileHistory.h"
+#include "mapping/ListInWords.h"
 #include "mapping/MappingDocument.h"
 #include "mapping/MappingElement.h"
 #include "mapping/MappingFile.h"
@@ -117,7 +118,10 @@ FileResult XmlMappingWriter::saveMaps(const QList<const ZRButtonMap *> &maps, co
     if (outcome == Outcome::Refused) {
         return leftUntouched(path, reason);
     }
-    qCInfo(lcMapping).noquote().nospace() << "Save to XML: " << names.join(QLatin1String(", "));
+    const int more = names.size() - ListInWords::most;
+    qCInfo(lcMapping).noquote().nospace()
+        << "Save to XML: " << names.mid(0, ListInWords::most).join(QLatin1String(", "))
+        << (more > 0 ? QStringLiteral(" and %1 more").arg(more) : QString());
     QDomElement root = document.firstChildElement(QStringLiteral("ZR"));
     if (root.isNull()) {
         const FileResult rewritten = rewrite(path, &document);

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void theExamplesHaveNoFault();
     void aFileThatTheUsersCannotJoinIsSaid();
     void moreMappingsThanAreTakenAreRefused();
+    void asManyMappingsAsAreTakenComeIn();
     void ofManyNamesAFewAreSaid();
     void aNameIsSaidInOneShortLine();
 
@@ -139,15 +140,16 @@ void tst_ImportedMappings::namesOfOneFileAreToldApart()
 void tst_ImportedMappings::manyOfOneNameAreNamedQuickly()
 {
     constexpr double most = 2; // seconds of the processor's, whatever else runs
+    constexpr int count = 10000;
     QByteArray many;
-    for (int i = 0; i < ImportedMappings::mostMappings; ++i) {
+    for (int i = 0; i < count; ++i) {
         many += named("Mix");
     }
-    ImportedMappings read(file(library(many)));
+    ImportedMappings read(file(library(many)), count);
     const std::clock_t begin = std::clock();
     const QStringList names = read.chooseNames(files());
     const double seconds = double(std::clock() - begin) / CLOCKS_PER_SEC;
-    QCOMPARE(names.size(), ImportedMappings::mostMappings);
+    QCOMPARE(names.size(), count);
     QCOMPARE(names.constLast(), QStringLiteral("Mix (10000)"));
     QVERIFY2(seconds < most, qPrintable(QString::number(seconds)));
 }
@@ -276,8 +278,22 @@ void tst_ImportedMappings::moreMappingsThanAreTakenAreRefused()
     }
     const auto outcome = ImportedMappings::import(file(library(many)), files());
     QCOMPARE(outcome.sentence, QString::fromUtf8("\u201cfrom elsewhere.xml\u201d was not imported: it holds "
-                                                 "more than 10000 mappings."));
+                                                 "more than 500 mappings."));
     QVERIFY(!QFile::exists(files().custom()));
+}
+
+void tst_ImportedMappings::asManyMappingsAsAreTakenComeIn()
+{
+    QByteArray many;
+    for (int i = 1; i <= ImportedMappings::mostMappings; ++i) {
+        many += named("M" + QByteArray::number(i));
+    }
+    LogCapture log;
+    const auto outcome = ImportedMappings::import(file(library(many)), files());
+    QCOMPARE(outcome.names.size(), 500);
+    QCOMPARE(own().size(), 500);
+    QVERIFY2(log.lines().contains(QStringLiteral("Save to XML: M1, M2, M3, M4, M5 and 495 more")),
+             qPrintable(log.lines().join(QLatin1Char('\n'))));
 }
 
 void tst_ImportedMappings::ofManyNamesAFewAreSaid()
