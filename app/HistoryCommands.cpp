@@ -42,7 +42,8 @@ QString contentInWords(const QString &path)
     QString reason = file.reason;
     if (file.status != MappingFile::Status::Read ||
         MappingDocument::parse(file.bytes, &document, &reason) != MappingDocument::Outcome::Parsed) {
-        return say(QT_TRANSLATE_NOOP("HistoryCommands", "damaged: %1")).arg(reason);
+        return say(QT_TRANSLATE_NOOP("HistoryCommands", "damaged: %1"))
+            .arg(FileResult::failed(reason).inWords());
     }
     const QDomNodeList mappings = document.elementsByTagName(QStringLiteral("MAPPING"));
     QStringList names;

@@ -1,6 +1,7 @@
 #include "mapping/FileResult.h"
 
 #include <QCoreApplication>
+#include <QRegularExpression>
 
 namespace
 {
@@ -24,11 +25,55 @@ namespace
     QT_TRANSLATE_NOOP("FileResult", "it has been changed since"),
     QT_TRANSLATE_NOOP("FileResult", "by its name it is no version of custom.xml or current.xml"),
     QT_TRANSLATE_NOOP("FileResult", "it holds no mapping"),
+    QT_TRANSLATE_NOOP("FileResult", "unexpected end of file"),
+    QT_TRANSLATE_NOOP("FileResult", "its encoding is not known"),
+    QT_TRANSLATE_NOOP("FileResult", "it carries document type declarations"),
+    QT_TRANSLATE_NOOP("FileResult", "it changed while it was read"),
 };
+
+// Of those that tell a number or a name; what is told may be a reason itself. The more special come first.
+constexpr const char *patterns[] = {
+    QT_TRANSLATE_NOOP("FileResult", "line %1: %2 (column %3)"),
+    QT_TRANSLATE_NOOP("FileResult", "<%1> is no mapping file's"),
+    QT_TRANSLATE_NOOP("FileResult", "more than %1 tags and attributes"),
+    QT_TRANSLATE_NOOP("FileResult", "more than %1 tags"),
+    QT_TRANSLATE_NOOP("FileResult", "a tag of more than %1 attributes"),
+    QT_TRANSLATE_NOOP("FileResult", "nested deeper than %1 levels"),
+    QT_TRANSLATE_NOOP("FileResult", "it is not encoded in %1"),
+    QT_TRANSLATE_NOOP("FileResult", "it holds the character U+%1"),
+    QT_TRANSLATE_NOOP("FileResult", "the folder %1 cannot be made"),
+};
+
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("FileResult", text);
+}
+
+QString inUsersWords(const QString &reason)
+{
+    const QString whole = translated(reason.toUtf8().constData());
+    if (whole != reason) {
+        return whole;
+    }
+    for (const char *pattern : patterns) {
+        QString form = QRegularExpression::escape(QLatin1String(pattern));
+        form.replace(QRegularExpression(QStringLiteral("\\\\%[1-9]")), QStringLiteral("(.+)"));
+        const QRegularExpressionMatch match =
+            QRegularExpression(QRegularExpression::anchoredPattern(form),
+                               QRegularExpression::DotMatchesEverythingOption)
+                .match(reason);
+        if (match.hasMatch()) {
+            const auto told = [&match](int i) { return inUsersWords(match.captured(i)); };
+            const QString text = translated(pattern);
+            return match.lastCapturedIndex() == 1 ? text.arg(told(1)) : text.arg(told(1), told(2), told(3));
+        }
+    }
+    return reason;
+}
 
 } // namespace
 
 QString FileResult::inWords() const
 {
-    return QCoreApplication::translate("FileResult", m_reason.toUtf8().constData());
+    return inUsersWords(m_reason);
 }

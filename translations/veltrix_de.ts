@@ -568,6 +568,58 @@ Tasten mit einem Drehknopf-Modus wählen, was er tut.</translation>
         <source>it holds no mapping</source>
         <translation>sie enthält keine Belegung</translation>
     </message>
+    <message>
+        <source>unexpected end of file</source>
+        <translation>unerwartetes Ende der Datei</translation>
+    </message>
+    <message>
+        <source>its encoding is not known</source>
+        <translation>ihre Kodierung ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>it carries document type declarations</source>
+        <translation>sie enthält Deklarationen eines Dokumenttyps</translation>
+    </message>
+    <message>
+        <source>it changed while it was read</source>
+        <translation>sie wurde beim Lesen geändert</translation>
+    </message>
+    <message>
+        <source>line %1: %2 (column %3)</source>
+        <translation>Zeile %1: %2 (Spalte %3)</translation>
+    </message>
+    <message>
+        <source>&lt;%1&gt; is no mapping file&apos;s</source>
+        <translation>&lt;%1&gt; gehört in keine Belegungsdatei</translation>
+    </message>
+    <message>
+        <source>more than %1 tags and attributes</source>
+        <translation>mehr als %1 Marken und Attribute</translation>
+    </message>
+    <message>
+        <source>more than %1 tags</source>
+        <translation>mehr als %1 Marken</translation>
+    </message>
+    <message>
+        <source>a tag of more than %1 attributes</source>
+        <translation>eine Marke mit mehr als %1 Attributen</translation>
+    </message>
+    <message>
+        <source>nested deeper than %1 levels</source>
+        <translation>tiefer als %1 Ebenen verschachtelt</translation>
+    </message>
+    <message>
+        <source>it is not encoded in %1</source>
+        <translation>sie ist nicht in %1 kodiert</translation>
+    </message>
+    <message>
+        <source>it holds the character U+%1</source>
+        <translation>sie enthält das Zeichen U+%1</translation>
+    </message>
+    <message>
+        <source>the folder %1 cannot be made</source>
+        <translation>der Ordner %1 lässt sich nicht anlegen</translation>
+    </message>
 </context>
 <context>
     <name>FindingText</name>

@@ -1,6 +1,7 @@
 #include "app/Translations.h"
 #include "app/frame/ActionLabels.h"
 #include "app/frame/AppFonts.h"
+#include "mapping/FileResult.h"
 #include "mapping/SpecialAction.h"
 #include "mapping/XmlMappingReader.h"
 #include "tests/unit/translations/TranslationFile.h"
@@ -22,6 +23,7 @@ class tst_LibraryLabels : public QObject
 private Q_SLOTS:
     void initTestCase();
     void eachIsTranslated();
+    void reasonsWithNumbersAre();
     void translatedOnesFitTheirBoxes();
     void whatIsStoredStaysAsItIs();
 
@@ -42,6 +44,20 @@ void tst_LibraryLabels::initTestCase()
     });
     reader.readMapList(QStringLiteral(VELTRIX_LIBRARY), false);
     QVERIFY(m_maps.size() > 20);
+}
+
+void tst_LibraryLabels::reasonsWithNumbersAre()
+{
+    const auto said = [](const char *reason) {
+        return FileResult::failed(QString::fromUtf8(reason)).inWords();
+    };
+    QCOMPARE(said("line 3: unexpected end of file (column 8)"),
+             QStringLiteral("Zeile 3: unerwartetes Ende der Datei (Spalte 8)"));
+    QCOMPARE(said("line 1: <html> is no mapping file's (column 6)"),
+             QString::fromUtf8("Zeile 1: <html> geh\u00f6rt in keine Belegungsdatei (Spalte 6)"));
+    QCOMPARE(said("more than 8000000 tags"), QStringLiteral("mehr als 8000000 Marken"));
+    QCOMPARE(said("it holds the character U+0001"), QString::fromUtf8("sie enth\u00e4lt das Zeichen U+0001"));
+    QCOMPARE(said("something else"), QStringLiteral("something else"));
 }
 
 void tst_LibraryLabels::eachIsTranslated()
