@@ -56,16 +56,16 @@ bool MappingFileExchange::eventFilter(QObject *watched, QEvent *event)
         }
         return false;
     }
-    auto *mouse = static_cast<QMouseEvent *>(event);
+    const auto mouse = [event] { return static_cast<QMouseEvent *>(event); };
     switch (event->type()) {
     case QEvent::MouseButtonPress:
-        m_pressed = mouse->button() == Qt::LeftButton ? std::optional(mouse->pos()) : std::nullopt;
+        m_pressed = mouse()->button() == Qt::LeftButton ? std::optional(mouse()->pos()) : std::nullopt;
         return m_pressed.has_value(); // or it would begin to move the window
     case QEvent::MouseMove:
         if (!m_pressed) {
             return false;
         }
-        if ((mouse->pos() - *m_pressed).manhattanLength() >= QApplication::startDragDistance()) {
+        if ((mouse()->pos() - *m_pressed).manhattanLength() >= QApplication::startDragDistance()) {
             m_pressed.reset();
             drag(widget);
         }
