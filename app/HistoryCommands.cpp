@@ -1,14 +1,18 @@
 #include "app/HistoryCommands.h"
 
 #include "app/DataDirectory.h"
+#include "app/SettingsPlace.h"
 #include "app/SingleApplication.h"
 #include "app/StartLock.h"
+#include "app/frame/AppInfo.h"
+#include "engine/Settings.h"
 #include "engine/platform/Session.h"
 #include "mapping/FileHistory.h"
 #include "mapping/MappingDocument.h"
 #include "mapping/MappingFile.h"
 #include "mapping/VersionRestore.h"
 #include "remote/RemoteClient.h"
+#include "ui/MappingInUse.h"
 
 #include <QCoreApplication>
 #include <QDomDocument>
@@ -56,6 +60,19 @@ QString contentInWords(const QString &path)
     return QStringLiteral("%1: %2").arg(mappings.size()).arg(names.join(QLatin1String(", ")));
 }
 
+// While no copy of the program runs.
+FileResult restoreHere(const QString &version, const MappingFiles &files)
+{
+    FileResult result = VersionRestore::restore(version, files);
+    if (result && VersionRestore::fileOf(version, files) == files.workingCopy()) {
+        const SettingsPlace place(QLatin1String(AppInfo::organisationName),
+                                  QLatin1String(AppInfo::applicationName));
+        Settings(QLatin1String(AppInfo::organisationName), QLatin1String(AppInfo::applicationName))
+            .remove(QLatin1String(MappingInUse::noteKey)); // the name was of what is replaced
+    }
+    return result;
+}
+
 } // namespace
 
 int HistoryCommands::list(const CommandCall & /*call*/)
@@ -88,7 +105,7 @@ int HistoryCommands::restore(const CommandCall &call)
     RemoteAnswer answer =
         RemoteClient::ask({QStringLiteral("restore"), {version}, false}, Session::userMark());
     if (answer.status == RemoteClient::notRunning) {
-        answer = answerTo(version, VersionRestore::restore(version, files));
+        answer = answerTo(version, restoreHere(version, files));
     }
     return Commands::answer(answer.status, answer.text);
 }

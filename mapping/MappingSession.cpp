@@ -96,8 +96,9 @@ MappingSession::MappingSession(MappingFiles files, QObject *parent)
 }
 
 void MappingSession::load(const std::function<void()> &selectDefault,
-                          const std::function<ActionTable()> &otherwise)
+                          const std::function<ActionTable()> &otherwise, const QString &workingCopyName)
 {
+    m_now.name = workingCopyName; // before anybody is told of a list, and looks
     LibraryKeeper::restore(m_files.library(), m_files.seedLibrary());
     reloadLibrary();
     m_reader.readMapList(m_files.custom(), true);
@@ -108,6 +109,7 @@ void MappingSession::load(const std::function<void()> &selectDefault,
         selectDefault();
     }
     if (!m_begun) {
+        m_now.name.clear();
         adopt(otherwise());
     }
 }
@@ -164,7 +166,7 @@ void MappingSession::takeWorkingCopy(ZRButtonMap *map)
 {
     const std::unique_ptr<ZRButtonMap> owned(map);
     if (!m_begun) {
-        begin(owned->actions, QString());
+        begin(owned->actions, m_now.name);
         return;
     }
     m_now = {owned->actions, QString(), owned->actions};

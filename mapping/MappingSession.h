@@ -57,14 +57,16 @@ public:
     /// library's default mapping, if it has one. When neither gives a mapping, what @p otherwise answers is
     /// in use; it is no mapping that replaces another, so assigned() tells of it. To be called once. A
     /// library that is none is replaced before by the last one that was read, or by the seed (see
-    /// LibraryKeeper).
-    void load(const std::function<void()> &selectDefault, const std::function<ActionTable()> &otherwise);
+    /// LibraryKeeper). The working copy is called @p workingCopyName: its file has no place for that.
+    void load(const std::function<void()> &selectDefault, const std::function<ActionTable()> &otherwise,
+              const QString &workingCopyName = QString());
 
     /// What each control does, all fields.
     const ActionTable &actions() const { return m_now.actions; }
     const shortCut &action(int control, Layer layer) const { return m_now.actions[control][layer]; }
 
-    /// The mapping that was used or saved last; empty when it is the working copy, which has none.
+    /// The mapping that was used or saved last, also across a restart (see load()); empty when nobody knows,
+    /// as of an earlier version of the working copy.
     const QString &name() const { return m_now.name; }
 
     /// Whether the next start begins with what is in use now, as far as a file of mappings can hold it: with

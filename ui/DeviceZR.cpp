@@ -89,7 +89,8 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
 void DeviceZR::load()
 {
     m_parts.mappings->load([this] { m_selector->selectDefault(); },
-                           [this] { return ComboMenuSettings::readAll(*m_parts.settings); });
+                           [this] { return ComboMenuSettings::readAll(*m_parts.settings); },
+                           m_inUse->noted());
     if (m_programs != nullptr) {
         m_programs->load();
     }

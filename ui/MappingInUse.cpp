@@ -3,18 +3,11 @@
 #include "engine/Settings.h"
 #include "mapping/MappingSession.h"
 
-namespace
-{
-
-const QLatin1String noteKey("Extra.Mapping");
-
-} // namespace
-
 MappingInUse::MappingInUse(const MappingSession &session, Settings &settings, QObject *parent)
     : QObject(parent)
     , m_session(session)
     , m_settings(settings)
-    , m_noted(settings.value(noteKey).toString())
+    , m_noted(settings.value(QLatin1String(noteKey)).toString())
 {
     connect(&session, &MappingSession::replaced, this, &MappingInUse::look);
     connect(&session, &MappingSession::assigned, this, &MappingInUse::look);
@@ -25,7 +18,7 @@ MappingInUse::MappingInUse(const MappingSession &session, Settings &settings, QO
 
 void MappingInUse::look()
 {
-    m_name = m_session.name().isEmpty() && m_session.isGeneral() ? m_noted : m_session.name();
+    m_name = m_session.name();
     m_listed = nullptr;
     bool same = false;
     for (const auto *list : {&m_session.custom(), &m_session.library()}) {
@@ -40,9 +33,9 @@ void MappingInUse::look()
         }
     }
     m_changed = m_listed != nullptr ? !same : !m_session.isKept();
-    if (m_session.isGeneral() && m_session.isKept() && !m_session.name().isEmpty() && m_noted != m_name) {
+    if (m_session.isGeneral() && m_session.isKept() && m_noted != m_name) {
         m_noted = m_name;
-        m_settings.setValue(noteKey, m_name);
+        m_settings.setValue(QLatin1String(noteKey), m_name);
     }
     Q_EMIT changed();
 }

@@ -9,16 +9,21 @@ class ZRButtonMap;
 
 /// Which of the listed mappings the one in use is, by its name, and whether it is still the same.
 ///
-/// The working copy has no name in its file: what was in use when it was kept is noted in the user's settings
-/// ("Extra.Mapping").
+/// The working copy has no name in its file: what was in use when it was kept is noted in the user's
+/// settings, for the session to load it by.
 class MappingInUse : public QObject
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(MappingInUse)
 
 public:
+    static constexpr char noteKey[] = "Extra.Mapping"; ///< in the settings: empty or not there for none
+
     /// To be made before the session is loaded. Both must outlive this object.
     MappingInUse(const MappingSession &session, Settings &settings, QObject *parent);
+
+    /// What the working copy is called.
+    const QString &noted() const { return m_noted; }
 
     const QString &name() const { return m_name; } ///< empty when it has none
     bool isChanged() const { return m_changed; }   ///< since it was chosen or saved; a nameless one, kept

@@ -136,6 +136,17 @@ class History(unittest.TestCase):
         self.assertEqual(self.read("custom.xml"), OLD)
         self.assertEqual(self.read("current.xml"), WORKING_COPY)
 
+    def test_the_name_of_what_was_replaced_is_forgotten(self):
+        self.fill()
+        settings = os.path.join(self.home.path, "config", "{Brimwell Labs}", "{Veltrix}.conf")
+        os.makedirs(os.path.dirname(settings), exist_ok=True)
+        with open(settings, "w", encoding="utf-8") as file:
+            file.write("[General]\nExtra.Mapping=Work\n")
+        self.assertEqual(self.ask("--restore", VERSION)[0], 0)
+        self.assertEqual(self.home.settings().get("Extra.Mapping"), "Work")
+        self.assertEqual(self.ask("--restore", WORKING_VERSION)[0], 0)
+        self.assertNotIn("Extra.Mapping", self.home.settings())
+
     def test_in_german(self):
         self.fill()
         german = {"LC_ALL": "de_DE.UTF-8", "LANGUAGE": "de"}

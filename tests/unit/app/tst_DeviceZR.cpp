@@ -8,6 +8,7 @@
 #include "ui/ComboMenu.h"
 #include "ui/DeviceIndicators.h"
 #include "ui/DevicePicture.h"
+#include "ui/NameLine.h"
 #include "ui/SaveDialog.h"
 #include "ui/ShortcutKey.h"
 
@@ -71,6 +72,7 @@ private Q_SLOTS:
     void refusedInputIsSaidAtTheBottom();
     void theNameLineNamesWhatIsInUse();
     void theNameLineOutlivesTheProgram();
+    void theNameGoesWithTheWorkingCopy();
     void theHeldLayerAndThePressedBoxStandOut();
     void whatWasSentIsSaidForTwoSeconds();
     void aHiddenPageSaysNothing();
@@ -749,6 +751,36 @@ void tst_DeviceZR::theNameLineOutlivesTheProgram()
     QCOMPARE(m_rig->store.value(QStringLiteral("Extra.Mapping")).toString(), QStringLiteral("Second"));
     m_page->newMap(m_rig->mappings.library().at(0)); // not kept
     QCOMPARE(m_rig->store.value(QStringLiteral("Extra.Mapping")).toString(), QStringLiteral("Second"));
+}
+
+void tst_DeviceZR::theNameGoesWithTheWorkingCopy()
+{
+    m_rig->writeFile(QStringLiteral("ZR.xml"), document(mapping("Work", 65) + mapping("Other", 66)));
+    m_rig->writeFile(QStringLiteral("current.xml"), document(mapping("current_map", 65)));
+    m_rig->store.setValue(QStringLiteral("Extra.Mapping"), QStringLiteral("Work"));
+    makePage();
+    MappingSession &mappings = m_rig->mappings;
+    const auto names = [&] {
+        return QStringList{mappings.name(), m_page->findChild<NameLine *>()->text(),
+                           m_rig->store.value(QStringLiteral("Extra.Mapping")).toString()};
+    };
+    const QString work = QStringLiteral("Work");
+    const QStringList isWork{work, work, work};
+    QCOMPARE(names(), isWork);
+
+    m_page->newMap(mappings.library().at(1));
+    QVERIFY(mappings.keepWithLastStep());
+    QCOMPARE(mappings.name(), QStringLiteral("Other"));
+    QVERIFY(mappings.takeBack());
+    QCOMPARE(names(), isWork);
+
+    QVERIFY(QDir(m_rig->data.path()).mkdir(QStringLiteral("copy")));
+    m_rig->writeFile(QStringLiteral("copy/current.xml"), document(mapping("current_map", 70)));
+    QVERIFY(mappings.restore(m_rig->data.filePath(QStringLiteral("copy/current.xml"))));
+    QCOMPARE(mappings.name(), QString());
+    QVERIFY(!names().contains(work));
+    QVERIFY(mappings.takeBack());
+    QCOMPARE(names(), isWork);
 }
 
 void tst_DeviceZR::theHeldLayerAndThePressedBoxStandOut()

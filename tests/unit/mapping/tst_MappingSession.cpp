@@ -51,6 +51,7 @@ private Q_SLOTS:
 
     void withoutAWorkingCopyItBeginsWithTheLibrarysDefault();
     void theWorkingCopyWinsOverTheLibrary();
+    void theWorkingCopyIsCalledWhatLoadingSays();
     void aBrokenWorkingCopyLeavesWhatTheSettingsSay_data();
     void aBrokenWorkingCopyLeavesWhatTheSettingsSay();
     void withoutAnyMappingTheSettingsAreInUse();
@@ -159,6 +160,22 @@ void tst_MappingSession::withoutAWorkingCopyItBeginsWithTheLibrarysDefault()
     QCOMPARE(lists.at(1).at(1).toBool(), true);
     QCOMPARE(names(m_session->library()), (QStringList{QStringLiteral("First"), QStringLiteral("Second")}));
     QCOMPARE(names(m_session->custom()), QStringList{QStringLiteral("Mine")});
+}
+
+void tst_MappingSession::theWorkingCopyIsCalledWhatLoadingSays()
+{
+    const auto loadCalled = [this](const QString &name) {
+        m_session->load([] {}, [] { return ActionTable(); }, name);
+    };
+    loadCalled(QStringLiteral("Work"));
+    QCOMPARE(m_session->name(), QString()); // there is none
+
+    writeFile(path("current.xml"), document(mapping("current_map", 68)));
+    restart();
+    loadCalled(QStringLiteral("Work"));
+    QCOMPARE(inUse(), 68);
+    QCOMPARE(m_session->name(), QStringLiteral("Work"));
+    QVERIFY(m_session->isKept());
 }
 
 void tst_MappingSession::theWorkingCopyWinsOverTheLibrary()
