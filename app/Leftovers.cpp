@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QLockFile>
 #include <QRegularExpression>
+#include <QThread>
 
 namespace
 {
@@ -24,17 +25,21 @@ bool isOfDead(const QString &lock)
     return file.tryLock(0);
 }
 
-} // namespace
-
-void Leftovers::clearLock(const QString &lock)
+bool namesNobody(const QString &lock)
 {
     qint64 process = 0;
     QString host;
     QString program;
+    return QFileInfo(lock).isFile() && !QLockFile(lock).getLockInfo(&process, &host, &program);
+}
+
+} // namespace
+
+void Leftovers::clearLock(const QString &lock)
+{
     QLockFile file(lock);
     const QFileInfo info(lock);
-    if (info.isFile() && !file.getLockInfo(&process, &host, &program) &&
-        info.lastModified().msecsTo(QDateTime::currentDateTime()) > emptyLockAge) {
+    if (namesNobody(lock) && info.lastModified().msecsTo(QDateTime::currentDateTime()) > emptyLockAge) {
         file.removeStaleLockFile();
     }
 }
@@ -56,4 +61,8 @@ void Leftovers::clearBesideSettings(const QString &path)
         }
     }
     clearLock(lock);
+    if (namesNobody(lock)) { // a young one; the toolkit would wait for half a minute
+        QThread::msleep(emptyLockAge + 1);
+        clearLock(lock);
+    }
 }

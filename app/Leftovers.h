@@ -14,7 +14,8 @@ void clearLock(const QString &lock);
 /// Removes what a write of the settings file @p path that was killed has left beside it: the lock, as above,
 /// and the file that was to take its place. The toolkit gives that a name that a user's copy could have, so
 /// it goes only where the lock tells of a write that was killed, and the letters are thrown together. Not
-/// while somebody writes the settings.
+/// while somebody writes the settings. For a lock that names no process yet it waits, a fifth of a second at
+/// most.
 void clearBesideSettings(const QString &path);
 
 } // namespace Leftovers

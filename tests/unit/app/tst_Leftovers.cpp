@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QLockFile>
 #include <QTemporaryDir>
@@ -17,6 +18,7 @@ private Q_SLOTS:
     void anEmptyLockGoes();
     void aLockThatIsHeldOrNamesAProcessStays();
     void aYoungEmptyLockStays();
+    void aYoungEmptyLockHoldsNoStartUp();
 
 private:
     // Made a while ago, as far as the file says.
@@ -100,6 +102,19 @@ void tst_Leftovers::aYoungEmptyLockStays()
     QVERIFY(file.open(QIODevice::WriteOnly));
     Leftovers::clearLock(path);
     QVERIFY(QFile::exists(path));
+}
+
+void tst_Leftovers::aYoungEmptyLockHoldsNoStartUp()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("settings.conf"));
+    QFile lock(path + QStringLiteral(".lock"));
+    QVERIFY(lock.open(QIODevice::WriteOnly));
+    QElapsedTimer time;
+    time.start();
+    Leftovers::clearBesideSettings(path);
+    QVERIFY(!lock.exists());
+    QVERIFY2(time.elapsed() < 1500, qPrintable(QString::number(time.elapsed())));
 }
 
 QTEST_GUILESS_MAIN(tst_Leftovers)
