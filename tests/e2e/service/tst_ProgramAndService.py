@@ -169,7 +169,9 @@ class ProgramAndService(unittest.TestCase):
         program = self.start_with_device()
         self.assertTrue(program.wait_for("Update requiered 2026.11", 10), program.texts())
         self.assertTrue(program.wait_for("file downloaded successfully"), program.texts())
-        self.assertEqual((self.data / "ZR.xml").read_bytes(), LIBRARY.read_bytes())
+        library = self.data / "ZR.xml"
+        self.assertTrue(wait_for(library.exists), program.texts())  # it takes its place once it was looked at
+        self.assertEqual(library.read_bytes(), LIBRARY.read_bytes())
         self.assertEqual(program.stop(), 0)
 
         again = self.start_with_device()
