@@ -1,4 +1,5 @@
 #include "net/QDownloader.h"
+#include "tests/support/disk/FullDisk.h"
 #include "tests/support/http/HttpServer.h"
 
 #include <QElapsedTimer>
@@ -8,9 +9,6 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <csignal>
-#include <sys/resource.h>
 
 namespace
 {
@@ -42,26 +40,6 @@ void expectWarning(const char *pattern)
 {
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QString::fromLatin1(pattern)));
 }
-
-// No file of this process grows beyond a size, as on a full disk.
-class FileSizeLimit
-{
-    Q_DISABLE_COPY_MOVE(FileSizeLimit)
-
-public:
-    explicit FileSizeLimit(rlim_t size)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        rlimit limit = m_before;
-        limit.rlim_cur = size;
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &m_before); }
-
-private:
-    rlimit m_before = {};
-};
 
 } // namespace
 
@@ -410,7 +388,7 @@ void tst_QDownloader::diskFullIsFailure()
     m_server->setAnswer("/file", answer);
     expectWarning("File too large|written whole");
     {
-        const FileSizeLimit full(limit);
+        const FullDisk full(limit);
         download();
         QVERIFY(m_finished->wait());
     }

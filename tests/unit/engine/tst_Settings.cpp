@@ -10,33 +10,7 @@
 #include <memory>
 
 #ifdef Q_OS_UNIX
-#include <csignal>
-#include <sys/resource.h>
-
-namespace
-{
-
-// No file of this process grows beyond a size, as on a full disk.
-class FileSizeLimit
-{
-    Q_DISABLE_COPY_MOVE(FileSizeLimit)
-
-public:
-    explicit FileSizeLimit(rlim_t size)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        rlimit limit = m_before;
-        limit.rlim_cur = size;
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &m_before); }
-
-private:
-    rlimit m_before = {};
-};
-
-} // namespace
+#include "tests/support/disk/FullDisk.h"
 #endif
 
 class tst_Settings : public QObject
@@ -158,7 +132,7 @@ void tst_Settings::aDiskThatTakesNothingLeavesTheFileAsItWas()
     QTest::ignoreMessage(QtWarningMsg,
                          qPrintable(QStringLiteral("The settings cannot be written: ") + path()));
     {
-        const FileSizeLimit limit(600); // there is room for the lock
+        const FullDisk disk(600); // there is room for the lock
         settings->setValue(QStringLiteral("first"), 2);
         settings->setValue(QStringLiteral("long"), QString(1000, QLatin1Char('x')));
         QCoreApplication::processEvents();

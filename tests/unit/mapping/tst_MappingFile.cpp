@@ -2,6 +2,7 @@
 #include "mapping/FileHistory.h"
 #include "mapping/MappingFile.h"
 #include "mapping/MappingSession.h"
+#include "tests/support/disk/FullDisk.h"
 #include "tests/support/log/LogCapture.h"
 
 #include <QDir>
@@ -12,8 +13,6 @@
 
 #include <array>
 #include <cerrno>
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -66,31 +65,6 @@ public:
 
 private:
     const bool m_superuser = geteuid() == 0;
-};
-
-// A full disk, as far as a write can tell.
-class SmallFilesOnly
-{
-    Q_DISABLE_COPY_MOVE(SmallFilesOnly)
-
-public:
-    explicit SmallFilesOnly(rlim_t bytes)
-    {
-        m_handler = std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        rlimit limit = m_before;
-        limit.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~SmallFilesOnly()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int) = nullptr;
 };
 
 unsigned modeOf(const QString &path)
@@ -386,7 +360,7 @@ void tst_MappingFile::aFullDiskLeavesTheOldFile()
     writeFile(path(), "old");
     bool replaced = true;
     {
-        const SmallFilesOnly full(static_cast<rlim_t>(limit));
+        const FullDisk full(static_cast<rlim_t>(limit));
         replaced = replace(path(), QByteArray(size, 'n'));
     }
     QVERIFY(!replaced);

@@ -1,4 +1,5 @@
 #include "engine/platform/linux/XdgAutostartEntry.h"
+#include "tests/support/disk/FullDisk.h"
 #include "tests/support/log/LogCapture.h"
 
 #include <QDir>
@@ -6,9 +7,6 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <csignal>
-#include <sys/resource.h>
 
 namespace
 {
@@ -235,15 +233,8 @@ void tst_XdgAutostartEntry::aFullDiskLeavesTheEntryAsItWas()
     const QByteArray before = contentsOf(entry.path());
     LogCapture log;
     {
-        // A full disk, as far as a write can tell.
-        auto *const handler = std::signal(SIGXFSZ, SIG_IGN);
-        rlimit limit{};
-        getrlimit(RLIMIT_FSIZE, &limit);
-        const rlimit none{0, limit.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &none);
+        const FullDisk disk(0);
         entry.write(QStringLiteral("/new/veltrix"));
-        setrlimit(RLIMIT_FSIZE, &limit);
-        std::signal(SIGXFSZ, handler);
     }
     QCOMPARE(contentsOf(entry.path()), before);
     QCOMPARE(log.takeLines().filter(QStringLiteral("cannot write the autostart entry")).size(), 1);
