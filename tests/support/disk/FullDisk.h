@@ -3,7 +3,6 @@
 #include <QtGlobal>
 
 #include <csignal>
-
 #include <sys/resource.h>
 
 /// A full disk, as far as a write can tell: while it lives, no file of this process grows beyond @p bytes.
