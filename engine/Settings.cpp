@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
+#include <QSet>
 
 #include <algorithm>
 #include <filesystem>
@@ -156,10 +157,14 @@ bool Settings::isWhole() const
     }
     const QByteArray content = file.readAll();
     const QList<QByteArray> lines = content.split('\n');
+    QSet<QString> keys;
+    for (const QString &key : m_store.allKeys()) {
+        keys.insert(key.startsWith(QLatin1Char('/')) ? key.mid(1) : key); // of a section without a name
+    }
     const auto values = std::count_if(lines.begin(), lines.end(), [](const QByteArray &line) {
         return line.contains('=') && !line.startsWith('[');
     });
-    return values == m_store.allKeys().size() && (content.isEmpty() || content.endsWith('\n'));
+    return values == keys.size() && (content.isEmpty() || content.endsWith('\n'));
 }
 
 bool Settings::isOlder(const QSettings &store, const QString &version)

@@ -24,6 +24,7 @@ private Q_SLOTS:
     void aFailureInTheEventLoopIsToldToo();
     void aDiskThatTakesNothingLeavesTheFileAsItWas_data();
     void aDiskThatTakesNothingLeavesTheFileAsItWas();
+    void aSectionWithoutANameKeepsNothingFromBeingWritten();
     void olderIsAComparisonOfTexts_data();
     void olderIsAComparisonOfTexts();
 
@@ -158,6 +159,19 @@ void tst_Settings::aDiskThatTakesNothingLeavesTheFileAsItWas()
 #else
     QSKIP("The system has no limit for the size of a process's files.");
 #endif
+}
+
+void tst_Settings::aSectionWithoutANameKeepsNothingFromBeingWritten()
+{
+    QFile file(m_folder->filePath(QStringLiteral("store")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("[;General]\nZR.ver=1.0\nother=1\n"); // the toolkit takes the name for a comment
+    file.close();
+    Settings settings(file.fileName());
+    settings.setValue(QStringLiteral("ZR.ver"), QStringLiteral("1.10"));
+    QVERIFY(settings.write());
+    QCOMPARE(QSettings(file.fileName(), QSettings::IniFormat).value(QStringLiteral("ZR.ver")).toString(),
+             QStringLiteral("1.10"));
 }
 
 void tst_Settings::olderIsAComparisonOfTexts_data()
