@@ -63,7 +63,7 @@ QByteArray withoutEscapes(const QByteArray &content)
 bool isWhole(const QString &file)
 {
     const QSettings settings(file, QSettings::NativeFormat);
-    settings.allKeys(); // sections are looked at when they are needed
+    std::ignore = settings.allKeys(); // sections are looked at when they are needed
     return settings.status() != QSettings::FormatError;
 }
 

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <tuple>
 #include <utility>
 
 namespace
@@ -136,7 +137,7 @@ private:
             return;
         }
         if (type == QLatin1String("hex") || type == QLatin1String("int")) {
-            text.toInt(&isNumber, type == QLatin1String("hex") ? hexadecimal : 10);
+            std::ignore = text.toInt(&isNumber, type == QLatin1String("hex") ? hexadecimal : 10);
         } else if (text.size() > 1) {
             report(tr("\u201c%1\u201d is no single character").arg(quoted(text)));
         }
@@ -154,7 +155,7 @@ private:
                                  "knobcc", "m01h", "m3fh", "m0_127"}) {
             bool isNumber = false;
             const QString value = key.attribute(QLatin1String(name), QStringLiteral("0"));
-            value.toInt(&isNumber);
+            std::ignore = value.toInt(&isNumber);
             if (!isNumber) {
                 report(tr("\u201c%1\u201d is no number").arg(quoted(value)));
             }

@@ -26,6 +26,7 @@ void ZRButtonMap::setAction(int button, int layer, const shortCut &action)
     stored.v_off_enable = action.v_off_enable;
 }
 
+// cppcheck-suppress passedByValue // likewise
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the signature is part of the interface
 void ZRButtonMap::setAction(const QString &button, const QString &layer, shortCut action)
 {

@@ -172,9 +172,10 @@ int Win32CrashRelease::watch(const std::wstring &commandLine)
         return 2;
     }
     const std::array<HANDLE, 2> ends{program, over};
-    if (WaitForMultipleObjects(2, ends.data(), FALSE, INFINITE) == WAIT_FAILED) {
-        return 2;
+    const bool hasEnded = WaitForMultipleObjects(2, ends.data(), FALSE, INFINITE) != WAIT_FAILED;
+    if (hasEnded) {
+        release(*held);
     }
-    release(*held);
-    return 0;
+    // cppcheck-suppress memleak // the process ends with this, and gives back all that it has of the system
+    return hasEnded ? 0 : 2;
 }
