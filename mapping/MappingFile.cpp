@@ -28,9 +28,9 @@ QString tooLarge()
 // The file behind all links, which stay. Empty for links in a circle.
 QString linkTarget(const QString &path)
 {
-    constexpr int maximumLinks = 40; // where the system gives up too
+    constexpr int maximumLinks = 40; // the system does not follow more
     QString target = path;
-    for (int links = 0; links < maximumLinks; ++links) {
+    for (int links = 0; links <= maximumLinks; ++links) {
         const QFileInfo info(target);
         if (!info.isSymbolicLink()) {
             return target;

@@ -134,6 +134,7 @@ private Q_SLOTS:
     void linksToLinksAllStay();
     void aDanglingLinkGetsItsTarget();
     void linksInACircleFail();
+    void asManyLinksAreFollowedAsTheSystemFollows();
     void aFullDiskLeavesTheOldFile_data();
     void aFullDiskLeavesTheOldFile();
     void aDiskThatFailsLeavesTheOldFile();
@@ -341,6 +342,23 @@ void tst_MappingFile::linksInACircleFail()
     QVERIFY(!replace(path("a"), "new"));
     QVERIFY(!m_reason.isEmpty());
     QCOMPARE(targetOf(path("a")), QStringLiteral("b"));
+}
+
+void tst_MappingFile::asManyLinksAreFollowedAsTheSystemFollows()
+{
+    const auto link = [this](int number) { return path(qPrintable(QStringLiteral("link%1").arg(number))); };
+    writeFile(link(0), "old");
+    int links = 0;
+    do {
+        ++links;
+        makeLink(link(links - 1), link(links));
+    } while (QFile::exists(link(links)));
+    QVERIFY(replace(link(links - 1), "new"));
+    QCOMPARE(contentOf(link(0)), QByteArray("new"));
+    QVERIFY(!replace(link(links), "newer"));
+    QCOMPARE(m_reason, QStringLiteral("too many symbolic links"));
+    QCOMPARE(contentOf(link(0)), QByteArray("new"));
+    QCOMPARE(names().size(), links + 1); // each is still there, and nothing else
 }
 
 void tst_MappingFile::aFullDiskLeavesTheOldFile_data()
