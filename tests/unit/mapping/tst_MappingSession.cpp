@@ -1,51 +1,21 @@
 #include "MappingFixtures.h"
-#include "mapping/LibraryKeeper.h"
-#include "mapping/MappingSession.h"
+#include "SessionInFolder.h"
 #include "mapping/SpecialAction.h"
 #include "tests/support/log/LogCapture.h"
 
 #include <QDir>
 #include <QFile>
-#include <QPointer>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
-namespace
-{
-
-shortCut key(qint32 code)
-{
-    shortCut action;
-    action.key1 = code;
-    action.key2 = -1;
-    action.key3 = -1;
-    action.label = QString::number(code);
-    return action;
-}
-
-QByteArray mapping(const char *name, int code, const char *attributes = "")
-{
-    return QByteArray("<MAPPING software=\"") + name + "\" " + attributes +
-           "><BUTTON id=\"3\"><NORMAL label=\"key\"><KEY1 type=\"int\">" + QByteArray::number(code) +
-           "</KEY1></NORMAL></BUTTON></MAPPING>";
-}
-
-QByteArray document(const QByteArray &mappings)
-{
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?><ZR>" + mappings + "</ZR>";
-}
-
-} // namespace
-
-/// The life of the mappings, from the first start to the last choice, without a widget.
-class tst_MappingSession : public QObject
+/// The life of the mapping in use, from the first start to the last choice, without a widget.
+class tst_MappingSession : public QObject, private SessionInFolder
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { begin(); }
+    void cleanup() { end(); }
 
     void theFilesHaveTheirNames();
 
@@ -75,62 +45,10 @@ private Q_SLOTS:
     void whatNoFileHoldsOfTheKnobIsSaidWhenAllElseIsKept();
     void whatAFileHoldsOtherwiseCountsAsKept();
 
-    void savingTwiceUnderANameListsBothAndDeletingTakesTheFirst();
-    void aMappingWithoutANameIsDeletedAndNoOther();
-    void aFileThatIsNoneIsCopiedAsideBeforeASave();
-    void aChosenFileShowsAsTheLibrary();
-    void withNothingKeptTheSeedIsTheLibrary();
-    void savingLeavesTheWorkingCopyAlone();
-    void aSaveThatFailedSaysWhy();
-    void aDeletionThatFailedSaysWhy();
-
-    void aNewLibraryReplacesTheList();
-    void aLibraryWithoutMappingsTakesNoneAway();
-    void theListsAreOwnedAndTheOldOnesGoLater();
-    void whoeverTakesAnOldMapOverKeepsIt();
-
     void stepsAreTakenBackAndDoneAgain();
     void twentyStepsAreKept();
     void takingBackWritesNothing();
-
-private:
-    QString path(const char *name) const { return m_directory->filePath(QString::fromLatin1(name)); }
-    void load(const ActionTable &stored = {})
-    {
-        m_session->load(
-            [this] {
-                if (const ZRButtonMap *map = m_session->defaultMapping()) {
-                    m_session->use(*map);
-                }
-            },
-            [stored] { return stored; });
-    }
-    qint32 inUse(int control = 3) const { return m_session->action(control, Layer::Normal).key1; }
-    QStringList names(const QList<ZRButtonMap *> &maps) const
-    {
-        QStringList found;
-        for (const ZRButtonMap *map : maps) {
-            found << map->name;
-        }
-        return found;
-    }
-    void restart() { m_session = std::make_unique<MappingSession>(m_directory->path()); }
-
-    std::unique_ptr<QTemporaryDir> m_directory;
-    std::unique_ptr<MappingSession> m_session;
 };
-
-void tst_MappingSession::init()
-{
-    m_directory = std::make_unique<QTemporaryDir>();
-    restart();
-}
-
-void tst_MappingSession::cleanup()
-{
-    m_session.reset();
-    m_directory.reset();
-}
 
 void tst_MappingSession::theFilesHaveTheirNames()
 {
@@ -463,201 +381,6 @@ void tst_MappingSession::whatAFileHoldsOtherwiseCountsAsKept()
     QVERIFY(!m_session->isKept());
     QVERIFY(m_session->keep());
     QVERIFY(m_session->isKept());
-}
-
-void tst_MappingSession::aMappingWithoutANameIsDeletedAndNoOther()
-{
-    const QByteArray none = "<MAPPING default=\"1\"/>";
-    const QByteArray empty = "<MAPPING software=\"\"/>";
-    for (const QByteArray &nameless : {none, empty}) {
-        for (const bool first : {true, false}) {
-            const QByteArray unknown = mapping("Unknown", 67);
-            writeFile(path("custom.xml"), document(first ? nameless + unknown : unknown + nameless));
-            restart();
-            load();
-            QCOMPARE(m_session->custom().size(), 2);
-            const ZRButtonMap &map = *m_session->custom().at(first ? 0 : 1);
-            QCOMPARE(map.name, QStringLiteral("Unknown"));
-            QVERIFY(XmlMappingReader::isNameless(map));
-            QVERIFY(!XmlMappingReader::isNameless(*m_session->custom().at(first ? 1 : 0)));
-            QVERIFY(m_session->remove(QString())); // as the selector says it
-            QCOMPARE(m_session->custom().size(), 1);
-            QCOMPARE(m_session->custom().constFirst()->actions[3][Layer::Normal].key1, 67);
-        }
-    }
-    writeFile(path("custom.xml"), document(none + mapping("Mine", 68)));
-    restart();
-    load();
-    QVERIFY(m_session->remove(QStringLiteral("Unknown"))); // as the reader calls it
-    QCOMPARE(names(m_session->custom()), QStringList{QStringLiteral("Mine")});
-}
-
-void tst_MappingSession::aFileThatIsNoneIsCopiedAsideBeforeASave()
-{
-    const QByteArray broken = "<ZR><MAPPING software=\"mine\">";
-    writeFile(path("custom.xml"), broken);
-    const LogCapture log;
-    load();
-    for (int times = 0; times < 3; ++times) { // once is enough
-        const FileResult result = m_session->saveAs(QStringLiteral("new"));
-        QVERIFY(!result);
-        QCOMPARE(result.reason(), QStringLiteral("it is no mapping file; a copy of it lies beside it"));
-        QVERIFY(contentOf(path("custom.xml")).startsWith(broken + "<?xml"));
-        QCOMPARE(contentOf(path("custom.xml.broken")), broken);
-    }
-    writeFile(path("custom.xml"), "another");
-    QVERIFY(!m_session->saveAs(QStringLiteral("new")));
-    QCOMPARE(contentOf(path("custom.xml.broken")), broken);
-    QCOMPARE(contentOf(path("custom.xml.broken2")), QByteArray("another"));
-
-    // Without a copy nothing is added.
-    writeFile(path("custom.xml"), "a third");
-    QVERIFY(QDir().mkdir(path("custom.xml.broken3")));
-    QVERIFY(!m_session->saveAs(QStringLiteral("new")));
-    QCOMPARE(contentOf(path("custom.xml.broken4")), QByteArray("a third"));
-}
-
-void tst_MappingSession::aChosenFileShowsAsTheLibrary()
-{
-    writeFile(path("ZR.xml"), document(mapping("First", 65)));
-    writeFile(path("elsewhere.xml"), document(mapping("Elsewhere", 66)));
-    load();
-    m_session->openXml(); // nobody to ask: as if cancelled
-    QCOMPARE(names(m_session->library()), QStringList{QStringLiteral("First")});
-    QString title;
-    m_session->setFileChooser([&](const QString &asked, const QString &, const QString &) {
-        title = asked;
-        return path("elsewhere.xml");
-    });
-    m_session->openXml();
-    QCOMPARE(title, QStringLiteral("Open Xml"));
-    QCOMPARE(names(m_session->library()), QStringList{QStringLiteral("Elsewhere")});
-    QCOMPARE(contentOf(LibraryKeeper::keptFile(path("ZR.xml"))), document(mapping("First", 65)));
-}
-
-void tst_MappingSession::withNothingKeptTheSeedIsTheLibrary()
-{
-    const QTemporaryDir seeds;
-    writeFile(seeds.filePath(QStringLiteral("ZR.xml")), document(mapping("Seed", 65)));
-    writeFile(path("ZR.xml"), "<html>Sign in</html>");
-    const LogCapture log;
-    m_session = std::make_unique<MappingSession>(MappingFiles(m_directory->path(), seeds.path()));
-    load();
-    QCOMPARE(names(m_session->library()), QStringList{QStringLiteral("Seed")});
-    QCOMPARE(inUse(), 65);
-}
-
-void tst_MappingSession::savingTwiceUnderANameListsBothAndDeletingTakesTheFirst()
-{
-    load();
-    const QString mine = QStringLiteral("Mine");
-    QSignalSpy lists(m_session.get(), &MappingSession::listChanged);
-    m_session->assign(3, Layer::Normal, key(65));
-    QVERIFY(m_session->saveAs(mine));
-    m_session->assign(3, Layer::Normal, key(66));
-    QVERIFY(m_session->saveAs(mine));
-    QCOMPARE(lists.size(), 2);
-    QCOMPARE(names(m_session->custom()), (QStringList{mine, mine}));
-    QCOMPARE(m_session->name(), mine);
-    QVERIFY(m_session->remove(mine));
-    QCOMPARE(lists.size(), 3);
-    QCOMPARE(m_session->custom().size(), 1);
-    QCOMPARE(m_session->custom().constFirst()->actions[3][Layer::Normal].key1, 66);
-    QVERIFY(m_session->remove(QStringLiteral("no such"))); // not there afterwards: as it should be
-    QCOMPARE(m_session->custom().size(), 1);
-}
-
-void tst_MappingSession::savingLeavesTheWorkingCopyAlone()
-{
-    load();
-    m_session->assign(3, Layer::Normal, key(65));
-    QVERIFY(m_session->saveAs(QString())); // a name is not asked for
-    QVERIFY(!m_session->isKept());
-    QVERIFY(!QFile::exists(path("current.xml")));
-    QCOMPARE(names(m_session->custom()), QStringList{QStringLiteral("Unknown")});
-}
-
-void tst_MappingSession::aSaveThatFailedSaysWhy()
-{
-    writeFile(path("custom.xml"), "<ZR><MAPPING");
-    const LogCapture log;
-    load();
-    const FileResult result = m_session->saveAs(QStringLiteral("Mine"));
-    QVERIFY(!result);
-    QVERIFY(!result.reason().isEmpty());
-    QCOMPARE(m_session->name(), QString());
-    QVERIFY(m_session->custom().isEmpty());
-
-    writeFile(path("custom.xml"), "<OTHER/>");
-    QVERIFY(!m_session->saveAs(QStringLiteral("Mine"))); // dropped: it must not look like a success
-}
-
-void tst_MappingSession::aDeletionThatFailedSaysWhy()
-{
-    const LogCapture log;
-    load();
-    QVERIFY(!m_session->remove(QStringLiteral("Mine"))); // there is no file
-    writeFile(path("custom.xml"), "<ZR><MAPPING");
-    const FileResult result = m_session->remove(QStringLiteral("Mine"));
-    QVERIFY(!result && !result.reason().isEmpty());
-}
-
-void tst_MappingSession::aNewLibraryReplacesTheList()
-{
-    writeFile(path("ZR.xml"), document(mapping("First", 65)));
-    load();
-    writeFile(path("ZR.xml"), document(mapping("New", 66)));
-    QSignalSpy replaced(m_session.get(), &MappingSession::replaced);
-    QVERIFY(m_session->reloadLibrary());
-    QCOMPARE(names(m_session->library()), QStringList{QStringLiteral("New")});
-    QCOMPARE(replaced.size(), 0); // what is in use stays
-    QCOMPARE(inUse(), 65);
-    QCOMPARE(contentOf(LibraryKeeper::keptFile(path("ZR.xml"))), document(mapping("New", 66)));
-}
-
-void tst_MappingSession::aLibraryWithoutMappingsTakesNoneAway()
-{
-    writeFile(path("ZR.xml"), document(mapping("First", 65)));
-    load();
-    QSignalSpy lists(m_session.get(), &MappingSession::listChanged);
-    writeFile(path("ZR.xml"), "<html><body/></html>");
-    {
-        LogCapture log;
-        m_session->reloadLibrary();
-        QCOMPARE(log.linesHolding(QStringLiteral("The library holds no mapping")).size(), 1);
-    }
-    writeFile(path("ZR.xml"), "<ZR");
-    const LogCapture log;
-    QVERIFY(!m_session->reloadLibrary());
-    QCOMPARE(lists.size(), 0);
-    QCOMPARE(names(m_session->library()), QStringList{QStringLiteral("First")});
-}
-
-void tst_MappingSession::theListsAreOwnedAndTheOldOnesGoLater()
-{
-    writeFile(path("ZR.xml"), document(mapping("First", 65)));
-    writeFile(path("custom.xml"), document(mapping("Mine", 66)));
-    load();
-    const QPointer<ZRButtonMap> old = m_session->library().constFirst();
-    QVERIFY(m_session->reloadLibrary());
-    QVERIFY(old); // somebody may have it in hand
-    QTRY_VERIFY(!old);
-    const QPointer<ZRButtonMap> library = m_session->library().constFirst();
-    const QPointer<ZRButtonMap> custom = m_session->custom().constFirst();
-    m_session.reset();
-    QVERIFY(!library && !custom);
-}
-
-void tst_MappingSession::whoeverTakesAnOldMapOverKeepsIt()
-{
-    writeFile(path("ZR.xml"), document(mapping("First", 65)));
-    load();
-    QObject taker;
-    const QPointer<ZRButtonMap> old = m_session->library().constFirst();
-    connect(m_session.get(), &MappingSession::listChanged, &taker, [&] { old->setParent(&taker); });
-    QVERIFY(m_session->reloadLibrary());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(old);
 }
 
 void tst_MappingSession::stepsAreTakenBackAndDoneAgain()

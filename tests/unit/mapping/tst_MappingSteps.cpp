@@ -19,16 +19,6 @@ const QByteArray byHand =
     "<ZR>\n\n<!-- mine -->\n  <MAPPING software=\"One\"/><MAPPING software='Two' x=\"1\"/>\n"
     "  <MAPPING software=\"Two\"/>  <MAPPING software=\"Three\"/>\n</ZR>\n";
 
-shortCut key(qint32 code)
-{
-    shortCut action;
-    action.key1 = code;
-    action.key2 = -1;
-    action.key3 = -1;
-    action.label = QString::number(code);
-    return action;
-}
-
 } // namespace
 
 /// Taking back what was written, and doing it again.
@@ -51,6 +41,7 @@ private Q_SLOTS:
     void whatSomebodyElseWroteStays();
     void whatHappenedIsSaid();
     void aFileThatGrowsIsBounded();
+    void aHugeStepTakesTheOneBeforeAway();
     void whatIsOverwrittenGoesToTheHistory();
     void anEarlierVersionIsBroughtBackAndTakenBack();
     void anEarlierWorkingCopyIsInUseAtOnce();
@@ -298,6 +289,18 @@ void tst_MappingSteps::aFileThatGrowsIsBounded()
     change.contentBefore = QByteArray(static_cast<int>(MappingSteps::mostBytes) + 1, 'x');
     steps.add(change);
     QVERIFY(steps.last() != nullptr); // the last one always goes back
+}
+
+void tst_MappingSteps::aHugeStepTakesTheOneBeforeAway()
+{
+    MappingSteps steps;
+    steps.add({});
+    MappingChange huge;
+    huge.contentAfter = QByteArray(static_cast<int>(MappingSteps::mostBytes) + 1, 'x');
+    steps.add(huge);
+    QVERIFY(steps.last() != nullptr);
+    steps.dropLast();
+    QVERIFY(steps.last() == nullptr); // two are already more than the memory is to hold
 }
 
 void tst_MappingSteps::whatIsOverwrittenGoesToTheHistory()

@@ -18,15 +18,6 @@ const QString gimpTitle = QStringLiteral("Gimp");
 const QString browser = QStringLiteral("firefox");
 const QString browserTitle = QStringLiteral("Firefox");
 
-shortCut key(qint32 code)
-{
-    shortCut action;
-    action.key1 = code;
-    action.key2 = -1;
-    action.key3 = -1;
-    return action;
-}
-
 shortCut knobMidi()
 {
     shortCut action = key(MIDI_KNOB_ACTION);
