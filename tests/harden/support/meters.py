@@ -48,7 +48,8 @@ def _kilobytes(path, *names):
 
 def of_process(pid):
     return {"resident kB": _kilobytes(f"/proc/{pid}/status", "VmRSS"),
-            "private kB": _kilobytes(f"/proc/{pid}/smaps_rollup", "Private_Clean", "Private_Dirty"),
+            # What was written to: unchanged pages of a file become private when the last other process that has them ends.
+            "private kB": _kilobytes(f"/proc/{pid}/smaps_rollup", "Private_Dirty"),
             "descriptors": len(os.listdir(f"/proc/{pid}/fd")),
             "threads": len(os.listdir(f"/proc/{pid}/task"))}
 
