@@ -1,4 +1,8 @@
+#include "engine/ProgramSwitch.h"
+#include "engine/platform/recording/RecordingFocus.h"
+#include "mapping/ProgramMappings.h"
 #include "mapping/SpecialAction.h"
+#include "mapping/ZRButtonMap.h"
 #include "tests/support/script/EngineRig.h"
 #include "tests/unit/engine/SystemModel.h"
 
@@ -19,9 +23,21 @@ std::mt19937 generator(quint32 seed, quint32 number)
     return std::mt19937(sequence);
 }
 
+// Nothing can be written there: all that a mapping does, and no disk.
+QString nowhere()
+{
+    return QStringLiteral("/dev/null/mappings");
+}
+
+// Two with a mapping of their own, and one without.
+QString program(int number)
+{
+    return QStringLiteral("program number%1").arg(number);
+}
+
 /// One life of the engine on the recording backend: random events, and an end of a random kind. At each
-/// moment what the release process would end after a crash covers what the engine has begun, and after the
-/// end nothing is held.
+/// moment what the release process would end after a crash covers what the engine has begun, the mapping in
+/// use is that of the program with the focus unless something is held, and after the end nothing is held.
 class Sequence
 {
 public:
@@ -29,11 +45,13 @@ public:
         : m_random(generator(seed, number))
     {
         m_rig.pointer.setScreens({{0, 0, 1920, 1080}, {1920, 0, 1280, 1024}});
-        for (int button = 0; button < 10; ++button) {
-            for (const Layer layer : {Layer::Normal, Layer::Shift1, Layer::Shift2}) {
-                m_rig.dispatcher->setAction(button, layer, randomAction());
-            }
+        m_rig.dispatcher->follow(m_session);
+        m_session.load([] {}, [this] { return randomActions(); });
+        for (const int number : {0, 1}) {
+            m_programs.give(program(number), program(number));
+            useAnother();
         }
+        m_focus.focus(m_front);
     }
 
     /// Empty when all went well, else what went wrong.
@@ -79,6 +97,25 @@ private:
         return action;
     }
 
+    ActionTable randomActions()
+    {
+        ActionTable actions;
+        for (int button = 0; button < ActionTable::controlCount; ++button) {
+            for (const Layer layer : {Layer::Normal, Layer::Shift1, Layer::Shift2}) {
+                actions[button][layer] = randomAction();
+            }
+        }
+        return actions;
+    }
+
+    // As the user chooses another one in the list, or a script of his does.
+    void useAnother()
+    {
+        ZRButtonMap map(QStringLiteral("Mine"));
+        map.actions = randomActions();
+        m_session.use(map);
+    }
+
     void act()
     {
         EventDispatcher &engine = *m_rig.dispatcher;
@@ -99,8 +136,13 @@ private:
             engine.onUserMovingMouse();
         } else if (what < 88) {
             m_rig.clock.advance(below(1500));
-        } else if (what < 94) { // a mapping changes, whatever is held
-            engine.setAction(below(10), *Layers::fromNumber(below(3)), randomAction());
+        } else if (what < 91) { // a mapping changes, whatever is held
+            m_session.assign(below(10), *Layers::fromNumber(below(3)), randomAction());
+        } else if (what < 92) {
+            useAnother();
+        } else if (what < 94) { // another program comes to the front, whatever is held
+            m_front = program(below(3));
+            m_focus.focus(m_front);
         } else if (what < 96) {
             m_rig.midiSystem->hasRoom = !m_rig.midiSystem->hasRoom;
         } else if (what < 97) {
@@ -133,8 +175,20 @@ private:
         }
     }
 
+    void lookAtMapping()
+    {
+        if (m_rig.dispatcher->isIdle()) {
+            m_due = m_programs.has(m_front) ? m_front : QString();
+        }
+        if (m_programs.inUse() != m_due) {
+            m_failure = QStringLiteral("in use is the mapping for \"%1\", not for \"%2\"")
+                            .arg(m_programs.inUse(), m_due);
+        }
+    }
+
     void look()
     {
+        lookAtMapping();
         const QStringList lines = m_rig.recorder.takeLines();
         for (const QString &line : lines) {
             m_system.take(line);
@@ -183,7 +237,13 @@ private:
     }
 
     std::mt19937 m_random;
+    MappingSession m_session{nowhere()};
     EngineRig m_rig;
+    ProgramMappings m_programs{m_session};
+    RecordingFocus m_focus;
+    const ProgramSwitch m_switch{m_focus, *m_rig.dispatcher, m_programs};
+    QString m_front = program(2);
+    QString m_due; // whose mapping is to be in use; empty: the one for all programs
     SystemModel m_system;
     QString m_failure;
     bool m_down[10] = {};
