@@ -55,6 +55,18 @@ JackServerWatch::~JackServerWatch()
     jack_client_close(m_client);
 }
 
+std::set<std::string> JackServerWatch::sourcesOf(const std::string &name) const
+{
+    const jack_port_t *port = jack_port_by_name(m_client, name.c_str());
+    const char **connected = port ? jack_port_get_all_connections(m_client, port) : nullptr;
+    std::set<std::string> sources;
+    for (const char **each = connected; each && *each; ++each) {
+        sources.insert(*each);
+    }
+    jack_free(connected);
+    return sources;
+}
+
 int JackServerWatch::onCycle(jack_nframes_t, void *self)
 {
     ++static_cast<JackServerWatch *>(self)->m_cycles;

@@ -23,6 +23,7 @@ public:
 
     bool isGone() const override { return m_gone; }
     quint32 cycles() const override { return m_cycles; }
+    std::set<std::string> sourcesOf(const std::string &name) const override;
 
 private:
     explicit JackServerWatch(jack_client_t *client);

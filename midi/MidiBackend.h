@@ -36,8 +36,13 @@ public:
         return true;
     }
 
-    /// Output only. True when all that was sent has certainly left this process.
+    /// Output only. True when all that was sent has certainly left this process, and the server has begun to
+    /// take along what is sent.
     virtual bool isAllSent() { return true; }
+
+    /// Output only, when the port is open. False when what is sent is not known to arrive there: some
+    /// libraries keep it to themselves when their server refuses the connection. May wait for the server.
+    virtual bool isConnected() { return true; }
 
     /// Output only. @p message is not empty. To be called only after isAlive() and hasRoomFor() said yes.
     virtual void sendMessage(const std::vector<unsigned char> &message) = 0;

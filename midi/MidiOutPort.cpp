@@ -16,6 +16,12 @@ MidiOutPort::MidiOutPort(std::unique_ptr<MidiBackend> backend, QObject *parent)
 {
 }
 
+bool MidiOutPort::isConnected()
+{
+    bool connected = false;
+    return m_open && attempt([&] { connected = m_backend->isConnected(); }) && connected;
+}
+
 MidiOutPort::Sent MidiOutPort::sendMessage(std::vector<unsigned char> *message)
 {
     if (!m_open || message == nullptr || message->empty()) {

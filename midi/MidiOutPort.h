@@ -27,8 +27,14 @@ public:
     bool mayAcceptLater() const { return m_open && m_backend->isAlive(); }
 
     /// True when all that was accepted has certainly left this process, which takes a server's next cycles,
-    /// and when no port is open.
+    /// and when no port is open. False for some cycles, too, after a port was opened: what is sent before a
+    /// server has taken up a connection is lost.
     bool isAllSent() const { return !m_open || m_backend->isAllSent(); }
+
+    /// Whether what is accepted is known to arrive at the port. One that was opened a moment ago may need
+    /// some of a server's cycles for that. May wait for a server's answer.
+    bool isConnected();
+
 public Q_SLOTS:
     /// Sends @p message at once when a port is open, else does nothing. Never blocks: when the system behind
     /// the port has gone, that is logged once and messages are dropped; while it stands still and holds as

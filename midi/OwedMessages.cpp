@@ -10,14 +10,14 @@
 namespace
 {
 
-// A new connection carries messages from the server's next cycle on, and one that does not keep up is given
-// a little time.
+// A system whose cycles nobody counts needs a moment for a new connection, and one that does not keep up is
+// given a little time.
 constexpr std::chrono::milliseconds afterConnecting(200);
 constexpr std::chrono::milliseconds betweenTries(20);
 constexpr int triesAtMost = 100;
 constexpr int untilFetched = 500;
 constexpr std::chrono::milliseconds betweenConnections(500);
-constexpr std::chrono::milliseconds altogether(15000);
+constexpr std::chrono::milliseconds altogether(30000);
 
 constexpr quint32 present = 1U << 24U;
 
@@ -45,6 +45,13 @@ QByteArray whatFits(const QString &name, std::size_t size)
     }
     bytes.truncate(static_cast<int>(end));
     return bytes;
+}
+
+void awaitFetched(const MidiOutPort &port)
+{
+    for (int tries = 0; !port.isAllSent() && port.mayAcceptLater() && tries < untilFetched; ++tries) {
+        std::this_thread::sleep_for(betweenTries);
+    }
 }
 
 } // namespace
@@ -90,7 +97,8 @@ bool OwedMessages::isPort(const QString &name) const
 
 // A server can need five seconds to notice that a client died, and answers nobody meanwhile. Nobody waits
 // for this process, so it waits for the answer: connections that were given up would all be made when the
-// server goes on, and what they do to its cycles can cost the message.
+// server goes on, and what they do to its cycles can cost the message. What may have got lost all the same is
+// sent again, through another connection: ending twice what sounds once does no harm.
 void OwedMessages::send() const
 {
     const auto end = std::chrono::steady_clock::now() + altogether;
@@ -99,17 +107,19 @@ void OwedMessages::send() const
         const QStringList names = port.portNames();
         const auto found =
             std::find_if(names.begin(), names.end(), [this](const QString &name) { return isPort(name); });
-        if (found != names.end() && port.openPort(static_cast<int>(found - names.begin())) == 0) {
-            sendThrough(port);
+        if (found != names.end() && port.openPort(static_cast<int>(found - names.begin())) == 0 &&
+            sendThrough(port)) {
             return;
         }
         std::this_thread::sleep_for(betweenConnections);
     }
 }
 
-void OwedMessages::sendThrough(MidiOutPort &port) const
+// Whether there is nothing left to send: a server that has gone has taken along what sounded.
+bool OwedMessages::sendThrough(MidiOutPort &port) const
 {
     std::this_thread::sleep_for(afterConnecting);
+    awaitFetched(port);
     for (const std::atomic<quint32> &word : m_messages) {
         if (word == 0) {
             break;
@@ -121,7 +131,6 @@ void OwedMessages::sendThrough(MidiOutPort &port) const
         }
     }
     // A port that is closed takes along what its server has not fetched yet.
-    for (int tries = 0; !port.isAllSent() && port.mayAcceptLater() && tries < untilFetched; ++tries) {
-        std::this_thread::sleep_for(betweenTries);
-    }
+    awaitFetched(port);
+    return !port.mayAcceptLater() || (port.isAllSent() && port.isConnected());
 }

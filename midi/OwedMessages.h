@@ -47,7 +47,7 @@ public:
 
 private:
     std::size_t count() const;
-    void sendThrough(MidiOutPort &port) const;
+    bool sendThrough(MidiOutPort &port) const;
 
     std::array<char, 256> m_port{};
     std::array<std::atomic<quint32>, capacity> m_messages{}; // 0 behind the last one

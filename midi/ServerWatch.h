@@ -2,7 +2,10 @@
 
 #include <QtGlobal>
 
-/// What can be known about a MIDI server without asking it, and so without waiting for it.
+#include <set>
+#include <string>
+
+/// What is known about a MIDI server: most of it without asking, and so without waiting for it.
 class ServerWatch
 {
     Q_DISABLE_COPY_MOVE(ServerWatch)
@@ -17,4 +20,8 @@ public:
     /// Counts the server's cycles, wrapping around. In each of them every client takes its queued messages
     /// along.
     virtual quint32 cycles() const = 0;
+
+    /// The names of the ports that the server connects to the port called @p name; none when there is no such
+    /// port. May wait for the server.
+    virtual std::set<std::string> sourcesOf(const std::string &name) const = 0;
 };

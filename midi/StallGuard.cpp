@@ -3,6 +3,7 @@
 #include "midi/BoundedCall.h"
 #include "midi/MidiLog.h"
 
+#include <algorithm>
 #include <exception>
 #include <stdexcept>
 #include <thread>
@@ -110,7 +111,17 @@ std::string StallGuard::portName(unsigned int index)
 
 void StallGuard::openPort(unsigned int index, const std::string &name)
 {
-    ask([index, name](MidiBackend &backend) { backend.openPort(index, name); });
+    const auto opened = std::make_shared<Opened>();
+    ask([guarded = m_guarded, opened, index, name](MidiBackend &backend) {
+        if (guarded->watch) {
+            opened->port = backend.portName(index);
+            opened->sourcesBefore = guarded->watch->sourcesOf(opened->port);
+        }
+        backend.openPort(index, name);
+    });
+    m_opened = *opened;
+    // The server takes a connection up like a message: in one of its next cycles.
+    m_budget.spend(overheadPerMessage);
 }
 
 void StallGuard::closePort()
@@ -132,6 +143,21 @@ bool StallGuard::hasRoomFor(std::size_t bytes)
 bool StallGuard::isAllSent()
 {
     return m_guarded->watch && m_budget.isAllGone(m_guarded->watch->cycles());
+}
+
+// RtMidi ignores that a client was not activated, as happens while the server waits for one that has just
+// died, and that its port was not connected.
+bool StallGuard::isConnected()
+{
+    const auto connected = std::make_shared<bool>(true);
+    ask([guarded = m_guarded, connected, opened = m_opened](MidiBackend &) {
+        if (guarded->watch) {
+            const std::set<std::string> &before = opened.sourcesBefore;
+            const std::set<std::string> now = guarded->watch->sourcesOf(opened.port);
+            *connected = !std::includes(before.begin(), before.end(), now.begin(), now.end());
+        }
+    });
+    return *connected;
 }
 
 void StallGuard::sendMessage(const std::vector<unsigned char> &message)

@@ -7,6 +7,8 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <set>
+#include <string>
 
 /// Keeps a MIDI system that talks to a server from holding up its caller.
 ///
@@ -44,16 +46,24 @@ public:
     bool isAlive() override;
     bool hasRoomFor(std::size_t bytes) override;
     bool isAllSent() override;
+    bool isConnected() override;
     void sendMessage(const std::vector<unsigned char> &message) override;
     void setCallback(Callback callback) override;
 
 private:
     StallGuard(std::shared_ptr<Guarded> guarded, std::chrono::milliseconds limit);
 
+    /// What the port that was opened is called, and what was connected to it before.
+    struct Opened {
+        std::string port;
+        std::set<std::string> sourcesBefore;
+    };
+
     void ask(std::function<void(MidiBackend &)> question);
 
     std::shared_ptr<Guarded> m_guarded; // shared with a call that is under way
     std::chrono::milliseconds m_limit;
     SendBudget m_budget;
+    Opened m_opened;
     bool m_answers = true;
 };

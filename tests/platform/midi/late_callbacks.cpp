@@ -1,6 +1,7 @@
 // Stands in front of JACK's library in this process and holds up the MIDI library as an overloaded machine
 // does: its callback while it has the queue in its hands, and a thread that closes a port until such a
-// callback runs. Ends the process where the queue is freed meanwhile.
+// callback runs. Ends the process where the queue is freed meanwhile. Refuses to activate a client, as a
+// server does that waits for one that has just died.
 
 #include "tests/platform/midi/late_callbacks.h"
 
@@ -14,7 +15,10 @@
 #include <jack/midiport.h>
 #include <jack/ringbuffer.h>
 #include <mutex>
+#include <new>
+#include <sys/mman.h>
 #include <thread>
+#include <unistd.h>
 
 namespace
 {
@@ -22,6 +26,21 @@ namespace
 std::atomic<int> lateness{0};
 std::atomic<int> readers{0}; // callbacks that are between the look at their port and their end
 thread_local bool reading = false;
+
+/// Shared with the release process, which is forked from this one.
+struct Refusal {
+    std::atomic<int> activation{0}; ///< of those that are still to come; 0: none
+    const pid_t here = getpid();
+};
+
+Refusal &refusal()
+{
+    static Refusal &shared = *new (
+        mmap(nullptr, sizeof(Refusal), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0)) Refusal;
+    return shared;
+}
+
+const Refusal &madeBeforeTheFork = refusal();
 
 template <typename Function>
 Function *following(const char *name)
@@ -52,7 +71,20 @@ void beLate(int milliseconds)
     lateness = milliseconds;
 }
 
+void refuseAfterCrash(int activation)
+{
+    refusal().activation = activation;
+}
+
 extern "C" {
+
+int jack_activate(jack_client_t *client)
+{
+    if (getpid() != madeBeforeTheFork.here && refusal().activation > 0 && --refusal().activation == 0) {
+        return -1;
+    }
+    return following<decltype(jack_activate)>("jack_activate")(client);
+}
 
 int jack_set_process_callback(jack_client_t *client, JackProcessCallback function, void *argument)
 {

@@ -6,6 +6,7 @@
 //   flood COUNT      send COUNT times 90 3C 64                 flooded MILLISECONDS
 //   note NUMBER      begin a note that its release would end  begun
 //   late COUNT       make each callback take COUNT milliseconds  late
+//   refuse COUNT     have the COUNTth client of the release process refused   refused
 //   close            close the port                            closed MILLISECONDS
 //   delete           delete the port                           deleted MILLISECONDS
 //   threads          count the threads of the process          threads COUNT
@@ -116,6 +117,10 @@ public:
         if (command == "late") {
             beLate(std::stoi(argument));
             return "late";
+        }
+        if (command == "refuse") {
+            refuseAfterCrash(std::stoi(argument));
+            return "refused";
         }
         if (command == "close") {
             m_port->closePort();

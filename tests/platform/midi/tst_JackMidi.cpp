@@ -174,6 +174,28 @@ private Q_SLOTS:
                  QStringList({text("midi 80 3C 00"), text("midi 80 3D 00")}));
     }
 
+    // First the one that counts the cycles, then the one that plays.
+    void aKilledProgramsNotesAreEndedThoughItsServerRefusesAClient_data()
+    {
+        QTest::addColumn<int>("activation");
+        for (const int activation : {1, 2}) {
+            QTest::addRow("%d", activation) << activation;
+        }
+    }
+
+    void aKilledProgramsNotesAreEndedThoughItsServerRefusesAClient()
+    {
+        QFETCH(int, activation);
+        m_probe->ask(text("create"));
+        QCOMPARE(m_probe->ask(text("choose")), text("chose tester:FROM host"));
+        QTest::qWait(afterConnecting);
+        m_probe->ask(text("note 60"));
+        QCOMPARE(m_listener->waitForLines(1), QStringList(text("midi 90 3C 64")));
+        QCOMPARE(m_probe->ask(text("refuse %1").arg(activation)), text("refused"));
+        m_probe->killNow();
+        QCOMPARE(m_listener->waitForLines(2, 25000).mid(1), QStringList(text("midi 80 3C 00")));
+    }
+
     void theChoiceOfTheSystemIsLogged()
     {
         openPort();

@@ -8,6 +8,8 @@
 #include <atomic>
 #include <condition_variable>
 #include <mutex>
+#include <set>
+#include <string>
 #include <thread>
 
 using namespace std::chrono_literals;
@@ -27,6 +29,8 @@ struct Server {
     std::atomic<int> backends{0};
     std::atomic<int> watches{0};
     std::thread::id lastCaller;
+    bool refuses = false;          ///< to connect what is opened, and says nothing
+    std::set<std::string> sources; ///< of its port "b"
 
     void answer()
     {
@@ -55,6 +59,11 @@ public:
     quint32 cycles() const override
     {
         return m_server.closed && m_server.cyclesAfterClosing ? ++m_server.cycles : m_server.cycles.load();
+    }
+    std::set<std::string> sourcesOf(const std::string &name) const override
+    {
+        m_server.answer();
+        return name == "b" ? m_server.sources : std::set<std::string>();
     }
 
 private:
@@ -85,6 +94,9 @@ public:
     {
         m_server.answer();
         m_fake.openPort(index, name);
+        if (!m_server.refuses) {
+            m_server.sources.insert("Veltrix-01:" + name);
+        }
     }
     void closePort() override
     {
@@ -246,6 +258,38 @@ private Q_SLOTS:
         QVERIFY(!guard->hasRoomFor(3));
         m_server->cycles += 3;
         QVERIFY(guard->hasRoomFor(3));
+    }
+
+    void aConnectionThatIsRefusedIsNoticed()
+    {
+        m_server->sources = {"Veltrix:RtMidi"}; // of a program that has just died
+        m_server->refuses = true;
+        const auto refused = create();
+        refused->openPort(1, "RtMidi");
+        QVERIFY(!refused->isConnected());
+        m_server->sources.clear(); // it has been noticed
+        QVERIFY(!refused->isConnected());
+
+        m_server->refuses = false;
+        const auto connected = create();
+        connected->openPort(1, "RtMidi");
+        QVERIFY(connected->isConnected());
+    }
+
+    void aConnectionIsTakenUpInAWholeCycle()
+    {
+        m_server->cycles = 100;
+        const auto guard = create();
+        QVERIFY(guard->isAllSent());
+        guard->openPort(1, "RtMidi");
+        QVERIFY(!guard->isAllSent());
+        ++m_server->cycles; // perhaps the one that was under way
+        QVERIFY(!guard->isAllSent());
+        for (int cycle = 0; cycle < 6; ++cycle) {
+            ++m_server->cycles;
+            guard->isAllSent();
+        }
+        QVERIFY(guard->isAllSent());
     }
 
     void aServerThatHasGoneIsNoticed()
