@@ -23,7 +23,7 @@ class JackServer:
         self._keeper = Lines([JACK_KEEPER], plain_environment(), "stdout", stdin=subprocess.PIPE)
         ready = self._keeper.wait_for("^ready ", 300)
         if not ready:
-            self.stop()
+            self._keeper.stop()
             raise Broken("no JACK server")
         self.environment = {"JACK_DEFAULT_SERVER": ready[1].split()[1], "JACK_NO_START_SERVER": "1"}
         self.pid = children_of(self._keeper.pid)[0]
@@ -91,15 +91,16 @@ class Workplace:
         self.jack = JackServer()
         self._stack.callback(lambda: self.jack and self.jack.stop())
         self.environment.update(self.jack.environment)
-        self.midi = self._listen("--midi-only")
+        self.midi = self.listen("--midi-only")
 
     def restart_jack(self):
         self.midi.stop(signal.SIGKILL)
         self.jack.stop()
         self.jack = JackServer()
-        self.midi = self._listen("--midi-only")
+        self.midi = self.listen("--midi-only")
 
-    def _listen(self, *arguments):
+    def listen(self, *arguments):
+        """Another program: a window, or what MIDI brings."""
         listener = Lines([LISTENER, *arguments], self.environment, "stdout", stdin=subprocess.PIPE)
         if not listener.wait_for("^ready$", STARTED):
             listener.stop(signal.SIGKILL)
@@ -110,7 +111,7 @@ class Workplace:
         """Another program's window comes to the front, in the corner."""
         if self.listener:
             self.listener.stop()
-        self.listener = self._listen("--size", "150x150")
+        self.listener = self.listen("--size", "150x150")
         return self.listener
 
     def plug_in(self):
