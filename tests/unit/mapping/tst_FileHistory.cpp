@@ -89,12 +89,14 @@ void tst_FileHistory::atMostOneAMinute()
 {
     writeFile(custom(), "1");
     rewrite("2", m_noon);
+    rewrite("at once", m_noon);
     rewrite("3", m_noon.addSecs(59));
     QCOMPARE(history().size(), 1);
     rewrite("4", m_noon.addSecs(60));
     QCOMPARE(history().size(), 2);
     QCOMPARE(contentOf(FileHistory::versions(custom()).constFirst().path), QByteArray("3"));
     QVERIFY(FileHistory::noteAnyway(custom(), m_noon.addSecs(60)));
+    QCOMPARE(FileHistory::versions(custom()).constFirst().time, m_noon.addSecs(60).addMSecs(1));
     QCOMPARE(contentOf(FileHistory::versions(custom()).constFirst().path), QByteArray("4"));
 }
 
@@ -231,6 +233,9 @@ void tst_FileHistory::whatIsNoneIsRefused_data()
     QTest::newRow("cut off") << custom << QByteArray("<ZR>\n<MAPP") << QStringLiteral("line 2: ");
     QTest::newRow("foreign") << custom << QByteArray("<!-- a page -->\n<html><body/></html>")
                              << QStringLiteral("line 2: <html> is no mapping file's (column ");
+    QTest::newRow("foreign, with a long name")
+        << custom << "<" + QByteArray(50, 'x') + "/>"
+        << QStringLiteral("line 1: <%1> is no mapping file's (column ").arg(QString(40, QLatin1Char('x')));
     QTest::newRow("empty") << custom << QByteArray() << QStringLiteral("line 1: ");
     QTest::newRow("no mapping") << current << QByteArray("<ZR/>") << QStringLiteral("it holds no mapping");
     QTest::newRow("another name") << QStringLiteral("copy/mine.xml") << QByteArray("<ZR/>")

@@ -191,6 +191,12 @@ void tst_ImportedMappings::whatIsWrongIsSaidWithItsPlace_data()
     keyRow("a text that is far too long",
            "<KEY1 type=\"int\">0123456789012345678901234567890123456789</KEY1>",
            "\u201c012345678901234567890123456789\u2026\u201d is no number");
+    keyRow("a text that is as long as is quoted", "<KEY1 type=\"int\">01234567890123456789012345678x</KEY1>",
+           "\u201c01234567890123456789012345678x\u201d is no number");
+    row("a key behind elements that mean nothing",
+        entry("<SHIFT1 label=\"\"><KEY1 type=\"int\">1<odd>\n<odder/></odd></KEY1>\n"
+              "<KEY2 type=\"int\">F5</KEY2></SHIFT1>"),
+        "line 7, \u201cMix\u201d, button 2, Shift 1: \u201cF5\u201d is no number");
     row("a layer that there is not", entry("<SHIFT3/>"),
         "line 5, \u201cMix\u201d, button 2: SHIFT3 is no layer");
     row("a button that there is not", library("<MAPPING software=\"Mix\">\n\n<BUTTON id=\"10\"/></MAPPING>"),
@@ -315,6 +321,11 @@ void tst_ImportedMappings::ofManyNamesAFewAreSaid()
 
 void tst_ImportedMappings::aNameIsSaidInOneShortLine()
 {
+    const QByteArray fits(60, 'x');
+    QCOMPARE(ImportedMappings::import(file(library(named(fits))), files()).sentence,
+             QString::fromUtf8("\u201c%1\u201d was imported.").arg(QLatin1String(fits)));
+    QCOMPARE(ImportedMappings::import(file(library(named(fits + 'x'))), files()).sentence,
+             QString::fromUtf8("\u201c%1\u2026\u201d was imported.").arg(QLatin1String(fits)));
     const auto outcome = ImportedMappings::import(
         file(library(named("a&#10;b&#10;" + QByteArray("\xF0\x9F\x98\x80").repeated(1000)))), files());
     QCOMPARE(outcome.names.constFirst().size(), 2004); // the mapping's own name stays whole
@@ -353,6 +364,8 @@ void tst_ImportedMappings::anExportedMappingIsTheSameOnAnotherComputer()
     }
     QVERIFY(first.startsWith("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n<ZR>\n"
                              " <MAPPING software="));
+    QVERIFY(first.contains("\n  <BUTTON id=\"0\">\n"));
+    QVERIFY(!first.contains("></KEY1>")); // one tag is enough for what holds nothing
 }
 
 void tst_ImportedMappings::theUsersOwnIsExportedBeforeTheExample()

@@ -144,6 +144,7 @@ private Q_SLOTS:
     void aFileThatMustNotBeWrittenIsNotReplaced();
     void aDirectoryIsNotReplaced();
     void moreThanTheLimitIsNotWritten();
+    void asMuchAsTheLimitIsWritten();
     void whatAKilledWriteLeavesIsRemoved_data();
     void whatAKilledWriteLeavesIsRemoved();
     void usersFilesAreNoLeftovers();
@@ -458,6 +459,12 @@ void tst_MappingFile::moreThanTheLimitIsNotWritten()
     QVERIFY(!replace(path(), large));
     QCOMPARE(m_reason, QStringLiteral("larger than 64 MiB"));
     QCOMPARE(contentOf(path()), QByteArray("old"));
+}
+
+void tst_MappingFile::asMuchAsTheLimitIsWritten()
+{
+    QVERIFY(replace(path(), QByteArray(static_cast<int>(MappingFile::maximumSize), 'n')));
+    QCOMPARE(QFileInfo(path()).size(), MappingFile::maximumSize);
 }
 
 void tst_MappingFile::whatAKilledWriteLeavesIsRemoved_data()

@@ -1,5 +1,6 @@
 #include "MappingFixtures.h"
 #include "SessionInFolder.h"
+#include "mapping/BrokenFile.h"
 #include "mapping/LibraryKeeper.h"
 #include "tests/support/log/LogCapture.h"
 
@@ -23,6 +24,7 @@ private Q_SLOTS:
     void savingLeavesTheWorkingCopyAlone();
     void aSaveThatFailedSaysWhy();
     void aFileThatIsNoneIsCopiedAsideBeforeASave();
+    void aHundredCopiesOfFilesThatAreNoneAreLeft();
     void aMappingWithoutANameIsDeletedAndNoOther();
     void aDeletionThatFailedSaysWhy();
 
@@ -103,6 +105,22 @@ void tst_MappingLists::aFileThatIsNoneIsCopiedAsideBeforeASave()
     QVERIFY(QDir().mkdir(path("custom.xml.broken3")));
     QVERIFY(!m_session->saveAs(QStringLiteral("new")));
     QCOMPARE(contentOf(path("custom.xml.broken4")), QByteArray("a third"));
+}
+
+void tst_MappingLists::aHundredCopiesOfFilesThatAreNoneAreLeft()
+{
+    for (int number = 1; number < 100; ++number) {
+        writeFile(BrokenFile::copyName(path("custom.xml"), number), QByteArray::number(number));
+    }
+    writeFile(path("custom.xml"), "the last");
+    const LogCapture log;
+    load();
+    QVERIFY(!m_session->saveAs(QStringLiteral("new")));
+    QCOMPARE(contentOf(path("custom.xml.broken100")), QByteArray("the last"));
+    writeFile(path("custom.xml"), "another");
+    const FileResult result = m_session->saveAs(QStringLiteral("new"));
+    QCOMPARE(result.reason(), QStringLiteral("it is no mapping file, and there are too many copies of it"));
+    QCOMPARE(contentOf(path("custom.xml")), QByteArray("another"));
 }
 
 void tst_MappingLists::aMappingWithoutANameIsDeletedAndNoOther()

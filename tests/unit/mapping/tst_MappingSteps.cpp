@@ -37,12 +37,14 @@ private Q_SLOTS:
     void theFirstWorkingCopyIsTakenBackToNone();
     void whatWasKeptSinceIsWrittenAnew();
     void aKeepOfItsOwnIsNotTakenBack();
+    void whatWasKeptTwiceIsTakenBackToWhatTheFileHolds();
     void stepsOfAllKindsGoBackAndForth();
     void whatSomebodyElseWroteStays();
     void whatHappenedIsSaid();
     void aFileThatGrowsIsBounded();
     void aHugeStepTakesTheOneBeforeAway();
     void whatIsOverwrittenGoesToTheHistory();
+    void whatTakingBackOverwritesGoesToTheHistory();
     void anEarlierVersionIsBroughtBackAndTakenBack();
     void anEarlierWorkingCopyIsInUseAtOnce();
     void whatWasNotKeptIsNotLostByRestoring();
@@ -201,6 +203,18 @@ void tst_MappingSteps::aKeepOfItsOwnIsNotTakenBack()
     QVERIFY(!QFile::exists(path("custom.xml")));
 }
 
+void tst_MappingSteps::whatWasKeptTwiceIsTakenBackToWhatTheFileHolds()
+{
+    start();
+    m_session->assign(3, Layer::Normal, key(65));
+    QVERIFY(m_session->keep());
+    QVERIFY(m_session->keepWithLastStep());
+    QVERIFY(m_session->takeBack());
+    QVERIFY(m_session->actions() == ActionTable());
+    QCOMPARE(mapsOf(path("current.xml")).front()->actions[3][Layer::Normal].key1, 65);
+    QVERIFY(!m_session->isKept()); // the next start begins with something else than what is in use
+}
+
 void tst_MappingSteps::stepsOfAllKindsGoBackAndForth()
 {
     writeFile(path("custom.xml"), byHand);
@@ -327,6 +341,18 @@ void tst_MappingSteps::whatIsOverwrittenGoesToTheHistory()
     QVERIFY(names().contains(QStringLiteral("Five")));
 }
 
+void tst_MappingSteps::whatTakingBackOverwritesGoesToTheHistory()
+{
+    start();
+    QVERIFY(m_session->saveAs(QStringLiteral("One")));
+    const QByteArray saved = custom();
+    QVERIFY(m_session->takeBack());
+    QVERIFY(!QFile::exists(path("custom.xml")));
+    const auto versions = FileHistory::versions(path("custom.xml"));
+    QCOMPARE(versions.size(), 1);
+    QCOMPARE(contentOf(versions.constFirst().path), saved);
+}
+
 void tst_MappingSteps::anEarlierVersionIsBroughtBackAndTakenBack()
 {
     writeFile(path("custom.xml"), byHand);
@@ -375,7 +401,9 @@ void tst_MappingSteps::whatWasNotKeptIsNotLostByRestoring()
     edited.key1 = 66;
     m_session->assign(3, Layer::Normal, edited);
     QSignalSpy stepped(m_session.get(), &MappingSession::stepped);
+    QSignalSpy keptChanged(m_session.get(), &MappingSession::keptChanged);
     QVERIFY(m_session->restore(version)); // what the file holds anyway
+    QCOMPARE(keptChanged.size(), 1);
     QCOMPARE(inUse(), 65);
     QCOMPARE(stepped.size(), 1);
     QVERIFY(m_session->takeBack());

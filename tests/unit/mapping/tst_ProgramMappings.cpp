@@ -53,6 +53,8 @@ private Q_SLOTS:
     void whatWasSwitchedOffComesBack();
     void oneExchangeIsToldOnce();
     void aChangeThatIsNotWrittenIsSaidAndTriedAgain();
+    void theNextChangeWritesWhatAnotherCouldNot();
+    void whoeverShowsThemIsToldOfEachChange();
     void aFileThatIsNoneIsSetAside_data();
     void aFileThatIsNoneIsSetAside();
     void aFileThatCannotBeReadIsNotReplaced();
@@ -337,6 +339,54 @@ void tst_ProgramMappings::aChangeThatIsNotWrittenIsSaidAndTriedAgain()
     m_programs->use(gimp);
     QCOMPARE(inUse(), 10);
     QCOMPARE(log.warnings().size(), 1);
+}
+
+void tst_ProgramMappings::theNextChangeWritesWhatAnotherCouldNot()
+{
+    const LogCapture log;
+    QVERIFY(m_programs->give(browser, browserTitle));
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    QVERIFY(QFile::remove(path()));
+    QVERIFY(QDir().mkdir(path()));
+    assign(10);
+    QVERIFY(!m_session->isKept());
+    m_programs->use(browser);
+    QVERIFY(QDir().rmdir(path()));
+    assign(20);
+    QVERIFY(m_session->isKept());
+    m_programs->use(gimp);
+    QVERIFY(m_session->isKept());
+    QVERIFY(restart());
+    m_programs->use(gimp);
+    QCOMPARE(inUse(), 10);
+}
+
+void tst_ProgramMappings::whoeverShowsThemIsToldOfEachChange()
+{
+    ProgramMappings none(*m_session);
+    QSignalSpy changedNone(&none, &ProgramMappings::changed);
+    QVERIFY(none.load());
+    QCOMPARE(changedNone.count(), 0);
+
+    QSignalSpy changed(m_programs.get(), &ProgramMappings::changed);
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    QCOMPARE(changed.count(), 1);
+    QVERIFY(m_programs->give(gimp, gimpTitle)); // it has one
+    QVERIFY(m_programs->give(QString(), gimpTitle));
+    m_programs->use(gimp);
+    QCOMPARE(changed.count(), 1);
+    m_programs->use(QString());
+    QCOMPARE(changed.count(), 2);
+
+    ProgramMappings one(*m_session);
+    QSignalSpy changedOne(&one, &ProgramMappings::changed);
+    QVERIFY(one.load());
+    QCOMPARE(changedOne.count(), 1);
+
+    QVERIFY(m_programs->take(gimp));
+    QCOMPARE(changed.count(), 3);
+    QVERIFY(m_programs->take(gimp)); // it has none
+    QCOMPARE(changed.count(), 3);
 }
 
 void tst_ProgramMappings::aFileThatIsNoneIsSetAside_data()

@@ -50,6 +50,7 @@ private Q_SLOTS:
     void unknownLayersAndButtonsAreIgnored();
     void theLaterOfTwoEntriesForOnePlaceWins();
     void lineEndsAndTabsInLabelsAreRead();
+    void aFaceIsReadAtAnyPlaceOfALargeFile();
 
     void theCurrentMapIsTheFirstMapping();
     void readingTheCurrentMapOfAFileWithoutMappingsEmitsNothing();
@@ -502,6 +503,18 @@ void tst_XmlMappingReader::lineEndsAndTabsInLabelsAreRead()
 {
     QCOMPARE(entry("<NORMAL label='  a&#10;b&#9;c&#13;d &lt;&amp;&quot; '/>").label,
              QStringLiteral("  a\nb\tc\rd <&\" "));
+}
+
+void tst_XmlMappingReader::aFaceIsReadAtAnyPlaceOfALargeFile()
+{
+    // Of two halves, and more of them than are read at a time.
+    const QString name = QString::fromUtf8("\U0001F600").repeated(40000);
+    for (const char *before : {"", " "}) {
+        const auto &maps =
+            list("<ZR>" + QByteArray(before) + "<MAPPING software=\"" + name.toUtf8() + "\"/></ZR>");
+        QCOMPARE(maps.size(), 1);
+        QVERIFY(maps.constFirst()->name == name);
+    }
 }
 
 void tst_XmlMappingReader::theCurrentMapIsTheFirstMapping()

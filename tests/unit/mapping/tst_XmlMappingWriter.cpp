@@ -34,6 +34,7 @@ private Q_SLOTS:
     void aRootOfAnotherNameDropsTheMappingAndRewritesTheFile();
     void charactersThatXmlCannotCarryAreDropped_data();
     void charactersThatXmlCannotCarryAreDropped();
+    void facesAreKeptWhereverTheyStand();
     void arrowNamesSurviveByteForByte();
     void savingIsLogged();
     void newMapListReadyIsNeverEmitted();
@@ -274,6 +275,14 @@ void tst_XmlMappingWriter::charactersThatXmlCannotCarryAreDropped()
     QCOMPARE(maps.size(), std::size_t(1));
     QCOMPARE(maps.front()->name, kept.isEmpty() ? QStringLiteral("Unknown") : kept);
     QCOMPARE(maps.front()->actions[3][Layer::Shift1].label, kept);
+}
+
+void tst_XmlMappingWriter::facesAreKeptWhereverTheyStand()
+{
+    const QString face = QString::fromUtf8("\U0001F600"); // of two halves
+    const ZRButtonMap map(face + QLatin1Char('a') + face + face, nullptr);
+    m_writer->saveToCustom(&map);
+    QCOMPARE(namesIn(path()), QStringList{map.name});
 }
 
 void tst_XmlMappingWriter::arrowNamesSurviveByteForByte()
