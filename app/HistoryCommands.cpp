@@ -52,7 +52,9 @@ QString contentInWords(const QString &path)
     const QDomNodeList mappings = document.elementsByTagName(QStringLiteral("MAPPING"));
     QStringList names;
     for (int i = 0; i < std::min(mappings.size(), mostNames); ++i) {
-        names << printable(mappings.at(i).toElement().attribute(QStringLiteral("software")));
+        const QDomElement mapping = mappings.at(i).toElement();
+        names << printable(
+            mapping.attribute(QStringLiteral("title"), mapping.attribute(QStringLiteral("software"))));
     }
     if (mappings.size() > mostNames) {
         names << QString(QChar(0x2026));
@@ -78,8 +80,9 @@ FileResult restoreHere(const QString &version, const MappingFiles &files)
 int HistoryCommands::list(const CommandCall & /*call*/)
 {
     const MappingFiles files(DataDirectory::path());
-    const QVector<FileHistory::Version> versions =
-        FileHistory::versions(files.custom()) + FileHistory::versions(files.workingCopy());
+    const QVector<FileHistory::Version> versions = FileHistory::versions(files.custom()) +
+                                                   FileHistory::versions(files.workingCopy()) +
+                                                   FileHistory::versions(files.programs());
     if (versions.isEmpty()) {
         return Commands::answer(
             0, say(QT_TRANSLATE_NOOP("HistoryCommands", "There are no earlier versions yet.")));

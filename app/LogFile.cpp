@@ -55,7 +55,9 @@ void LogFile::write()
 void LogFile::rotate()
 {
     const QString path = m_file.fileName();
-    const auto old = [&path](int number) { return QStringLiteral("%1.%2").arg(path).arg(number); };
+    const auto old = [&path](int number) {
+        return QStringLiteral("%1.%2").arg(path, QString::number(number));
+    };
     m_file.close();
     QFile::remove(old(kept));
     for (int number = kept; number > 1; --number) {

@@ -1,5 +1,6 @@
 #include "engine/ProgramSwitch.h"
 
+#include "engine/EngineLog.h"
 #include "engine/EventDispatcher.h"
 #include "mapping/ProgramMappings.h"
 
@@ -14,6 +15,7 @@ ProgramSwitch::ProgramSwitch(FocusedProgram &focus, const EventDispatcher &dispa
 {
     connect(&focus, &FocusedProgram::focused, this, &ProgramSwitch::onFocused);
     connect(&mappings, &ProgramMappings::changed, this, &ProgramSwitch::follow);
+    connect(&mappings, &ProgramMappings::arrived, this, &ProgramSwitch::apply);
     follow();
 }
 
@@ -40,6 +42,7 @@ void ProgramSwitch::follow()
 void ProgramSwitch::onFocused(const Program &program)
 {
     if (std::exchange(m_last, program) != program) {
+        qCDebug(lcEngine).noquote() << "in front:" << program.name;
         Q_EMIT lastChanged();
     }
     apply();

@@ -117,7 +117,7 @@ FileResult add(const QString &file, const QDateTime &now)
 
 FileResult note(const QString &file, const QDateTime &now, int pause)
 {
-    if (!QFileInfo::exists(file)) {
+    if (!QFileInfo(file).isFile()) {
         return FileResult::done();
     }
     const QVector<FileHistory::Version> before = FileHistory::versions(file);

@@ -202,6 +202,10 @@ ImportedMappings::ImportedMappings(const QString &path, int most)
     Walk walk(std::move(lines), &m_maps);
     walk.document(document);
     m_fault = walk.fault();
+    if (m_fault.isEmpty() && ProgramsFile::isOne(document) && !ProgramsFile::take(document, &m_programs)) {
+        m_fault = FileResult::failed(QStringLiteral("it does not give each mapping a program of its own"))
+                      .inWords();
+    }
 }
 
 ImportedMappings::Outcome ImportedMappings::import(const QString &path, const MappingFiles &files)
@@ -213,6 +217,9 @@ ImportedMappings::Outcome ImportedMappings::import(const QString &path, const Ma
 
 QStringList ImportedMappings::chooseNames(const MappingFiles &files)
 {
+    if (isForPrograms()) {
+        return {}; // programs are told apart by themselves
+    }
     const ImportedMappings own(files.custom(), std::numeric_limits<int>::max());
     QSet<QString> taken;
     for (const auto &map : own.maps()) {
@@ -229,8 +236,11 @@ QStringList ImportedMappings::chooseNames(const MappingFiles &files)
     return names;
 }
 
-FileResult ImportedMappings::addTo(const MappingFiles &files) const
+FileResult ImportedMappings::addTo(const MappingFiles &files)
 {
+    if (isForPrograms()) {
+        return addToPrograms(files.programs());
+    }
     QList<const ZRButtonMap *> maps;
     for (const auto &map : m_maps) {
         maps.append(map.get());
@@ -238,12 +248,43 @@ FileResult ImportedMappings::addTo(const MappingFiles &files) const
     return XmlMappingWriter(files.directory()).saveMaps(maps, MappingFiles::customName, false);
 }
 
+FileResult ImportedMappings::addToPrograms(const QString &path)
+{
+    ProgramsFile::Content content = ProgramsFile::read(path);
+    if (!content.mayBeWritten) {
+        return content.result;
+    }
+    for (const ProgramsFile::Entry &entry : m_programs) {
+        (ProgramsFile::add(entry, &content.entries) ? m_added : m_keepTheirs).append(entry.title);
+    }
+    return m_added.isEmpty() ? FileResult::done() : ProgramsFile::write(path, content.entries);
+}
+
 ImportedMappings::Outcome ImportedMappings::outcome(const FileResult &result) const
 {
+    const QString file = QFileInfo(m_path).fileName();
+    if (!m_fault.isEmpty()) {
+        return {{}, tr("\u201c%1\u201d was not imported: %2.").arg(file, m_fault)};
+    }
     if (!result) {
-        return {
-            {},
-            tr("\u201c%1\u201d was not imported: %2.").arg(QFileInfo(m_path).fileName(), result.inWords())};
+        const QLatin1String own = isForPrograms() ? MappingFiles::programsName : MappingFiles::customName;
+        return {{},
+                tr("\u201c%1\u201d was not imported. Your mappings (%2) cannot be added to: %3.")
+                    .arg(file, QString(own).mid(1), result.inWords())};
+    }
+    if (isForPrograms()) {
+        const QString kept = ListInWords::names(m_keepTheirs);
+        const QString added = ListInWords::names(m_added);
+        const QString sentence =
+            m_added.isEmpty()
+                ? tr("\u201c%1\u201d was not imported: these programs have mappings of their own "
+                     "here: %2.")
+                      .arg(file, kept)
+            : m_keepTheirs.isEmpty()
+                ? tr("Imported, each for one program: %1").arg(added)
+                : tr("Imported, each for one program: %1. These keep the mappings that they have here: %2")
+                      .arg(added, kept);
+        return {m_added, sentence, true};
     }
     QStringList names;
     for (const auto &map : m_maps) {
@@ -257,7 +298,7 @@ QString ImportedMappings::freeName(const QString &name, const QSet<QString> &tak
 {
     QString free = name;
     for (*number = std::max(*number, firstNumber); taken.contains(free); ++*number) {
-        free = QStringLiteral("%1 (%2)").arg(name).arg(*number);
+        free = QStringLiteral("%1 (%2)").arg(name, QString::number(*number));
     }
     return free;
 }

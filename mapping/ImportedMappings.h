@@ -2,6 +2,7 @@
 
 #include "mapping/FileResult.h"
 #include "mapping/MappingFiles.h"
+#include "mapping/ProgramsFile.h"
 #include "mapping/ZRButtonMap.h"
 
 #include <QCoreApplication>
@@ -16,6 +17,8 @@
 ///
 /// Where XmlMappingReader forgives, this does not: what that would leave out or take for 0 without a word is
 /// a fault here, and a file with a fault brings nothing.
+///
+/// They join the user's own, or where each acts for one program only, as in the file of those, the programs'.
 class ImportedMappings
 {
     Q_DECLARE_TR_FUNCTIONS(ImportedMappings)
@@ -23,15 +26,19 @@ class ImportedMappings
 public:
     /// What became of an import.
     struct Outcome {
-        QStringList names; ///< of the mappings that are the user's now; empty when nothing was imported
-        QString sentence;  ///< that says so, or what is wrong and where
+        /// Of the mappings that are the user's now, or of the programs that have one now; empty when nothing
+        /// was imported.
+        QStringList names;
+        QString sentence; ///< that says so, or what is wrong and where
+        bool forPrograms = false;
     };
 
     /// Of a file that is imported, which keeps the program from everything else while it is done: about a
     /// second with so many.
     static constexpr int mostMappings = 500;
 
-    /// Adds the mappings of the file at @p path to the user's in @p files, all or none.
+    /// Adds the mappings of the file at @p path to those in @p files, all or none; but a program that has one
+    /// there keeps it, and that is said.
     static Outcome import(const QString &path, const MappingFiles &files);
 
     /// Reads the file at @p path, within the reader's bounds.
@@ -43,12 +50,15 @@ public:
     /// All fields of all mappings, those of the knob too. What could be read, if there is a fault.
     const std::vector<std::unique_ptr<ZRButtonMap>> &maps() const { return m_maps; }
 
+    /// Whether each of them acts for one program only.
+    bool isForPrograms() const { return !m_programs.empty(); }
+
     /// Gives a mapping whose name one of the user's in @p files has, or one before it, a number behind its
     /// name, and returns all names.
     QStringList chooseNames(const MappingFiles &files);
 
-    /// Adds them to the user's, all or none.
-    FileResult addTo(const MappingFiles &files) const;
+    /// Adds them to the user's or the programs', all or none.
+    FileResult addTo(const MappingFiles &files);
 
     /// What addTo() has returned, in words.
     Outcome outcome(const FileResult &result) const;
@@ -58,7 +68,12 @@ private:
     // *@p number on, which is the one to go on with then; 0 at first.
     static QString freeName(const QString &name, const QSet<QString> &taken, int *number);
 
+    FileResult addToPrograms(const QString &path);
+
     QString m_path;
     QString m_fault;
     std::vector<std::unique_ptr<ZRButtonMap>> m_maps;
+    std::vector<ProgramsFile::Entry> m_programs;
+    QStringList m_added; // programs
+    QStringList m_keepTheirs;
 };

@@ -347,8 +347,7 @@ void MappingDocument::setText(QDomElement *element, const QString &attribute, co
 {
     const QString kept = carriable(text);
     if (kept.size() != text.size()) {
-        qCWarning(lcMapping).noquote()
-            << "Characters that a mapping file cannot carry were dropped from" << kept;
+        qCWarning(lcMapping).noquote() << "Characters that a mapping file cannot carry were dropped:" << kept;
     }
     element->setAttribute(attribute, kept);
 }

@@ -40,5 +40,11 @@ QString MappingExport::fileName(const QString &mapping)
     }
     // Names with a dot at an end are hidden or cut off.
     name.replace(QRegularExpression(QStringLiteral("^\\.+|[. ]+$")), QStringLiteral("_"));
+    // Devices of Windows have these names, with any ending and in both cases.
+    name.replace(QRegularExpression(
+                     QStringLiteral("^(con|prn|aux|nul|(?:com|lpt)[0-9\u00b9\u00b2\u00b3]|conin\\$|conout\\$)"
+                                    "(?= *(?:\\.|$))"),
+                     QRegularExpression::CaseInsensitiveOption),
+                 QStringLiteral("\\1_"));
     return (name.isEmpty() ? QStringLiteral("mapping") : name) + QStringLiteral(".xml");
 }

@@ -43,9 +43,8 @@ QString linkTarget(const QString &path)
 // The toolkit's own way gives its files names that a user's copy can have too: six letters, as in ".backup".
 QString unfinishedName(const QString &target)
 {
-    return QStringLiteral("%1.veltrix-%2")
-        .arg(target)
-        .arg(QRandomGenerator::global()->generate64(), 16, 16, QLatin1Char('0'));
+    return target + QStringLiteral(".veltrix-%1")
+                        .arg(QRandomGenerator::global()->generate64(), 16, 16, QLatin1Char('0'));
 }
 
 // Writes @p bytes to @p file and has it take the place of @p old. What stood in the way; empty when nothing

@@ -239,14 +239,20 @@ void MappingSession::done(MappingChange change)
 }
 
 FileResult MappingSession::change(const MappingStep &step, MappingChange::File file,
-                                  const std::function<FileResult()> &write)
+                                  const std::function<FileResult()> &write, const std::function<void()> &take)
 {
     MappingChange change;
     change.step = step;
     change.file = file;
-    change.before = m_now;
     change.contentBefore = contentOf(pathOf(file));
     FileResult result = write();
+    if (result && file == MappingChange::File::WorkingCopy) {
+        Q_EMIT generalNeeded(); // from here on all is about that one
+    }
+    change.before = m_now;
+    if (result) {
+        take();
+    }
     if (file == MappingChange::File::Custom) {
         m_reader.readMapList(m_files.custom(), true);
     }
@@ -431,20 +437,22 @@ FileResult MappingSession::keepWithLastStep()
 
 FileResult MappingSession::saveAs(const QString &name)
 {
-    return change({MappingStep::Kind::Save, -1, name}, MappingChange::File::Custom, [&] {
-        FileResult result = write(m_now.actions, name, MappingFiles::customName, false);
-        if (result) {
-            m_now.name = name;
-        }
-        return result;
-    });
+    return change(
+        {MappingStep::Kind::Save, -1, name}, MappingChange::File::Custom,
+        [&] { return write(m_now.actions, name, MappingFiles::customName, false); },
+        [&] { m_now.name = name; });
 }
 
 ImportedMappings::Outcome MappingSession::importFile(const QString &path)
 {
     ImportedMappings file(path);
     FileResult result = FileResult::failed(file.fault());
-    if (file.fault().isEmpty()) {
+    if (file.fault().isEmpty() && file.isForPrograms()) {
+        result = file.addTo(m_files);
+        if (result) {
+            Q_EMIT programsAdded();
+        }
+    } else if (file.fault().isEmpty()) {
         const QStringList names = file.chooseNames(m_files);
         result = change({MappingStep::Kind::Import, -1, ListInWords::names(names)},
                         MappingChange::File::Custom, [&] { return file.addTo(m_files); });
@@ -464,18 +472,23 @@ FileResult MappingSession::restore(const QString &version)
     if (!content.result) {
         return content.result;
     }
-    const bool custom = content.file == m_files.custom();
-    if (!custom) {
-        Q_EMIT generalNeeded();
+    if (content.file == m_files.programs()) {
+        FileResult result = VersionRestore::put(content);
+        if (result) {
+            Q_EMIT programsRestored();
+        }
+        return result;
     }
-    return change({MappingStep::Kind::Restore, -1, QFileInfo(content.file).fileName()},
-                  custom ? MappingChange::File::Custom : MappingChange::File::WorkingCopy, [&] {
-                      FileResult result = VersionRestore::put(content);
-                      if (result && !custom) {
-                          m_reader.readCurrentMap(m_files.workingCopy());
-                      }
-                      return result;
-                  });
+    const bool custom = content.file == m_files.custom();
+    return change(
+        {MappingStep::Kind::Restore, -1, QFileInfo(content.file).fileName()},
+        custom ? MappingChange::File::Custom : MappingChange::File::WorkingCopy,
+        [&] { return VersionRestore::put(content); },
+        [&] {
+            if (!custom) {
+                m_reader.readCurrentMap(m_files.workingCopy());
+            }
+        });
 }
 
 FileResult MappingSession::reloadLibrary()

@@ -100,14 +100,15 @@ public:
     /// Adds what is in use to the user's mappings as @p name. Others of this name stay.
     FileResult saveAs(const QString &name);
 
-    /// Adds the mappings of the file at @p path to the user's.
+    /// Adds the mappings of the file at @p path to the user's, or to those of programs: that is no step.
     ImportedMappings::Outcome importFile(const QString &path);
 
     /// Removes the first of the user's mappings that is called @p name; one without a name for an empty one.
     FileResult remove(const QString &name);
 
-    /// Brings back the earlier version @p version of the user's mappings or of the working copy, and what it
-    /// holds is listed or in use. See VersionRestore::read() for what is refused.
+    /// Brings back the earlier version @p version of the user's mappings, of the working copy or of the
+    /// programs' mappings, and what it holds is listed or in use. The latter is no step. See
+    /// VersionRestore::read() for what is refused.
     FileResult restore(const QString &version);
     /// @}
 
@@ -163,6 +164,12 @@ Q_SIGNALS:
     /// An operation is about the working copy's mapping: whoever has exchanged it is to put it to use.
     void generalNeeded();
 
+    /// The file of the programs' mappings holds more of them.
+    void programsAdded();
+
+    /// It holds others.
+    void programsRestored();
+
     /// isKept() has changed.
     void keptChanged(bool kept);
 
@@ -184,8 +191,10 @@ private:
     void takeWorkingCopy(ZRButtonMap *map);
     void begin(const ActionTable &actions, const QString &name);
     void adopt(const ActionTable &actions);
-    FileResult change(const MappingStep &step, MappingChange::File file,
-                      const std::function<FileResult()> &write);
+    // @p write changes the file; @p take, after it succeeded, what is in use.
+    FileResult change(
+        const MappingStep &step, MappingChange::File file, const std::function<FileResult()> &write,
+        const std::function<void()> &take = [] {});
     void done(MappingChange change);
     FileResult go(const MappingChange &change, Way way);
     FileResult putFile(const MappingChange &change, State *to, Way way);

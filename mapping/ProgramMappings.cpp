@@ -1,7 +1,6 @@
 #include "mapping/ProgramMappings.h"
 
 #include "mapping/MappingLog.h"
-#include "mapping/ProgramsFile.h"
 
 #include <QScopedValueRollback>
 
@@ -21,6 +20,8 @@ ProgramMappings::ProgramMappings(MappingSession &session, QObject *parent)
             keepByItself(); // it has a name now
         }
     });
+    connect(&session, &MappingSession::programsAdded, this, &ProgramMappings::takeAdded);
+    connect(&session, &MappingSession::programsRestored, this, &ProgramMappings::takeRestored);
     connect(&session, &MappingSession::generalNeeded, this, [this] { use(QString()); });
 }
 
@@ -28,17 +29,54 @@ ProgramMappings::~ProgramMappings() = default;
 
 FileResult ProgramMappings::load()
 {
-    const ProgramsFile::Content content = ProgramsFile::read(m_path);
-    m_read = content.result;
-    m_mayWrite = content.mayBeWritten;
-    for (const ProgramsFile::Entry &entry : content.entries) {
-        const MappingSession::State state{entry.actions, entry.name, entry.actions};
-        m_own[entry.program] = {entry.title, entry.acts, state, aside(state)};
+    for (const ProgramsFile::Entry &entry : readFile()) {
+        m_own[entry.program] = own(entry);
     }
     if (!m_own.empty()) {
         Q_EMIT changed();
     }
     return m_read;
+}
+
+std::vector<ProgramsFile::Entry> ProgramMappings::readFile()
+{
+    ProgramsFile::Content content = ProgramsFile::read(m_path);
+    m_read = content.result;
+    m_mayWrite = content.mayBeWritten;
+    return std::move(content.entries);
+}
+
+ProgramMappings::Own ProgramMappings::own(const ProgramsFile::Entry &entry)
+{
+    const MappingSession::State state{entry.actions, entry.name, entry.actions};
+    return {entry.title, entry.acts, state, aside(state)};
+}
+
+void ProgramMappings::takeAdded()
+{
+    for (const ProgramsFile::Entry &entry : readFile()) {
+        m_own.emplace(entry.program, own(entry)); // what is here stays, with its steps
+    }
+    Q_EMIT changed();
+    Q_EMIT arrived();
+}
+
+void ProgramMappings::takeRestored()
+{
+    m_own.clear();
+    for (const ProgramsFile::Entry &entry : readFile()) {
+        m_own[entry.program] = own(entry);
+    }
+    if (!m_inUse.isEmpty()) {
+        const QScopedValueRollback<bool> exchanging(m_exchanging, true);
+        if (!has(m_inUse)) {
+            m_inUse.clear();
+        }
+        // What was in use is of what is gone.
+        m_session.exchange(std::exchange(placeOf(m_inUse), MappingSession::Aside()));
+    }
+    Q_EMIT changed();
+    Q_EMIT arrived();
 }
 
 MappingSession::Aside ProgramMappings::aside(const MappingSession::State &state)
@@ -86,8 +124,8 @@ void ProgramMappings::exchangeFor(const QString &program)
     MappingSession::Aside next = std::exchange(placeOf(program), MappingSession::Aside());
     m_inUse = program;
     place = m_session.exchange(std::move(next));
-    qCInfo(lcMapping).noquote() << "In use is the mapping for"
-                                << (program.isEmpty() ? QStringLiteral("all programs") : program);
+    qCDebug(lcMapping).noquote() << "In use is the mapping for"
+                                 << (program.isEmpty() ? QStringLiteral("all programs") : program);
 }
 
 FileResult ProgramMappings::give(const QString &program, const QString &title)

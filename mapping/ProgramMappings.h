@@ -1,11 +1,13 @@
 #pragma once
 
 #include "mapping/MappingSession.h"
+#include "mapping/ProgramsFile.h"
 
 #include <QObject>
 #include <QString>
 
 #include <map>
+#include <vector>
 
 /// The mappings that act for one program each, beside the general one.
 ///
@@ -53,6 +55,9 @@ Q_SIGNALS:
     /// has() or inUse() may have changed; the latter after the session's replaced().
     void changed();
 
+    /// Programs have got mappings from elsewhere, so that another one may have to be in use than is.
+    void arrived();
+
     /// What is in use was to be kept by itself, with this result.
     void kept(const FileResult &result);
 
@@ -64,6 +69,10 @@ private:
         MappingSession::Aside aside; // empty while in use
     };
 
+    Own own(const ProgramsFile::Entry &entry);
+    std::vector<ProgramsFile::Entry> readFile();
+    void takeAdded();
+    void takeRestored();
     MappingSession::Aside aside(const MappingSession::State &state);
     MappingSession::Aside &placeOf(const QString &program);
     void exchangeFor(const QString &program);

@@ -1,6 +1,7 @@
 #include "mapping/ProgramsFile.h"
 
 #include "mapping/BrokenFile.h"
+#include "mapping/FileHistory.h"
 #include "mapping/MappingDocument.h"
 #include "mapping/MappingElement.h"
 #include "mapping/MappingFile.h"
@@ -18,35 +19,45 @@ const QLatin1String programAttribute("program");
 const QLatin1String titleAttribute("title");
 const QLatin1String offAttribute("off");
 
-bool isUsable(const ProgramsFile::Entry &entry, const std::vector<ProgramsFile::Entry> &others)
+} // namespace
+
+bool ProgramsFile::isOne(const QDomDocument &document)
 {
-    return !entry.program.isEmpty() &&
-           std::none_of(others.begin(), others.end(), [&entry](const ProgramsFile::Entry &other) {
-               return other.program == entry.program;
-           });
+    const QDomNodeList mappings = document.elementsByTagName(MappingElement::tagName);
+    for (int i = 0; i < mappings.size(); ++i) {
+        if (mappings.at(i).toElement().hasAttribute(programAttribute)) {
+            return true;
+        }
+    }
+    return false;
 }
 
-// False when something had to be left out.
-bool takeEntries(const QDomDocument &document, std::vector<ProgramsFile::Entry> *entries)
+bool ProgramsFile::add(const Entry &entry, std::vector<Entry> *entries)
+{
+    const bool isUsable = !entry.program.isEmpty() &&
+                          std::none_of(entries->begin(), entries->end(), [&entry](const Entry &other) {
+                              return other.program == entry.program;
+                          });
+    if (isUsable) {
+        entries->push_back(entry);
+    }
+    return isUsable;
+}
+
+bool ProgramsFile::take(const QDomDocument &document, std::vector<Entry> *entries)
 {
     const QDomElement root = document.firstChildElement(rootName);
     bool whole = !root.isNull();
     for (QDomElement mapping = root.firstChildElement(MappingElement::tagName); !mapping.isNull();
          mapping = mapping.nextSiblingElement(MappingElement::tagName)) {
         const QString program = mapping.attribute(programAttribute);
-        const ProgramsFile::Entry entry{
+        const Entry entry{
             program, mapping.attribute(titleAttribute, program), mapping.attribute(offAttribute).isEmpty(),
             mapping.attribute(MappingElement::nameAttribute), MappingElement::readWhole(mapping)};
-        if (isUsable(entry, *entries)) {
-            entries->push_back(entry);
-        } else {
-            whole = false;
-        }
+        whole = add(entry, entries) && whole;
     }
     return whole;
 }
-
-} // namespace
 
 ProgramsFile::Content ProgramsFile::read(const QString &path)
 {
@@ -59,7 +70,7 @@ ProgramsFile::Content ProgramsFile::read(const QString &path)
     QString reason = file.reason;
     if (file.status == MappingFile::Status::Read &&
         MappingDocument::parse(file.bytes, &document, &reason) == MappingDocument::Outcome::Parsed &&
-        takeEntries(document, &content.entries)) {
+        take(document, &content.entries)) {
         return content;
     }
     qCWarning(lcMapping).noquote() << "The file" << path << "was not read as a whole:" << reason;
@@ -88,6 +99,7 @@ FileResult ProgramsFile::write(const QString &path, const std::vector<Entry> &en
         root.appendChild(mapping);
     }
     document.appendChild(root);
+    FileHistory::note(path); // without which a change is kept all the same
     FileResult result = MappingFile::replace(path, MappingDocument::serialize(&document));
     if (!result) {
         qCWarning(lcMapping).noquote() << "The file" << path << "was left as it is:" << result.reason();

@@ -7,6 +7,8 @@
 
 #include <vector>
 
+class QDomDocument;
+
 /// The file of the mappings that act for one program each.
 ///
 /// It has the form of the other mapping files, but that each mapping says whose it is, and that the knob's
@@ -33,6 +35,17 @@ struct Content {
 /// told apart, is left beside itself as a copy (BrokenFile); what can be used of it is.
 Content read(const QString &path);
 
+/// What the file held before goes to its history (FileHistory).
 FileResult write(const QString &path, const std::vector<Entry> &entries);
+
+/// Whether any mapping of @p document says whose it is, as only those of such a file do.
+bool isOne(const QDomDocument &document);
+
+/// Appends what @p document holds to @p entries. False when something had to be left out, since it cannot be
+/// told whose it is.
+bool take(const QDomDocument &document, std::vector<Entry> *entries);
+
+/// Appends @p entry to @p entries, unless its program has one there, or it has none.
+bool add(const Entry &entry, std::vector<Entry> *entries);
 
 } // namespace ProgramsFile

@@ -3,6 +3,7 @@
 #include "mapping/FileHistory.h"
 #include "mapping/MappingDocument.h"
 #include "mapping/MappingFile.h"
+#include "mapping/ProgramsFile.h"
 
 #include <QDir>
 #include <QDomDocument>
@@ -12,8 +13,8 @@
 namespace
 {
 
-// Empty when nothing is.
-QString whatIsWrong(const QByteArray &bytes, bool workingCopy)
+// With @p bytes as the content of @p file. Empty when nothing is.
+QString whatIsWrong(const QByteArray &bytes, const QString &file, const MappingFiles &files)
 {
     QDomDocument document;
     QString reason;
@@ -24,19 +25,24 @@ QString whatIsWrong(const QByteArray &bytes, bool workingCopy)
         QXmlStreamReader reader(bytes);
         reader.readNextStartElement();
         return QStringLiteral("line %1: <%2> is no mapping file's (column %3)")
-            .arg(reader.lineNumber())
-            .arg(document.documentElement().tagName().left(40))
-            .arg(reader.columnNumber());
+            .arg(QString::number(reader.lineNumber()), document.documentElement().tagName().left(40),
+                 QString::number(reader.columnNumber()));
     }
     const bool empty = document.elementsByTagName(QStringLiteral("MAPPING")).isEmpty();
-    return workingCopy && empty ? QStringLiteral("it holds no mapping") : QString();
+    if (file == files.workingCopy() && empty) {
+        return QStringLiteral("it holds no mapping");
+    }
+    std::vector<ProgramsFile::Entry> entries;
+    return file == files.programs() && !ProgramsFile::take(document, &entries)
+               ? QStringLiteral("it does not give each mapping a program of its own")
+               : QString();
 }
 
 } // namespace
 
 QString VersionRestore::fileOf(const QString &version, const MappingFiles &files)
 {
-    for (const QString &file : {files.custom(), files.workingCopy()}) {
+    for (const QString &file : {files.custom(), files.workingCopy(), files.programs()}) {
         if (FileHistory::isOf(version, file)) {
             return file;
         }
@@ -55,14 +61,15 @@ VersionRestore::Content VersionRestore::read(const QString &version, const Mappi
     const QString file = fileOf(version, files);
     const auto refused = [](const QString &reason) { return Content{FileResult::failed(reason), {}, {}}; };
     if (file.isEmpty()) {
-        return refused(QStringLiteral("by its name it is no version of custom.xml or current.xml"));
+        return refused(
+            QStringLiteral("by its name it is no version of custom.xml, current.xml or programs.xml"));
     }
     const MappingFile::ReadResult read = MappingFile::read(version);
     if (read.status != MappingFile::Status::Read) {
         return refused(read.status == MappingFile::Status::Missing ? QStringLiteral("there is none")
                                                                    : read.reason);
     }
-    const QString fault = whatIsWrong(read.bytes, file == files.workingCopy());
+    const QString fault = whatIsWrong(read.bytes, file, files);
     return fault.isEmpty() ? Content{FileResult::done(), file, read.bytes} : refused(fault);
 }
 

@@ -6,7 +6,8 @@
 #include <QByteArray>
 #include <QString>
 
-/// Brings an earlier version of one of the user's two files back.
+/// Brings an earlier version of one of the user's files back: his own mappings, the working copy, those of
+/// programs.
 namespace VersionRestore
 {
 
@@ -25,8 +26,9 @@ struct Content {
     QByteArray bytes;
 };
 
-/// Reads @p version. Refused is what is no version of either file, cannot be read, is no mapping file, or is
-/// to be the working copy and holds no mapping: the reason says where in the file, if it is there.
+/// Reads @p version. Refused is what is no version of any of these files, cannot be read, is no mapping file,
+/// is to be the working copy and holds no mapping, or is to be that of programs and holds mappings of nobody:
+/// the reason says where in the file, if it is there.
 Content read(const QString &version, const MappingFiles &files);
 
 /// Makes @p content, which was not refused, that of its file. What that held before goes to its history

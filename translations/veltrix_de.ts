@@ -561,10 +561,6 @@ Tasten mit einem Drehknopf-Modus wählen, was er tut.</translation>
         <translation>sie wurde seitdem geändert</translation>
     </message>
     <message>
-        <source>by its name it is no version of custom.xml or current.xml</source>
-        <translation>dem Namen nach keine Fassung von custom.xml oder current.xml</translation>
-    </message>
-    <message>
         <source>it holds no mapping</source>
         <translation>sie enthält keine Belegung</translation>
     </message>
@@ -619,6 +615,14 @@ Tasten mit einem Drehknopf-Modus wählen, was er tut.</translation>
     <message>
         <source>the folder %1 cannot be made</source>
         <translation>der Ordner %1 lässt sich nicht anlegen</translation>
+    </message>
+    <message>
+        <source>by its name it is no version of custom.xml, current.xml or programs.xml</source>
+        <translation>dem Namen nach keine Fassung von custom.xml, current.xml oder programs.xml</translation>
+    </message>
+    <message>
+        <source>it does not give each mapping a program of its own</source>
+        <translation>sie gibt nicht jeder Belegung ein eigenes Programm</translation>
     </message>
 </context>
 <context>
@@ -754,6 +758,22 @@ Tasten mit einem Drehknopf-Modus wählen, was er tut.</translation>
     <message>
         <source>Imported: %1</source>
         <translation>Importiert: %1</translation>
+    </message>
+    <message>
+        <source>“%1” was not imported. Your mappings (%2) cannot be added to: %3.</source>
+        <translation>„%1“ wurde nicht importiert. Zu Ihren Belegungen (%2) kann nichts hinzukommen: %3.</translation>
+    </message>
+    <message>
+        <source>“%1” was not imported: these programs have mappings of their own here: %2.</source>
+        <translation>„%1“ wurde nicht importiert: Diese Programme haben hier eigene Belegungen: %2.</translation>
+    </message>
+    <message>
+        <source>Imported, each for one program: %1</source>
+        <translation>Importiert, je für ein Programm: %1</translation>
+    </message>
+    <message>
+        <source>Imported, each for one program: %1. These keep the mappings that they have here: %2</source>
+        <translation>Importiert, je für ein Programm: %1. Diese behalten die Belegungen, die sie hier haben: %2</translation>
     </message>
 </context>
 <context>

@@ -166,11 +166,13 @@ void MappingFileExchange::import(const QStringList &files)
 {
     QStringList faults; // are told first: the message names a few only
     QStringList successes;
+    bool toldByThePage = files.size() == 1 && m_page->isVisible();
     for (const QString &file : files) {
         const ImportedMappings::Outcome outcome = m_mappings.importFile(file);
         (outcome.names.isEmpty() ? faults : successes).append(outcome.sentence);
+        toldByThePage = toldByThePage && !outcome.names.isEmpty() && !outcome.forPrograms;
     }
-    if (!faults.isEmpty() || files.size() > 1 || !m_page->isVisible()) {
+    if (!toldByThePage) {
         say(ListInWords::lines(faults + successes));
     }
 }

@@ -6,6 +6,7 @@ import signal
 import subprocess
 import time
 import unittest
+from xml.etree import ElementTree
 
 from desk import PROGRAM, SIMULATOR, Home, Lines, XServer, plain_environment, wait_for
 from windows import Windows
@@ -19,8 +20,6 @@ SELECTOR = ((1280 - 900) // 2 + 760, (1024 - 650) // 2 + 37)
 UNDO = ((1280 - 900) // 2 + 730, (1024 - 650) // 2 + 112)  # beside "Keep"
 NAME_LINE = ((1280 - 900) // 2 + 450, (1024 - 650) // 2 + 461)
 PAGE_SHOWN = 2.5    # s: from the port's opening to the end of the slide
-DIALOG_SHOWN = 0.7  # s: from a dialog's window to the input that it takes
-SETTLED = 0.1
 
 
 def button(label, key, layer="NORMAL"):
@@ -33,6 +32,11 @@ MINE = ('<?xml version="1.0" encoding="UTF-8"?>\n<ZR>\n'
         '<MAPPING software="Faders"><BUTTON id="0"><NORMAL label="Fader"><KEY1 type="midi_knob" channel="2" cc="7" '
         'on_touch="127" after_touch="0" note="0" after_touch_on="1" knobcc="20" m01h="0" m3fh="1" m0_127="0"/></NORMAL>'
         '</BUTTON></MAPPING>\n</ZR>\n')
+
+
+PROGRAMS = ('<?xml version="1.0" encoding="UTF-8"?>\n<ZR>\n'
+            f'<MAPPING software="" program="gimp" title="Gimp">{button("G", 71)}</MAPPING>\n'
+            f'<MAPPING software="Mix" program="firefox" title="Firefox" off="yes">{button("B", 66)}</MAPPING>\n</ZR>\n')
 
 
 class Travel(unittest.TestCase):
@@ -87,11 +91,9 @@ class Travel(unittest.TestCase):
         self.hands(display, "mousemove", *SELECTOR, "click", 3)
         menu = wait_for(lambda: [window for window in windows.shown() if window not in before])
         self.assertTrue(menu, "no context menu")
-        time.sleep(SETTLED)
         self.hands(display, "key", "--delay", 50, *["Down"] * entry, "Return")
-        self.assertTrue(wait_for(lambda: [window for window in windows.shown() if window not in before + menu]),
-                        "no dialog")
-        time.sleep(DIALOG_SHOWN)
+        self.assertTrue(wait_for(lambda: windows.focused() in [window for window in windows.shown()
+                                                               if window not in before + menu], STARTED), "no dialog")
 
     def dragger(self, display, *arguments):
         """Another program in the screen's corner, out of which and into which files are dragged."""
@@ -135,6 +137,25 @@ class Travel(unittest.TestCase):
             self.assertEqual(self.content(there, file), self.content(self.home, file))
         self.assertEqual(self.names(there), names)
         self.assertEqual(self.run_in(there, "--use", "M\u00fcller & S\u00f6hne"), (0, "", ""))
+
+        # What acts for one program each goes with the file in which it stands.
+        path = os.path.join(self.home.path, "programs.xml")
+        with open(path, "w", encoding="utf-8") as file:
+            file.write(PROGRAMS)
+        imported = (0, "Imported, each for one program: Gimp, Firefox\n", "")
+        self.assertEqual(self.run_in(there, "--import", path), imported)
+        again = (1, "", "veltrix: \u201cprograms.xml\u201d was not imported: these programs have mappings of their own here: "
+                        "Gimp, Firefox.\n")
+        self.assertEqual(self.run_in(there, "--import", path), again)
+        third = Home()
+        self.addCleanup(third.cleanup)
+        self.assertEqual(self.run_in(third, "--import", path), imported)  # without a running program too
+        for home in (there, third):
+            mappings = ElementTree.fromstring(home.file("programs.xml")).findall("MAPPING")
+            self.assertEqual([(each.get("program"), each.get("title"), each.get("off"),
+                               each.find("BUTTON[@id='3']/NORMAL/KEY1").text) for each in mappings],
+                             [("gimp", "Gimp", None, "71"), ("firefox", "Firefox", "yes", "66")])
+        self.assertEqual(self.names(there), names)
 
     def test_without_a_running_program_it_is_done_all_the_same(self):
         there = Home()

@@ -102,6 +102,12 @@ class Windows:
                              ctypes.c_ulong(_WINDOW), 32, 0, ctypes.byref(ctypes.c_ulong(window)), 1)
         _x11.XSync(self._display, 0)
 
+    def focused(self):
+        """The window that keys go to."""
+        window, revert = _Window(), ctypes.c_int()
+        _x11.XGetInputFocus(self._display, ctypes.byref(window), ctypes.byref(revert))
+        return window.value
+
     def cover(self):
         """Puts a window of somebody else's in front of everything."""
         window = _x11.XCreateSimpleWindow(self._display, _Window(self.root), 0, 0, 1280, 1024, 0, ctypes.c_ulong(0),

@@ -26,6 +26,7 @@ private Q_SLOTS:
     void aMappingWithoutANameGetsOne();
     void theFileForADragIsTheUsersAlone();
     void whatCannotBeWrittenIsSaid();
+    void whatComesForProgramsIsSaid();
     void theSelectorsContextMenuHasTheEntries();
     void aPressAloneDragsNothingAndReachesNobodyElse();
 
@@ -100,6 +101,15 @@ void tst_MappingFileExchange::whatCannotBeWrittenIsSaid()
     QVERIFY2(
         message()->accessibleName().startsWith(QString::fromUtf8("\u201cUntitled\u201d was not exported: ")),
         qPrintable(message()->accessibleName()));
+}
+
+// The page tells of what can be taken back there; this cannot.
+void tst_MappingFileExchange::whatComesForProgramsIsSaid()
+{
+    m_rig->writeFile(QStringLiteral("there.xml"), "<ZR><MAPPING program=\"gimp\" title=\"Gimp\"/></ZR>");
+    files()->import({path("there.xml")});
+    QVERIFY(message());
+    QCOMPARE(message()->accessibleName(), QStringLiteral("Imported, each for one program: Gimp"));
 }
 
 void tst_MappingFileExchange::theSelectorsContextMenuHasTheEntries()

@@ -41,6 +41,7 @@ private Q_SLOTS:
     void aLostDeviceLetsTheChangeHappen();
     void whatIsChosenIsChosenForWhatTheUserSees();
     void theProgramInFrontAtTheStartCounts();
+    void whatComesBackActsForTheProgramInFront();
 
 private:
     void press(int button) { m_rig->dispatcher->onButtonpress(button, true); }
@@ -206,6 +207,22 @@ void tst_ProgramSwitch::theProgramInFrontAtTheStartCounts()
     m_focus->setWatched(false);
     m_focus->focus(gimp);
     m_switch = std::make_unique<ProgramSwitch>(*m_focus, *m_rig->dispatcher, *m_programs);
+    QCOMPARE(m_programs->inUse(), gimp);
+}
+
+void tst_ProgramSwitch::whatComesBackActsForTheProgramInFront()
+{
+    giveBoth();
+    const QString version = m_directory->filePath(QStringLiteral("old.xml/programs.xml"));
+    QVERIFY(QDir(m_directory->path()).mkdir(QStringLiteral("old.xml")));
+    QVERIFY(QFile::copy(m_session->files().programs(), version));
+    m_focus->focus(gimp);
+    QVERIFY(m_programs->take(gimp));
+    press(3);
+    QVERIFY(m_session->restore(version));
+    QCOMPARE(m_programs->inUse(), QString());
+    release(3);
+    QCOMPARE(did(), QStringList({QStringLiteral("key 65 down"), QStringLiteral("key 65 up")}));
     QCOMPARE(m_programs->inUse(), gimp);
 }
 

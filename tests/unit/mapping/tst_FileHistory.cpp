@@ -200,6 +200,8 @@ void tst_FileHistory::aVersionIsBroughtBack_data()
                              << QStringLiteral("custom.xml");
     QTest::newRow("working copy") << QStringLiteral("history/current-20260101T000000000Z.xml")
                                   << QStringLiteral("current.xml");
+    QTest::newRow("programs") << QStringLiteral("history/programs-20260101T000000000Z.xml")
+                              << QStringLiteral("programs.xml");
     QTest::newRow("from elsewhere") << QStringLiteral("custom-20260101T000000000Z.xml")
                                     << QStringLiteral("custom.xml");
     QTest::newRow("a backup") << QStringLiteral("history/custom.xml") << QStringLiteral("custom.xml");
@@ -209,7 +211,7 @@ void tst_FileHistory::aVersionIsBroughtBack()
 {
     QFETCH(QString, version);
     QFETCH(QString, file);
-    const QByteArray content = "<ZR>\n\n <!-- mine --> <MAPPING software='Mix'/></ZR>";
+    const QByteArray content = "<ZR>\n\n <!-- mine --> <MAPPING program='gimp' software='Mix'/></ZR>";
     QVERIFY(QDir(m_directory->path()).mkdir(QStringLiteral("history")));
     writeFile(path(version), content);
     writeFile(path(file), "present");
@@ -238,6 +240,9 @@ void tst_FileHistory::whatIsNoneIsRefused_data()
         << QStringLiteral("line 1: <%1> is no mapping file's (column ").arg(QString(40, QLatin1Char('x')));
     QTest::newRow("empty") << custom << QByteArray() << QStringLiteral("line 1: ");
     QTest::newRow("no mapping") << current << QByteArray("<ZR/>") << QStringLiteral("it holds no mapping");
+    QTest::newRow("a mapping of nobody")
+        << QStringLiteral("copy/programs.xml") << QByteArray("<ZR><MAPPING software=\"Mix\"/></ZR>")
+        << QStringLiteral("it does not give each mapping a program of its own");
     QTest::newRow("another name") << QStringLiteral("copy/mine.xml") << QByteArray("<ZR/>")
                                   << QStringLiteral("by its name it is no version of");
 }

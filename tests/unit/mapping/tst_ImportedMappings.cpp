@@ -22,6 +22,7 @@ private Q_SLOTS:
     void allFieldsComeAlong();
     void aTakenNameGetsTheNextFreeNumber();
     void namesOfOneFileAreToldApart();
+    void aNameWithAPercentSignStaysWhatItIs();
     void manyOfOneNameAreNamedQuickly();
     void aMappingWithoutANameGetsOne();
     void whatIsWrongIsSaidWithItsPlace_data();
@@ -137,6 +138,17 @@ void tst_ImportedMappings::namesOfOneFileAreToldApart()
              QStringList({QStringLiteral("Mix"), QStringLiteral("Mix (3)"), QStringLiteral("Mix (4)")}));
 }
 
+void tst_ImportedMappings::aNameWithAPercentSignStaysWhatItIs()
+{
+    const QString path = file(library(named("Vol %1")));
+    ImportedMappings::import(path, files());
+    QCOMPARE(ImportedMappings::import(path, files()).names, QStringList(QStringLiteral("Vol %1 (2)")));
+    // As that of a file.
+    const QString out = m_directory->filePath(QStringLiteral("%1 of %2.xml"));
+    QVERIFY(MappingExport::write(*MappingExport::find(QStringLiteral("Vol %1"), files()), out));
+    QVERIFY(ImportedMappings(out).fault().isEmpty());
+}
+
 void tst_ImportedMappings::manyOfOneNameAreNamedQuickly()
 {
     constexpr double most = 2; // seconds of the processor's, whatever else runs
@@ -201,6 +213,11 @@ void tst_ImportedMappings::whatIsWrongIsSaidWithItsPlace_data()
         "line 5, \u201cMix\u201d, button 2: SHIFT3 is no layer");
     row("a button that there is not", library("<MAPPING software=\"Mix\">\n\n<BUTTON id=\"10\"/></MAPPING>"),
         "line 5, \u201cMix\u201d: \u201c10\u201d is no number of a control, which are 0 to 9");
+    row("a mapping of nobody among those of programs",
+        library("<MAPPING program=\"gimp\"/><MAPPING software=\"Mix\"/>"),
+        "it does not give each mapping a program of its own");
+    row("two of one program", library("<MAPPING program=\"gimp\"/><MAPPING program=\"gimp\"/>"),
+        "it does not give each mapping a program of its own");
     row("a mapping in a mapping", library("<MAPPING software=\"Mix\"><MAPPING/></MAPPING>"),
         "line 3, \u201cMix\u201d: \u201c\u201d is no number of a control, which are 0 to 9");
 }
@@ -214,6 +231,7 @@ void tst_ImportedMappings::whatIsWrongIsSaidWithItsPlace()
     QCOMPARE(outcome.sentence,
              QString::fromUtf8("\u201cfrom elsewhere.xml\u201d was not imported: %1.").arg(fault));
     QVERIFY(!QFile::exists(files().custom()));
+    QVERIFY(!QFile::exists(files().programs()));
 }
 
 void tst_ImportedMappings::nothingIsHalfImported()
@@ -271,9 +289,17 @@ void tst_ImportedMappings::aFileThatTheUsersCannotJoinIsSaid()
     LogCapture log;
     const auto outcome = ImportedMappings::import(file(library(named("Mix"))), files());
     QVERIFY(outcome.names.isEmpty());
-    QCOMPARE(outcome.sentence, QString::fromUtf8("\u201cfrom elsewhere.xml\u201d was not imported: it is no "
-                                                 "mapping file; a copy of it lies beside it."));
+    QCOMPARE(outcome.sentence,
+             QString::fromUtf8("\u201cfrom elsewhere.xml\u201d was not imported. Your mappings "
+                               "(custom.xml) cannot be added to: it is no mapping file; a "
+                               "copy of it lies beside it."));
     QVERIFY(contentOf(files().custom()).startsWith(before));
+    // Nor are those of programs taken for the imported file's.
+    QVERIFY(QDir().mkdir(files().programs()));
+    QCOMPARE(ImportedMappings::import(file(library("<MAPPING program=\"gimp\"/>")), files()).sentence,
+             QString::fromUtf8(
+                 "\u201cfrom elsewhere.xml\u201d was not imported. Your mappings (programs.xml) cannot be "
+                 "added to: not a regular file."));
 }
 
 void tst_ImportedMappings::moreMappingsThanAreTakenAreRefused()
@@ -395,6 +421,14 @@ void tst_ImportedMappings::aFileIsCalledAfterItsMapping_data()
     QTest::newRow("up") << QStringLiteral("../../etc/passwd") << QStringLiteral("__.._etc_passwd.xml");
     QTest::newRow("dots") << QStringLiteral("...") << QStringLiteral("_.xml");
     QTest::newRow("nothing") << QString() << QStringLiteral("mapping.xml");
+    for (const char *device : {"CON", "Con", "prn", "AUX", "NUL", "COM1", "lpt9", "COM0", "CONIN$"}) {
+        QTest::newRow(device) << QLatin1String(device) + QString()
+                              << QLatin1String(device) + QStringLiteral("_.xml");
+    }
+    QTest::newRow("a device with an ending") << QStringLiteral("aux.old") << QStringLiteral("aux_.old.xml");
+    QTest::newRow("a device with a blank") << QStringLiteral("nul .x") << QStringLiteral("nul_ .x.xml");
+    QTest::newRow("no device") << QStringLiteral("Console 1") << QStringLiteral("Console 1.xml");
+    QTest::newRow("no device either") << QStringLiteral("COM10") << QStringLiteral("COM10.xml");
     QTest::newRow("lines") << QStringLiteral(" a\nb ") << QStringLiteral("a b.xml");
     QTest::newRow("long") << QString(200, QLatin1Char('x'))
                           << QString(60, QLatin1Char('x')) + QStringLiteral(".xml");

@@ -1,4 +1,5 @@
 #include "MappingFixtures.h"
+#include "mapping/FileHistory.h"
 #include "mapping/ProgramMappings.h"
 #include "mapping/ProgramsFile.h"
 #include "mapping/SpecialAction.h"
@@ -50,8 +51,10 @@ private Q_SLOTS:
     void stepsBelongToTheirMapping();
     void whatIsKeptWithAStepIsKeptWhereItBelongs();
     void anEarlierWorkingCopyComesBackForAllPrograms();
+    void anEarlierWorkingCopyThatDoesNotComeBackChangesNothing();
     void whatWasSwitchedOffComesBack();
     void oneExchangeIsToldOnce();
+    void theLogIsNoTraceOfWhatTheUserWorksIn();
     void aChangeThatIsNotWrittenIsSaidAndTriedAgain();
     void theNextChangeWritesWhatAnotherCouldNot();
     void whoeverShowsThemIsToldOfEachChange();
@@ -59,8 +62,30 @@ private Q_SLOTS:
     void aFileThatIsNoneIsSetAside();
     void aFileThatCannotBeReadIsNotReplaced();
     void namesOfEveryKindComeBack();
+    void whatTheFileHeldGoesToItsHistory();
+    void anEarlierVersionOfAllActsAtOnce();
+    void anEarlierVersionMayHaveNoneForTheProgramInUse();
+    void anEarlierVersionThatDoesNotComeBackChangesNothing();
+    void theMappingsOfAnotherComputerComeAlong();
+    void whatIsHereStaysWhenOthersCome();
 
 private:
+    /// What another computer has: for Gimp, for the browser and for an editor, whose mapping is switched off.
+    QString ofAnotherComputer() const
+    {
+        const QString file = m_directory->filePath(QStringLiteral("from there.xml"));
+        const auto entry = [](const QString &program, const QString &title, bool acts,
+                              const shortCut &action) {
+            ProgramsFile::Entry made{program, title, acts, QString(), {}};
+            made.actions[3][Layer::Normal] = action;
+            return made;
+        };
+        ProgramsFile::write(
+            file, {entry(gimp, gimpTitle, true, knobMidi()), entry(browser, browserTitle, true, key(20)),
+                   entry(QStringLiteral("editor"), QStringLiteral("Editor"), false, key(30))});
+        return file;
+    }
+
     QString path() const { return m_session->files().programs(); }
     void assign(qint32 code, int control = 3) { m_session->assign(control, Layer::Normal, key(code)); }
     qint32 inUse(int control = 3) const { return m_session->action(control, Layer::Normal).key1; }
@@ -281,7 +306,29 @@ void tst_ProgramMappings::anEarlierWorkingCopyComesBackForAllPrograms()
     QVERIFY(m_session->restore(version));
     QVERIFY(m_session->isGeneral());
     QCOMPARE(inUse(), 1);
+    // It is a step of the general one's.
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(inUse(), 2);
+    QVERIFY(m_session->isKept());
+    QVERIFY(m_session->redo());
     m_programs->use(gimp);
+    QCOMPARE(inUse(), 10);
+}
+
+void tst_ProgramMappings::anEarlierWorkingCopyThatDoesNotComeBackChangesNothing()
+{
+    const QString version = m_directory->filePath(QStringLiteral("old/current.xml"));
+    QVERIFY(QDir(m_directory->path()).mkdir(QStringLiteral("old")));
+    QVERIFY(QFile::copy(m_session->files().workingCopy(), version));
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    assign(10);
+    QVERIFY(QFile::remove(m_session->files().workingCopy()));
+    QVERIFY(QDir().mkdir(m_session->files().workingCopy())); // what cannot be replaced
+    const LogCapture log;
+    QSignalSpy replaced(m_session.get(), &MappingSession::replaced);
+    QVERIFY(!m_session->restore(version));
+    QCOMPARE(replaced.count(), 0);
+    QCOMPARE(m_programs->inUse(), gimp);
     QCOMPARE(inUse(), 10);
 }
 
@@ -314,6 +361,16 @@ void tst_ProgramMappings::oneExchangeIsToldOnce()
     m_programs->use(gimp);
     QCOMPARE(replaced.count(), 1);
     QCOMPARE(kept.count(), 0);
+}
+
+void tst_ProgramMappings::theLogIsNoTraceOfWhatTheUserWorksIn()
+{
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    LogCapture log;
+    m_programs->use(QString());
+    m_programs->use(gimp);
+    log.takeAll(QtDebugMsg); // for whoever asks for every event
+    QCOMPARE(log.takeLines(), QStringList());
 }
 
 void tst_ProgramMappings::aChangeThatIsNotWrittenIsSaidAndTriedAgain()
@@ -447,6 +504,132 @@ void tst_ProgramMappings::namesOfEveryKindComeBack()
     m_programs->use(odd);
     QCOMPARE(inUse(), 10);
     QCOMPARE(m_programs->titleInUse(), odd);
+}
+
+void tst_ProgramMappings::whatTheFileHeldGoesToItsHistory()
+{
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    assign(10);
+    const QByteArray before = contentOf(path());
+    QVERIFY(QDir(m_directory->filePath(QStringLiteral("history")))
+                .removeRecursively());                 // longer ago than a minute
+    m_session->use(*sampleMap(QStringLiteral("Mix"))); // by mistake
+    assign(11);
+    const auto versions = FileHistory::versions(path());
+    QCOMPARE(versions.size(), 1); // one a minute, whatever is done in it
+    QCOMPARE(contentOf(versions.constFirst().path), before);
+    QVERIFY(m_session->restore(versions.constFirst().path));
+    QCOMPARE(contentOf(path()), before);
+    QCOMPARE(inUse(), 10);
+}
+
+void tst_ProgramMappings::anEarlierVersionOfAllActsAtOnce()
+{
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    assign(10);
+    const QString version = m_directory->filePath(QStringLiteral("programs-20260101T000000000Z.xml"));
+    QVERIFY(QFile::copy(path(), version));
+    assign(11);
+    QVERIFY(m_programs->give(browser, browserTitle));
+    assign(20);
+    m_programs->use(gimp);
+    QSignalSpy replaced(m_session.get(), &MappingSession::replaced);
+    QSignalSpy arrived(m_programs.get(), &ProgramMappings::arrived);
+    QVERIFY(m_session->restore(version));
+    QCOMPARE(replaced.count(), 1);
+    QCOMPARE(arrived.count(), 1);
+    QCOMPARE(m_programs->inUse(), gimp);
+    QCOMPARE(inUse(), 10);
+    QVERIFY(m_session->isKept());
+    QVERIFY(!m_session->canTakeBack()); // what was done was done to what is gone
+    QVERIFY(!m_programs->has(browser));
+    // What is done now is written, and the general one waits as it was.
+    assign(12);
+    QCOMPARE(ProgramsFile::read(path()).entries.at(0).actions[3][Layer::Normal].key1, 12);
+    m_programs->use(QString());
+    QCOMPARE(inUse(), 1);
+    QVERIFY(m_session->canTakeBack());
+    QVERIFY(m_session->isGeneral());
+    // The program that has one again is told of too.
+    QVERIFY(m_programs->take(gimp));
+    QVERIFY(m_session->restore(version));
+    QCOMPARE(arrived.count(), 2);
+    QVERIFY(m_programs->has(gimp));
+    QVERIFY(m_session->isGeneral());
+}
+
+void tst_ProgramMappings::anEarlierVersionMayHaveNoneForTheProgramInUse()
+{
+    QVERIFY(m_programs->give(browser, browserTitle));
+    const QString version = m_directory->filePath(QStringLiteral("programs-20260101T000000000Z.xml"));
+    QVERIFY(QFile::copy(path(), version));
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    assign(10);
+    QVERIFY(m_session->restore(version));
+    QCOMPARE(m_programs->inUse(), QString());
+    QVERIFY(m_session->isGeneral());
+    QCOMPARE(inUse(), 1);
+    m_programs->use(gimp);
+    QCOMPARE(inUse(), 1);
+}
+
+void tst_ProgramMappings::anEarlierVersionThatDoesNotComeBackChangesNothing()
+{
+    const LogCapture log;
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    const QString version = m_directory->filePath(QStringLiteral("programs-20260101T000000000Z.xml"));
+    QVERIFY(QFile::copy(path(), version));
+    assign(10);
+    QVERIFY(QFile::remove(path()));
+    QVERIFY(QDir().mkdir(path()));
+    QVERIFY(!m_session->restore(version));
+    QCOMPARE(m_programs->inUse(), gimp);
+    QCOMPARE(inUse(), 10);
+}
+
+void tst_ProgramMappings::theMappingsOfAnotherComputerComeAlong()
+{
+    QSignalSpy arrived(m_programs.get(), &ProgramMappings::arrived);
+    const auto outcome = m_session->importFile(ofAnotherComputer());
+    QCOMPARE(outcome.sentence, QStringLiteral("Imported, each for one program: Gimp, Firefox, Editor"));
+    QCOMPARE(outcome.names.size(), 3);
+    QVERIFY(outcome.forPrograms);
+    QCOMPARE(arrived.count(), 1);
+    QVERIFY(m_session->custom().isEmpty());
+    QVERIFY(!QFile::exists(m_session->files().custom()));
+    for (int time = 0; time < 2; ++time) {
+        m_programs->use(gimp);
+        QVERIFY(m_session->action(3, Layer::Normal) == knobMidi());
+        QCOMPARE(m_programs->titleInUse(), gimpTitle);
+        m_programs->use(browser);
+        QCOMPARE(inUse(), 20);
+        QVERIFY(!m_programs->has(QStringLiteral("editor")));
+        QVERIFY(restart()); // and from the file
+    }
+    QVERIFY(m_programs->give(QStringLiteral("editor"), QStringLiteral("Editor")));
+    QCOMPARE(inUse(), 30);
+}
+
+void tst_ProgramMappings::whatIsHereStaysWhenOthersCome()
+{
+    QVERIFY(m_programs->give(gimp, gimpTitle));
+    assign(10);
+    assign(11);
+    auto outcome = m_session->importFile(ofAnotherComputer());
+    QCOMPARE(outcome.sentence,
+             QStringLiteral("Imported, each for one program: Firefox, Editor. These keep the mappings "
+                            "that they have here: Gimp"));
+    QCOMPARE(inUse(), 11);
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(inUse(), 10);
+    const QByteArray before = contentOf(path());
+    outcome = m_session->importFile(ofAnotherComputer());
+    QVERIFY(outcome.names.isEmpty());
+    QCOMPARE(outcome.sentence,
+             QString::fromUtf8(
+                 "\u201cfrom there.xml\u201d was not imported: these programs have mappings of their own "
+                 "here: Gimp, Firefox, Editor."));
+    QCOMPARE(contentOf(path()), before);
 }
 
 QTEST_GUILESS_MAIN(tst_ProgramMappings)

@@ -76,8 +76,7 @@ bool PublishedLink::claim()
         QString program;
         if (lock->error() == QLockFile::LockFailedError && lock->getLockInfo(&pid, &host, &program)) {
             return fail(text("\"%1\" belongs to another simulator (process %2); choose another with --link")
-                            .arg(m_path)
-                            .arg(pid));
+                            .arg(m_path, QString::number(pid)));
         }
         return fail(text("\"%1\" cannot be locked").arg(m_path));
     }
