@@ -136,12 +136,14 @@ CommandLine CommandLine::parse(const QStringList &arguments, const QString &envi
     result.input = parser.value(input);
     result.call.port = result.port;
     result.call.input = result.input;
-    if (result.request == Request::Run && !inputs.contains(result.input)) {
+    const bool looksAtTheDesktop =
+        result.request == Request::Run || (result.request == Request::Command && result.command->desktop);
+    if (looksAtTheDesktop && !inputs.contains(result.input)) {
         result.request = Request::Mistake;
         result.message = tr("--input takes one of %1.").arg(inputs.join(QLatin1String(", ")));
     }
     result.verbose = parser.isSet(verbose);
-    if (result.request == Request::Run && TcpAddress::isMeant(result.port) &&
+    if (looksAtTheDesktop && result.request != Request::Mistake && TcpAddress::isMeant(result.port) &&
         !TcpAddress::parse(result.port)) {
         result.request = Request::Mistake;
         result.message = tr("%1 is not on this computer: a virtual device is at tcp:127.0.0.1:PORT, with a "

@@ -16,6 +16,8 @@
 #include <QEventLoop>
 #include <QFile>
 #include <QGuiApplication>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLoggingCategory>
 #include <QRegularExpression>
 #include <QScreen>
@@ -99,6 +101,20 @@ QStringList Doctor::withoutSecrets(const QStringList &log)
     return result;
 }
 
+QStringList Doctor::runningCopy(const RemoteAnswer &status)
+{
+    if (status.status != 0) {
+        return status.text.split(QLatin1Char('\n'));
+    }
+    QJsonObject state = QJsonDocument::fromJson(status.text.toUtf8()).object();
+    state.remove(QStringLiteral("mapping"));
+    QStringList lines;
+    for (auto each = state.constBegin(); each != state.constEnd(); ++each) {
+        lines << each.key() + QStringLiteral(": ") + each.value().toVariant().toString();
+    }
+    return lines;
+}
+
 QStringList Doctor::device(const DeviceFinding &finding, bool isRunning)
 {
     QStringList lines;
@@ -111,8 +127,8 @@ QStringList Doctor::device(const DeviceFinding &finding, bool isRunning)
     for (const PortDescription &port : systemports::createLister()->availablePorts()) {
         if (port.isOfDevice()) {
             lines << QStringLiteral("%1: %2, %3, %4")
-                         .arg(port.systemLocation, port.description, port.serialNumber)
-                         .arg(port.productIdentifier, 4, 16, QLatin1Char('0'));
+                         .arg(port.systemLocation, port.description, port.serialNumber,
+                              QStringLiteral("%1").arg(port.productIdentifier, 4, 16, QLatin1Char('0')));
         }
     }
     return lines;
@@ -132,13 +148,12 @@ QStringList Doctor::session()
     lines << QStringLiteral("Qt: ") + QGuiApplication::platformName();
     for (const QScreen *screen : isShown ? QGuiApplication::screens() : QList<QScreen *>()) {
         const QRect place = screen->geometry();
-        lines << QStringLiteral("%1: %2 x %3 + %4 + %5, %6 %")
-                     .arg(screen->name())
-                     .arg(place.width())
-                     .arg(place.height())
-                     .arg(place.x())
-                     .arg(place.y())
-                     .arg(screen->devicePixelRatio() * 100);
+        lines << screen->name() + QStringLiteral(": %1 x %2 + %3 + %4, %5 %")
+                                      .arg(place.width())
+                                      .arg(place.height())
+                                      .arg(place.x())
+                                      .arg(place.y())
+                                      .arg(screen->devicePixelRatio() * 100);
     }
     return lines;
 }
@@ -181,15 +196,15 @@ int Doctor::run(const CommandCall &call)
     QLoggingCategory::setFilterRules(QString()); // commands keep such lines to themselves
     // The running copy first: the port is its own, if there is one.
     const RemoteAnswer running =
-        RemoteClient::ask({QStringLiteral("status"), {}, false}, Session::userMark(), patience);
+        RemoteClient::ask({QStringLiteral("status"), {}, true}, Session::userMark(), patience);
     const QStringList midi = MidiOutPort().portNames();
     const QStringList log = withoutSecrets(
         lastPart(DataDirectory::path() + QStringLiteral("/veltrix.log")).split(QLatin1Char('\n')));
     const QString none = tr("none");
     const QString report =
         section(tr("Device"), device(look(call.port), running.status == 0)) +
-        section(tr("Running copy"), running.text.split(QLatin1Char('\n'))) +
-        section(tr("Session"), session()) + section(tr("Input"), input(*call.platforms, call.input)) +
+        section(tr("Running copy"), runningCopy(running)) + section(tr("Session"), session()) +
+        section(tr("Input"), input(*call.platforms, call.input)) +
         section(tr("MIDI outputs"), midi.isEmpty() ? QStringList(none) : midi) +
         section(
             tr("Tray"),

@@ -142,6 +142,8 @@ class TheDoctor(Explanations):
         told = self.doctor("--port", path)
         self.assertIn(f"{path} is there, and the running Veltrix uses it", told)
         self.assertNotIn("Veltrix is not running", told)
+        self.assertIn("  connected: true\n", told)
+        self.assertNotIn("mapping: ", told)
         time.sleep(2 * SCAN)
         self.assertFalse([line for line in running.texts() if "unplugged" in line])
         os.write(master, b"BP0\n\r\nBR0\n\r\n")

@@ -98,6 +98,16 @@ void tst_CommandLine::aVirtualDeviceIsTakenOnThisComputerOnly()
     const CommandLine environments =
         CommandLine::parse({QStringLiteral("veltrix")}, QStringLiteral("tcp:192.168.0.7:5000"));
     QCOMPARE(environments.request, CommandLine::Request::Mistake);
+    const QStringList doctor{QStringLiteral("veltrix"), QStringLiteral("--doctor")};
+    QCOMPARE(CommandLine::parse(doctor, QStringLiteral("tcp:127.0.0.1:5000")).request,
+             CommandLine::Request::Command);
+    QCOMPARE(CommandLine::parse(doctor, QStringLiteral("tcp:192.168.0.7:5000")).request,
+             CommandLine::Request::Mistake);
+    // Commands that look at no device work in such an environment too.
+    QCOMPARE(CommandLine::parse({QStringLiteral("veltrix"), QStringLiteral("--list")},
+                                QStringLiteral("tcp:192.168.0.7:5000"))
+                 .request,
+             CommandLine::Request::Command);
 }
 
 void tst_CommandLine::inputIsOneOfTheWaysThatWereBuilt()
@@ -117,6 +127,11 @@ void tst_CommandLine::inputIsOneOfTheWaysThatWereBuilt()
     const CommandLine mistake = parse(QStringLiteral("--input=telepathy"));
     QCOMPARE(mistake.request, CommandLine::Request::Mistake);
     QCOMPARE(mistake.message, QStringLiteral("--input takes one of %1.").arg(ways.join(QLatin1String(", "))));
+    const CommandLine doctors = CommandLine::parse(
+        {QStringLiteral("veltrix"), QStringLiteral("--doctor"), QStringLiteral("--input=telepathy")},
+        QString());
+    QCOMPARE(doctors.request, CommandLine::Request::Mistake);
+    QCOMPARE(doctors.message, mistake.message);
 }
 
 void tst_CommandLine::verboseIsOffUnlessAsked()

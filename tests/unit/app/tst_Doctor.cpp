@@ -1,4 +1,5 @@
 #include "app/Doctor.h"
+#include "remote/RemoteMessage.h"
 
 #include <QtTest>
 
@@ -9,6 +10,7 @@ class tst_Doctor : public QObject
 private Q_SLOTS:
     void eventsAndNamesAreLeftOut_data();
     void eventsAndNamesAreLeftOut();
+    void theRunningCopysMappingIsLeftOut();
 };
 
 void tst_Doctor::eventsAndNamesAreLeftOut_data()
@@ -29,6 +31,9 @@ void tst_Doctor::eventsAndNamesAreLeftOut_data()
     row("and where it was not saved",
         "warning veltrix.mapping: The mapping secret was not saved, the file /x is full",
         "warning veltrix.mapping: The mapping … was not saved, the file /x is full");
+    row("what of a name cannot be written",
+        "warning veltrix.mapping: Characters that a mapping file cannot carry were dropped: my secret",
+        "warning veltrix.mapping: Characters that a mapping file cannot carry were dropped:…");
     row("a name in the dialog", "info veltrix.ui: saved Map: secret", "info veltrix.ui: saved Map:…");
     QTest::newRow("the rest of a line") << QStringLiteral("secret") << QString();
 }
@@ -38,6 +43,17 @@ void tst_Doctor::eventsAndNamesAreLeftOut()
     QFETCH(QString, line);
     QFETCH(QString, told);
     QCOMPARE(Doctor::withoutSecrets({line}).join(QLatin1Char('\n')), told);
+}
+
+void tst_Doctor::theRunningCopysMappingIsLeftOut()
+{
+    const QStringList told = Doctor::runningCopy(
+        {0, QStringLiteral("{\"connected\":true,\"layer\":\"Shift1\",\"mapping\":\"my secret\\nplan\","
+                           "\"mode\":\"midi\"}")});
+    QCOMPARE(told, QStringList({QStringLiteral("connected: true"), QStringLiteral("layer: Shift1"),
+                                QStringLiteral("mode: midi")}));
+    QCOMPARE(Doctor::runningCopy({3, QStringLiteral("None runs.")}),
+             QStringList{QStringLiteral("None runs.")});
 }
 
 QTEST_GUILESS_MAIN(tst_Doctor)
