@@ -35,7 +35,8 @@ constexpr qint64 logBytes = qint64{16} * 1024;
 constexpr int patience = 2000;     // ms, for the running copy
 constexpr int tcpConnection = 300; // ms, on this computer
 
-QStringList said; // by the platform, while it was made
+// By the platform, while it was made. Empty it takes nothing at the start of the program.
+QStringList said; // clazy:exclude=non-pod-global-static
 
 void listen(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
@@ -124,7 +125,8 @@ QStringList Doctor::device(const DeviceFinding &finding, bool isRunning)
     } else {
         lines << FindingText::sentence(finding);
     }
-    for (const PortDescription &port : systemports::createLister()->availablePorts()) {
+    const QVector<PortDescription> ports = systemports::createLister()->availablePorts();
+    for (const PortDescription &port : ports) {
         if (port.isOfDevice()) {
             lines << QStringLiteral("%1: %2, %3, %4")
                          .arg(port.systemLocation, port.description, port.serialNumber,
@@ -146,7 +148,8 @@ QStringList Doctor::session()
         lines << QStringLiteral("%1=%2").arg(QLatin1String(name), value);
     }
     lines << QStringLiteral("Qt: ") + QGuiApplication::platformName();
-    for (const QScreen *screen : isShown ? QGuiApplication::screens() : QList<QScreen *>()) {
+    const QList<QScreen *> screens = isShown ? QGuiApplication::screens() : QList<QScreen *>();
+    for (const QScreen *screen : screens) {
         const QRect place = screen->geometry();
         lines << screen->name() + QStringLiteral(": %1 x %2 + %3 + %4, %5 %")
                                       .arg(place.width())

@@ -14,7 +14,8 @@ namespace
 QStringList localFiles(const QMimeData &data)
 {
     QStringList files;
-    for (const QUrl &url : data.urls()) {
+    const QList<QUrl> urls = data.urls();
+    for (const QUrl &url : urls) {
         if (url.isLocalFile()) {
             files.append(url.toLocalFile());
         }

@@ -67,8 +67,8 @@ FileResult restoreHere(const QString &version, const MappingFiles &files)
 {
     FileResult result = VersionRestore::restore(version, files);
     if (result && VersionRestore::fileOf(version, files) == files.workingCopy()) {
-        const SettingsPlace place(QLatin1String(AppInfo::organisationName),
-                                  QLatin1String(AppInfo::applicationName));
+        const SettingsPlace place{QLatin1String(AppInfo::organisationName),
+                                  QLatin1String(AppInfo::applicationName)};
         Settings(QLatin1String(AppInfo::organisationName), QLatin1String(AppInfo::applicationName))
             .remove(QLatin1String(MappingInUse::noteKey)); // the name was of what is replaced
     }

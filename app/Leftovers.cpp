@@ -54,7 +54,8 @@ void Leftovers::clearBesideSettings(const QString &path)
         const QRegularExpression temporary(QStringLiteral("^%1\\.(?=.*[a-z][A-Z])[A-Za-z]{6}$")
                                                .arg(QRegularExpression::escape(info.fileName())));
         QDir folder = info.dir();
-        for (const QFileInfo &each : folder.entryInfoList(QDir::Files | QDir::Hidden)) {
+        const QFileInfoList files = folder.entryInfoList(QDir::Files | QDir::Hidden);
+        for (const QFileInfo &each : files) {
             if (temporary.match(each.fileName()).hasMatch() && each.lastModified() >= locked) {
                 folder.remove(each.fileName());
             }

@@ -19,9 +19,10 @@ constexpr int gatherTime = 1000; // ms that a line may wait for the file
 
 constexpr int earlyLinesAtMost = 1000;
 
-QMutex fileMutex; // the MIDI driver's thread logs too
-std::unique_ptr<LogFile> file;
-QByteArrayList earlyLines; // until there is a file
+// Empty they take nothing at the start of the program, and what the file still gathers is written at its end.
+QMutex fileMutex;              // clazy:exclude=non-pod-global-static (the MIDI driver's thread logs too)
+std::unique_ptr<LogFile> file; // clazy:exclude=non-pod-global-static
+QByteArrayList earlyLines;     // clazy:exclude=non-pod-global-static (until there is a file)
 bool fileExpected = true;
 bool failureTold = false;
 
@@ -100,7 +101,8 @@ void Logging::addFile(const QString &directory)
     const QMutexLocker locker(&fileMutex);
     file = std::make_unique<LogFile>(directory + QStringLiteral("/veltrix.log"));
     bool begins = false;
-    for (const QByteArray &line : std::exchange(earlyLines, {})) {
+    const QByteArrayList waiting = std::exchange(earlyLines, {});
+    for (const QByteArray &line : waiting) {
         begins = file->append(line, false) || begins;
     }
     if (begins) {

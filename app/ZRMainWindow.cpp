@@ -83,7 +83,8 @@ ZRMainWindow::ZRMainWindow(std::unique_ptr<SerialProtocol> serial, const DeviceP
     setWindowIcon(QIcon(QStringLiteral(":/icons/ZR_logo.png")));
     addTrayIcon();
     connect(qApp, &QGuiApplication::screenRemoved, this, &ZRMainWindow::stayWhole, Qt::QueuedConnection);
-    for (const QScreen *each : QGuiApplication::screens()) {
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    for (const QScreen *each : screens) {
         connect(each, &QScreen::geometryChanged, this, &ZRMainWindow::stayWhole, Qt::QueuedConnection);
     }
     if (updater) {
@@ -198,11 +199,12 @@ void ZRMainWindow::placeWhereThePointerIs()
 // A screen has gone, or has become smaller.
 void ZRMainWindow::stayWhole()
 {
-    QVector<QRect> screens;
-    for (const QScreen *screen : QGuiApplication::screens()) {
-        screens.append(screen->geometry());
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    QVector<QRect> places;
+    for (const QScreen *screen : screens) {
+        places.append(screen->geometry());
     }
-    if (isVisible() && !WindowPlace::isWhole(geometry(), screens)) {
+    if (isVisible() && !WindowPlace::isWhole(geometry(), places)) {
         placeWhereThePointerIs();
     }
 }

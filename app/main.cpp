@@ -67,8 +67,8 @@ int main(int argc, char *argv[])
     if (!application.problem().isEmpty()) {
         qCWarning(lcApp).noquote() << application.problem();
     }
-    const SettingsPlace settingsPlace(QLatin1String(AppInfo::organisationName),
-                                      QLatin1String(AppInfo::applicationName));
+    const SettingsPlace settingsPlace{QLatin1String(AppInfo::organisationName),
+                                      QLatin1String(AppInfo::applicationName)};
     const MappingFiles files(data, seeds);
     Leftovers::clearBesideSettings(settingsPlace.file());
     for (const QString &path :

@@ -44,7 +44,8 @@ QStringList locksOf(qint64 process)
     QStringList found;
     for (const char *folder : folders) {
         const QDir locks(QString::fromLatin1(folder));
-        for (const QString &name : locks.entryList({QStringLiteral("LCK..*")}, QDir::Files | QDir::Hidden)) {
+        const QStringList names = locks.entryList({QStringLiteral("LCK..*")}, QDir::Files | QDir::Hidden);
+        for (const QString &name : names) {
             if (holderOfFile(locks.filePath(name)) == process) {
                 found.append(locks.filePath(name));
             }
@@ -62,7 +63,8 @@ bool PortLocks::areLeftOf(qint64 process)
 
 void PortLocks::removeOf(qint64 process)
 {
-    for (const QString &path : locksOf(process)) {
+    const QStringList paths = locksOf(process);
+    for (const QString &path : paths) {
         QLockFile(path).removeStaleLockFile();
     }
 }

@@ -53,9 +53,9 @@ Q_SIGNALS:
     /// A button, 0 to 9, went down or up. On loss of the device all ten go up, pressed or not.
     void onButtonpress(int button, bool pressing);
     /// The knob was touched, let go or turned a step, as the character says.
-    void onKnobevent(char type);
+    void onKnobevent(char type); // clazy:exclude=overloaded-signal (both are part of the interface)
     /// The knob was turned by @p count steps.
-    void onKnobevent(int count);
+    void onKnobevent(int count); // clazy:exclude=overloaded-signal
     /// The device is gone: the releases of its buttons follow, then portChange().
     void aboutToUnplug();
     /// The device's port is there and cannot be opened, for the system's reason @p reason; emitted when the

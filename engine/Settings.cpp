@@ -25,8 +25,8 @@ class SecondName
 
 public:
     explicit SecondName(const QString &file)
-        : m_file(QFileInfo(file).exists() ? QFileInfo(file).canonicalFilePath().toStdU16String()
-                                          : file.toStdU16String())
+        : m_file(QFileInfo::exists(file) ? QFileInfo(file).canonicalFilePath().toStdU16String()
+                                         : file.toStdU16String())
         , m_second(m_file)
     {
         std::error_code error;
@@ -115,7 +115,8 @@ void Settings::write(const std::function<void()> &toolkitsWay, bool again)
     m_store.sync();
     QVariantMap lost;
     if (!isWhole()) {
-        for (const QString &key : m_store.allKeys()) {
+        const QStringList keys = m_store.allKeys();
+        for (const QString &key : keys) {
             lost.insert(key, m_store.value(key));
         }
         old.putBack();
@@ -157,8 +158,9 @@ bool Settings::isWhole() const
     }
     const QByteArray content = file.readAll();
     const QList<QByteArray> lines = content.split('\n');
+    const QStringList stored = m_store.allKeys();
     QSet<QString> keys;
-    for (const QString &key : m_store.allKeys()) {
+    for (const QString &key : stored) {
         keys.insert(key.startsWith(QLatin1Char('/')) ? key.mid(1) : key); // of a section without a name
     }
     const auto values = std::count_if(lines.begin(), lines.end(), [](const QByteArray &line) {

@@ -75,7 +75,8 @@ void removeOld(const QString &file, const QDateTime &now)
 {
     QSet<QDate> days;
     int number = 0;
-    for (const FileHistory::Version &version : FileHistory::versions(file)) {
+    const QVector<FileHistory::Version> versions = FileHistory::versions(file);
+    for (const FileHistory::Version &version : versions) {
         const QDate day = version.time.toLocalTime().date();
         const bool lastOfItsDay = !days.contains(day);
         days.insert(day);
@@ -90,7 +91,8 @@ void removeUnfinished(const QString &file)
 {
     QDir folder(FileHistory::folder(file));
     const QRegularExpression names = versionNames(file);
-    for (const QString &name : folder.entryList(QDir::Files)) {
+    const QStringList files = folder.entryList(QDir::Files);
+    for (const QString &name : files) {
         if (!names.match(name).captured(3).isEmpty()) {
             folder.remove(name);
         }
@@ -157,7 +159,8 @@ QVector<FileHistory::Version> FileHistory::versions(const QString &file)
     QVector<Version> found;
     const QDir directory(folder(file));
     const QRegularExpression names = versionNames(file);
-    for (const QString &name : directory.entryList(QDir::Files)) {
+    const QStringList files = directory.entryList(QDir::Files);
+    for (const QString &name : files) {
         if (const auto time = timeOf(names.match(name))) {
             found.append({directory.filePath(name), *time});
         }

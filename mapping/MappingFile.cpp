@@ -130,7 +130,8 @@ void MappingFile::removeUnfinished(const QString &path)
     const QRegularExpression unfinished(QStringLiteral("^%1(\\.\\w+)?\\.veltrix-[0-9a-f]{16}$")
                                             .arg(QRegularExpression::escape(info.fileName())));
     QDir folder = info.dir();
-    for (const QString &name : folder.entryList(QDir::Files | QDir::Hidden)) {
+    const QStringList files = folder.entryList(QDir::Files | QDir::Hidden);
+    for (const QString &name : files) {
         if (unfinished.match(name).hasMatch()) {
             folder.remove(name);
         }

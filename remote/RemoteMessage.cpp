@@ -76,7 +76,8 @@ std::optional<RemoteRequest> RemoteMessage::readRequest(const QByteArray &line, 
     if (words.size() > 2 + maximumArguments) {
         return refused(QT_TRANSLATE_NOOP("RemoteMessage", "The request has too many arguments."));
     }
-    for (const QByteArray &each : words.mid(2)) {
+    const QList<QByteArray> arguments = words.mid(2);
+    for (const QByteArray &each : arguments) {
         const auto argument = textOf(each);
         if (!argument) {
             return refused(

@@ -166,7 +166,8 @@ void ComboMapping::menuClosed()
 
 void ComboMapping::replace(Kind kind, const MapList &arrived)
 {
-    for (ZRButtonMap *map : owned(m_maps.at(kind))) {
+    const MapList replaced = owned(m_maps.at(kind));
+    for (ZRButtonMap *map : replaced) {
         map->deleteLater(); // a slot of newMap() may have it in hand
     }
     m_maps.at(kind) = arrived;

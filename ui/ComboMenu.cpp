@@ -144,7 +144,7 @@ QStringList ComboMenu::cutLabels() const
         cut << (part == 0 ? Layer::Shift1 : Layer::Shift2);
     }
     QStringList lines;
-    for (const Layer layer : cut) {
+    for (const Layer layer : qAsConst(cut)) {
         lines << tr("%1, %2: %3")
                      .arg(accessibleName(), Layers::shownName(layer),
                           ComboMenuEntries::displayed(m_shownLabels[layer]));

@@ -99,7 +99,8 @@ void ComboMenuLabel::setStandingOut(int index)
 
 void ComboMenuLabel::paintEvent(QPaintEvent *event)
 {
-    QFrame::paintEvent(event); // NOLINT(bugprone-parent-virtual-call): the ground, and not the text
+    // The ground, and not the text.
+    QFrame::paintEvent(event); // NOLINT(bugprone-parent-virtual-call) clazy:exclude=skipped-base-method
     QPainter painter(this);
     painter.setPen(palette().color(foregroundRole()));
     painter.drawText(contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine, shownText());

@@ -211,7 +211,11 @@ void DeviceZR::connectBoxes()
 void DeviceZR::childEvent(QChildEvent *event)
 {
     ZRBaseWindow::childEvent(event);
-    auto *dialog = event->polished() ? qobject_cast<OverlayDialog *>(event->child()) : nullptr;
+    // Polished it is whole, and its class known.
+    auto *dialog =
+        event->polished()
+            ? qobject_cast<OverlayDialog *>(event->child()) // clazy:exclude=child-event-qobject-cast
+            : nullptr;
     if (dialog != nullptr) {
         dialog->setDesktop(m_parts.desktop);
         connect(dialog, &OverlayDialog::hidden, this, [this] { setBlur(false); });
@@ -253,7 +257,8 @@ void DeviceZR::onDeviceConnected(const QString &deviceName)
 {
     if (deviceName.isEmpty()) {
         m_parts.dispatcher->onDeviceLost();
-        for (OverlayDialog *dialog : findChildren<OverlayDialog *>()) {
+        const QList<OverlayDialog *> dialogs = findChildren<OverlayDialog *>();
+        for (OverlayDialog *dialog : dialogs) {
             dialog->hide();
         }
     }

@@ -14,8 +14,9 @@ TakeBack::TakeBack(MappingSession &session, MapNotices &notices, QWidget *page)
     const auto add = [page](int key, auto what) {
         connect(new QShortcut(QKeySequence(key), page), &QShortcut::activated, page, what);
     };
-    add(Qt::CTRL + Qt::Key_Z, [this] { takeBack(); });
-    add(Qt::CTRL + Qt::SHIFT + Qt::Key_Z, [this] { redo(); });
+    const int control = Qt::CTRL;
+    add(control + Qt::Key_Z, [this] { takeBack(); });
+    add(control + Qt::SHIFT + Qt::Key_Z, [this] { redo(); });
     connect(&notices, &MapNotices::undo, this, &TakeBack::takeBack);
     connect(&session, &MappingSession::stepped, this, &TakeBack::say);
     // Another mapping has other steps: what was offered is not the last any more.

@@ -38,7 +38,7 @@ QUrl UserGuide::address(const QString &programFolder)
 
 QUrl UserGuide::help(const QString &programFolder)
 {
-    const QUrl maker(QLatin1String(AppInfo::supportPage));
+    const QUrl maker{QLatin1String(AppInfo::supportPage)};
     return leadsNowhere(maker) ? troubleshooting(programFolder, {}) : maker;
 }
 

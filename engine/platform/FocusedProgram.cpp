@@ -21,7 +21,8 @@ QString shortened(const QString &name)
 FocusedProgram::Program FocusedProgram::Program::called(const QString &text)
 {
     QString plain;
-    for (const QChar c : text.left(longestText)) {
+    const QString start = text.left(longestText);
+    for (const QChar c : start) {
         plain += c.isPrint() ? c : QLatin1Char(' ');
     }
     plain = plain.simplified();

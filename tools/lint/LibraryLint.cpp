@@ -115,7 +115,7 @@ Maps readMaps(const QString &path)
 {
     Maps maps;
     XmlMappingReader reader;
-    QObject::connect(&reader, &XmlMappingReader::newMapListReady,
+    QObject::connect(&reader, &XmlMappingReader::newMapListReady, &reader,
                      [&maps](const QList<ZRButtonMap *> &list, bool, int) {
                          for (ZRButtonMap *map : list) {
                              maps.emplace_back(map);

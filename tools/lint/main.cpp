@@ -18,7 +18,8 @@ int main(int argc, char *argv[])
     AppFonts::load();
     int status = 0;
     for (const QString &file : files) {
-        for (const QString &fault : LibraryLint::faults(file)) {
+        const QStringList faults = LibraryLint::faults(file);
+        for (const QString &fault : faults) {
             std::fputs(QStringLiteral("%1: %2\n").arg(file, fault).toLocal8Bit().constData(), stderr);
             status = 1;
         }

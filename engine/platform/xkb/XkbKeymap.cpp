@@ -5,6 +5,7 @@
 
 #include <X11/keysym.h>
 #include <cstring>
+#include <initializer_list>
 #include <xkbcommon/xkbcommon.h>
 
 namespace
@@ -98,7 +99,8 @@ void addModifiers(xkb_keymap *keymap, quint32 group, KeyboardMap &map)
 {
     for (xkb_keycode_t keycode = 255; keycode > 0; --keycode) {
         const QVector<quint32> symbols = symbolsOf(keymap, keycode);
-        for (const quint32 symbol : {XK_Num_Lock, XK_Shift_L, XK_ISO_Level3_Shift}) {
+        for (const quint32 symbol :
+             std::initializer_list<quint32>{XK_Num_Lock, XK_Shift_L, XK_ISO_Level3_Shift}) {
             const quint32 given =
                 symbols.contains(symbol) ? modifiersGivenBy(keymap, keycode, group, symbol) : 0;
             if (given != 0 && symbol == XK_Num_Lock) {
