@@ -13,7 +13,7 @@ Core::Core(Platform &platform, OwedMessages &owedMessages)
     , m_midiPortName(m_midi.chooseOutputPort())
     , m_dispatcher(m_ledger, *platform.pointer, m_midi, m_knobSettings, m_clock)
 {
-    connect(qApp, &QCoreApplication::aboutToQuit, this, &Core::end);
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, &Core::end);
 }
 
 Core::~Core() = default;

@@ -46,10 +46,12 @@ void flushFile()
 
 void flushSoon()
 {
-    if (qApp) {
+    if (QCoreApplication::instance()) {
         // Across threads only a queued call may start a timer.
         QMetaObject::invokeMethod(
-            qApp, [] { QTimer::singleShot(gatherTime, qApp, flushFile); }, Qt::QueuedConnection);
+            QCoreApplication::instance(),
+            [] { QTimer::singleShot(gatherTime, QCoreApplication::instance(), flushFile); },
+            Qt::QueuedConnection);
     }
 }
 

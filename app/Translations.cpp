@@ -56,7 +56,7 @@ bool installProgramTexts(const QLocale &language)
                      QStringLiteral(":/translations"))) {
         return false;
     }
-    texts->setParent(qApp);
+    texts->setParent(QCoreApplication::instance());
     return QCoreApplication::installTranslator(texts.release());
 }
 
@@ -67,7 +67,7 @@ void installToolkitTexts(const QLocale &language)
     for (const QString &folder : {QLibraryInfo::location(QLibraryInfo::TranslationsPath),
                                   QCoreApplication::applicationDirPath() + QStringLiteral("/translations")}) {
         if (texts->load(language, QStringLiteral("qtbase"), QStringLiteral("_"), folder)) {
-            texts->setParent(qApp);
+            texts->setParent(QCoreApplication::instance());
             QCoreApplication::installTranslator(texts.release());
             return;
         }

@@ -1,24 +1,32 @@
-# The toolkit's headers, compiled once. A target that lacks an include builds with them all the same, so the ordinary
-# builds do without.
+if(VELTRIX_PRECOMPILED_HEADERS)
+    # They are of use only where the same macros hold.
+    target_compile_options(veltrix_settings INTERFACE -pthread)
+    target_compile_definitions(veltrix_settings INTERFACE $<$<NOT:$<CONFIG:Debug>>:QT_NO_DEBUG>)
+endif()
+
+# veltrix_precompile(TARGET [OPTIONS...])
+#   The toolkit's headers, compiled once for all targets that are compiled with the same OPTIONS besides the common
+#   ones. A target that lacks an include builds with them all the same, so the ordinary builds do without.
 function(veltrix_precompile target)
     if(NOT VELTRIX_PRECOMPILED_HEADERS)
         return()
     endif()
-    if(NOT TARGET veltrix_precompiled)
+    string(MAKE_C_IDENTIFIER "veltrix_precompiled${ARGN}" headers)
+    if(NOT TARGET ${headers})
         file(CONFIGURE OUTPUT "${CMAKE_BINARY_DIR}/precompiled.cpp" CONTENT "")
-        add_library(veltrix_precompiled STATIC "${CMAKE_BINARY_DIR}/precompiled.cpp")
-        set_target_properties(veltrix_precompiled PROPERTIES AUTOMOC OFF)
+        add_library(${headers} STATIC "${CMAKE_BINARY_DIR}/precompiled.cpp")
+        set_target_properties(${headers} PROPERTIES AUTOMOC OFF)
+        target_compile_options(${headers} PRIVATE ${ARGN})
         # Not linked: the modules' definitions differ from target to target, and a header compiled with one of them would
         # be of use to few.
-        target_link_libraries(veltrix_precompiled PRIVATE veltrix_settings)
-        target_include_directories(veltrix_precompiled SYSTEM PRIVATE
+        target_link_libraries(${headers} PRIVATE veltrix_settings)
+        target_include_directories(${headers} SYSTEM PRIVATE
             $<TARGET_PROPERTY:Qt5::Core,INTERFACE_INCLUDE_DIRECTORIES>
             $<TARGET_PROPERTY:Qt5::Gui,INTERFACE_INCLUDE_DIRECTORIES>
             $<TARGET_PROPERTY:Qt5::Widgets,INTERFACE_INCLUDE_DIRECTORIES>)
-        target_compile_definitions(veltrix_precompiled PRIVATE $<$<NOT:$<CONFIG:Debug>>:QT_NO_DEBUG>)
-        target_precompile_headers(veltrix_precompiled PRIVATE <QtCore/QtCore> <QtWidgets/QtWidgets>)
+        target_precompile_headers(${headers} PRIVATE <QtCore/QtCore> <QtWidgets/QtWidgets>)
     endif()
-    target_precompile_headers(${target} REUSE_FROM veltrix_precompiled)
+    target_precompile_headers(${target} REUSE_FROM ${headers})
 endfunction()
 
 # veltrix_add_library(NAME SOURCES... LINK libraries...)
@@ -63,10 +71,11 @@ endif()
 #                  [DEFINITIONS NAME=VALUE...] [ENVIRONMENT NAME=VALUE...])
 #   A Qt Test class with its main function, in NAME.cpp, registered with CTest. The tests of a folder are one program,
 #   named after the folder; each runs as a process of its own ("PROGRAM NAME" runs it by hand) and keeps its main
-#   function, which the build calls run_NAME. The target NAME builds what the test needs, tests_LABEL what all need that
-#   have the label. Unit tests run without a display: they get the offscreen platform. SERVERS is for tests that start
-#   real servers (X, JACK, a web server, Wine); they have that label too, and those alone may be run once more after a
-#   failure, because a machine that is busy with something else can keep such a server waiting.
+#   function, which is called run_NAME (tests/support/main/Main.h). The target NAME builds what the test needs,
+#   tests_LABEL what all need that have the label. Unit tests run without a display: they get the offscreen platform.
+#   SERVERS is for tests that start real servers (X, JACK, a web server, Wine); they have that label too, and those
+#   alone may be run once more after a failure, because a machine that is busy with something else can keep such a
+#   server waiting.
 function(veltrix_add_test name)
     cmake_parse_arguments(ARG "SERVERS" "LABEL;TIMEOUT" "SOURCES;LINK;DEFINITIONS;ENVIRONMENT" ${ARGN})
     if(NOT ARG_LABEL)
@@ -88,14 +97,12 @@ function(veltrix_add_test name)
         target_link_libraries(${program} PRIVATE veltrix_settings Qt5::Test)
         target_compile_definitions(${program} PRIVATE VELTRIX_TEST_DATA="${VELTRIX_SOURCE_AT_RUN}/tests/data")
         target_compile_options(${program} PRIVATE ${VELTRIX_TEST_OPTIONS})
-        veltrix_precompile(${program})
+        veltrix_precompile(${program} ${VELTRIX_TEST_OPTIONS})
     endif()
     set_property(TARGET ${program} APPEND PROPERTY VELTRIX_TESTS ${name})
     target_sources(${program} PRIVATE ${ARG_SOURCES})
     target_link_libraries(${program} PRIVATE ${ARG_LINK})
-    set_property(SOURCE ${name}.cpp APPEND PROPERTY COMPILE_DEFINITIONS main=run_${name})
-    # Precompiled headers know another "main".
-    set_source_files_properties(${name}.cpp PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
+    set_property(SOURCE ${name}.cpp APPEND PROPERTY COMPILE_DEFINITIONS VELTRIX_TEST_MAIN=run_${name})
     set_property(SOURCE ${ARG_SOURCES} APPEND PROPERTY COMPILE_DEFINITIONS ${ARG_DEFINITIONS})
 
     add_custom_target(${name})
@@ -116,7 +123,7 @@ function(veltrix_add_test name)
     endif()
     list(APPEND environment ${VELTRIX_TEST_ENVIRONMENT})
     set_tests_properties(${name} PROPERTIES
-        LABELS "${labels}" TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "${environment}")
+        LABELS "${labels}" TIMEOUT ${ARG_TIMEOUT} COST ${ARG_TIMEOUT} ENVIRONMENT "${environment}") # the long ones first
 endfunction()
 
 # veltrix_add_test_at_scale(NAME SCALE): NAME_SCALEx is the same test on a screen with that many times the pixels.

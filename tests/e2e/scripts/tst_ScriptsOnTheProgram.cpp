@@ -1,6 +1,7 @@
 #include "mapping/SpecialAction.h"
 #include "tests/e2e/support/Desk.h"
 #include "tests/e2e/support/ScriptPlayer.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/script/ExpectedStreams.h"
 #include "tests/support/script/ScriptParser.h"
 #include "tests/support/script/SideBySide.h"

@@ -1,6 +1,7 @@
 #include "app/UpdateDialog.h"
 #include "app/frame/ZRDialog.h"
 #include "tests/platform/net/FakePrompt.h"
+#include "tests/support/main/Main.h"
 
 #include <QApplication>
 #include <QPushButton>

@@ -1,6 +1,7 @@
 #include "app/UpdateDialog.h"
 #include "app/frame/ZRDialog.h"
 #include "tests/platform/ui_dialogs/XClient.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/xserver/KeyWindow.h"
 #include "tests/support/xserver/XServer.h"
 

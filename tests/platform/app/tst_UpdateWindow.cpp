@@ -3,6 +3,7 @@
 #include "app/frame/ZRBaseWindow.h"
 #include "app/frame/ZRDialog.h"
 #include "tests/platform/net/UpdaterRig.h"
+#include "tests/support/main/Main.h"
 
 #include <QDir>
 #include <QGuiApplication>

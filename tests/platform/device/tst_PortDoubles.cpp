@@ -1,6 +1,7 @@
 #include "device/QtSerialPort.h"
 #include "device/TcpPortLister.h"
 #include "tests/platform/device/Pty.h"
+#include "tests/support/main/Main.h"
 #include "tests/unit/device/FakePortLister.h"
 #include "tests/unit/device/FakeSerialPort.h"
 

@@ -3,6 +3,7 @@
 #include "device/PortLocks.h"
 #include "device/QtSerialPort.h"
 #include "tests/platform/device/Pty.h"
+#include "tests/support/main/Main.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

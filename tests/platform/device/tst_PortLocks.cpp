@@ -1,4 +1,5 @@
 #include "device/PortLocks.h"
+#include "tests/support/main/Main.h"
 
 #include <QCoreApplication>
 #include <QDir>

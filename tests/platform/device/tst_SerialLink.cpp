@@ -2,6 +2,7 @@
 #include "device/SerialProtocol.h"
 #include "tests/platform/device/Pty.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 #include "tests/unit/device/FakePortLister.h"
 
 #include <QElapsedTimer>

@@ -2,6 +2,7 @@
 #include "device/SerialProtocol.h"
 #include "device/TcpAddress.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 #include "tools/simulator/TcpCable.h"
 
 #include <QSignalSpy>

@@ -1,5 +1,6 @@
 #include "tests/support/jack/JackServer.h"
 #include "tests/support/jack/MidiListener.h"
+#include "tests/support/main/Main.h"
 
 #include <QElapsedTimer>
 #include <QtTest>

@@ -1,5 +1,6 @@
 #include "midi/JackMidi.h"
 #include "tests/support/jack/JackServer.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/midi/FakeMidiBackend.h"
 
 #include <QtTest>

@@ -1,6 +1,7 @@
 #include "net/HttpManager.h"
 #include "net/WebService.h"
 #include "tests/support/http/HttpServer.h"
+#include "tests/support/main/Main.h"
 
 #include <QElapsedTimer>
 #include <QFile>

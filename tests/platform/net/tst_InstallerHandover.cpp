@@ -1,5 +1,6 @@
 #include "net/OSHelper.h"
 #include "tests/platform/net/UpdaterRig.h"
+#include "tests/support/main/Main.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,5 +1,6 @@
 #include "net/MapUpdate.h"
 #include "tests/support/http/HttpServer.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/signing/SigningKey.h"
 
 #include <QDir>

@@ -1,6 +1,7 @@
 #include "net/QDownloader.h"
 #include "tests/support/disk/FullDisk.h"
 #include "tests/support/http/HttpServer.h"
+#include "tests/support/main/Main.h"
 
 #include <QElapsedTimer>
 #include <QFile>

@@ -1,5 +1,6 @@
 #include "tests/platform/net/UpdaterRig.h"
 #include "tests/platform/net/UpdaterTexts.h"
+#include "tests/support/main/Main.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,6 +1,7 @@
 #include "remote/RemoteClient.h"
 #include "remote/RemotePlace.h"
 #include "remote/RemoteServer.h"
+#include "tests/support/main/Main.h"
 
 #include <QLocalServer>
 #include <QLocalSocket>

@@ -1,3 +1,4 @@
+#include "tests/support/main/Main.h"
 #include "tests/unit/tools/FakePort.h"
 #include "tools/simulator/TcpCable.h"
 #include "tools/simulator/posix/PtyPort.h"

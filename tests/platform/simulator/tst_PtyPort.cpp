@@ -1,3 +1,4 @@
+#include "tests/support/main/Main.h"
 #include "tools/simulator/posix/PrivateDirectory.h"
 #include "tools/simulator/posix/PtyPort.h"
 #include "tools/simulator/posix/PublishedLink.h"

@@ -4,6 +4,7 @@
 #include "engine/platform/x11/X11InputInjector.h"
 #include "engine/platform/xkb/KeysymTable.h"
 #include "tests/platform/ui_dialogs/XClient.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/xserver/KeyWindow.h"
 #include "tests/support/xserver/XServer.h"
 #include "ui/MidiMenu.h"

@@ -1,4 +1,5 @@
 #include "XClient.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/xserver/KeyWindow.h"
 #include "tests/support/xserver/XServer.h"
 #include "ui/ScreenNote.h"

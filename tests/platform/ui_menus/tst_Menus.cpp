@@ -2,6 +2,7 @@
 #include "app/frame/AppFonts.h"
 #include "engine/Settings.h"
 #include "tests/platform/ui_dialogs/XClient.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/xserver/XServer.h"
 #include "tests/unit/ui_menus/PopUp.h"
 #include "ui/ComboMapping.h"

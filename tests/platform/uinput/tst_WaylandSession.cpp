@@ -1,6 +1,7 @@
 #include "engine/platform/uinput/WaylandSession.h"
 #include "tests/platform/uinput/TestCompositor.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 
 #include <QSignalSpy>
 #include <QtTest>

@@ -1,4 +1,5 @@
 #include "engine/platform/x11/X11InputInjector.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/xserver/XServer.h"
 #include "tests/support/xserver/XTestDevices.h"
 

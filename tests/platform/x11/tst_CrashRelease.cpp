@@ -1,3 +1,4 @@
+#include "tests/support/main/Main.h"
 #include "tests/support/xserver/KeyWindow.h"
 #include "tests/support/xserver/XServer.h"
 #include "tests/support/xserver/XTestDevices.h"

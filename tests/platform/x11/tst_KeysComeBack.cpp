@@ -1,5 +1,6 @@
 #include "engine/platform/x11/X11Desktop.h"
 #include "engine/platform/x11/X11InputInjector.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/xserver/KeyWindow.h"
 #include "tests/support/xserver/XServer.h"
 #include "tests/support/xserver/XTestDevices.h"

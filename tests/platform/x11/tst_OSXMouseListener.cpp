@@ -1,6 +1,7 @@
 #include "engine/platform/x11/OSXMouseListener.h"
 #include "engine/platform/x11/X11Pointer.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/xserver/XServer.h"
 #include "tests/support/xserver/XTestDevices.h"
 

@@ -2,6 +2,7 @@
 #include "engine/platform/recording/RecordingInjector.h"
 #include "engine/platform/x11/X11InputInjector.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/xserver/XServer.h"
 
 #include <QLocalServer>

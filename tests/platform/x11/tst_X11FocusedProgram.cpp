@@ -1,5 +1,6 @@
 #include "engine/platform/x11/X11FocusedProgram.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/xserver/XServer.h"
 
 #include <QCoreApplication>

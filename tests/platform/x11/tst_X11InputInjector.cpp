@@ -1,5 +1,6 @@
 #include "engine/platform/x11/X11InputInjector.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/xkb/ExpectedSymbols.h"
 #include "tests/support/xserver/KeyWindow.h"
 #include "tests/support/xserver/XServer.h"

@@ -1,6 +1,7 @@
 #include "engine/platform/x11/X11Pointer.h"
 #include "engine/platform/x11/X11PointerAppearance.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/xserver/KeyWindow.h"
 #include "tests/support/xserver/XServer.h"
 #include "tests/support/xserver/XTestDevices.h"

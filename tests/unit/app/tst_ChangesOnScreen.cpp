@@ -1,4 +1,5 @@
 #include "mapping/SpecialAction.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/page/PageRig.h"
 #include "ui/ChangesOnScreen.h"
 #include "ui/ScreenNote.h"

@@ -1,5 +1,6 @@
 #include "app/CommandLine.h"
 #include "engine/platform/PlatformFactory.h"
+#include "tests/support/main/Main.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,5 @@
 #include "app/DataDirectory.h"
+#include "tests/support/main/Main.h"
 
 #include <QDir>
 #include <QFile>

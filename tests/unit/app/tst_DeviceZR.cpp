@@ -3,6 +3,7 @@
 #include "mapping/SpecialAction.h"
 #include "mapping/XmlMappingReader.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/page/PageRig.h"
 #include "ui/ComboMapping.h"
 #include "ui/ComboMenu.h"

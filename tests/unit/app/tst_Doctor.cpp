@@ -1,5 +1,6 @@
 #include "app/Doctor.h"
 #include "remote/RemoteMessage.h"
+#include "tests/support/main/Main.h"
 
 #include <QtTest>
 

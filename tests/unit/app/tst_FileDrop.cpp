@@ -2,6 +2,7 @@
 #include "app/ZRMainWindow.h"
 #include "app/frame/ZRDialog.h"
 #include "mapping/MappingSession.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/page/PageRig.h"
 #include "ui/DeviceZR.h"
 

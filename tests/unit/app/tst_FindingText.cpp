@@ -1,5 +1,6 @@
 #include "app/FindingText.h"
 #include "device/DeviceSearch.h"
+#include "tests/support/main/Main.h"
 
 #include <QFile>
 #include <QRegularExpression>

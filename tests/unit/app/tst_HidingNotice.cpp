@@ -1,5 +1,6 @@
 #include "app/HidingNotice.h"
 #include "engine/Settings.h"
+#include "tests/support/main/Main.h"
 
 #include <QTemporaryDir>
 #include <QtTest>

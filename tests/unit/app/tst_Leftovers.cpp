@@ -1,4 +1,5 @@
 #include "app/Leftovers.h"
+#include "tests/support/main/Main.h"
 
 #include <QDateTime>
 #include <QDir>

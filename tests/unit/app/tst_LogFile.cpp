@@ -1,4 +1,5 @@
 #include "app/LogFile.h"
+#include "tests/support/main/Main.h"
 
 #include <QTemporaryDir>
 #include <QtTest>

@@ -1,6 +1,7 @@
 #include "app/frame/ZRDialog.h"
 #include "mapping/ImportedMappings.h"
 #include "mapping/MappingSession.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/page/PageRig.h"
 #include "ui/ComboMapping.h"
 #include "ui/DeviceZR.h"

@@ -1,5 +1,6 @@
 #include "app/frame/AppFonts.h"
 #include "app/frame/ClickableLabel.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/page/PageRig.h"
 #include "ui/ComboMapping.h"
 #include "ui/ComboMenu.h"

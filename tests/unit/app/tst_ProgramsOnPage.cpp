@@ -1,6 +1,7 @@
 #include "mapping/ImportedMappings.h"
 #include "mapping/MappingSession.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/page/PageRig.h"
 #include "ui/ComboMapping.h"
 #include "ui/ComboMenu.h"

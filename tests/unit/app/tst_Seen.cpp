@@ -1,6 +1,7 @@
 #include "app/ZRMainWindow.h"
 #include "app/frame/AppFonts.h"
 #include "app/frame/ZRDialog.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/page/PageRig.h"
 #include "tests/unit/ui_menus/PopUp.h"
 #include "ui/ComboMapping.h"

@@ -1,6 +1,7 @@
 #include "app/SettingsPlace.h"
 #include "engine/Settings.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 
 #include <QDir>
 #include <QStandardPaths>

@@ -2,6 +2,7 @@
 #include "app/frame/ClickableLabel.h"
 #include "mapping/XmlMappingReader.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/page/PageRig.h"
 #include "ui/ComboMenu.h"
 #include "ui/MapNotices.h"

@@ -1,4 +1,5 @@
 #include "app/WindowPlace.h"
+#include "tests/support/main/Main.h"
 
 #include <QtTest>
 

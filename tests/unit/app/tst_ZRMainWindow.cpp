@@ -3,6 +3,7 @@
 #include "app/frame/ZRDialog.h"
 #include "game/GameView.h"
 #include "mapping/SpecialAction.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/page/PageRig.h"
 #include "ui/SaveDialog.h"
 

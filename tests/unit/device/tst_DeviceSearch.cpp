@@ -1,4 +1,5 @@
 #include "device/PortFinder.h"
+#include "tests/support/main/Main.h"
 #include "tests/unit/device/LinkFixture.h"
 
 #include <QTest>

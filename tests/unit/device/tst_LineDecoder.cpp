@@ -1,5 +1,6 @@
 #include "device/LineDecoder.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/random/Seeds.h"
 #include "tests/unit/device/EventText.h"
 #include "tests/unit/device/NaiveFraming.h"

@@ -1,4 +1,5 @@
 #include "device/PortFinder.h"
+#include "tests/support/main/Main.h"
 #include "tests/unit/device/FakePortLister.h"
 
 #include <QDir>

@@ -1,3 +1,4 @@
+#include "tests/support/main/Main.h"
 #include "tests/unit/device/LinkFixture.h"
 
 /// The queue of requests to the device.

@@ -1,4 +1,5 @@
 #include "device/TcpAddress.h"
+#include "tests/support/main/Main.h"
 
 #include <QTest>
 

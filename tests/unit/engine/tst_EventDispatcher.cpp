@@ -1,5 +1,6 @@
 #include "mapping/SpecialAction.h"
 #include "mapping/ZRButtonMap.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/script/EngineRig.h"
 
 #include <QSignalSpy>

@@ -2,6 +2,7 @@
 #include "engine/platform/recording/Recorder.h"
 #include "engine/platform/recording/RecordingAppearance.h"
 #include "engine/platform/recording/RecordingInjector.h"
+#include "tests/support/main/Main.h"
 
 #include <QtTest>
 

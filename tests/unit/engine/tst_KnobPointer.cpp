@@ -4,6 +4,7 @@
 #include "engine/platform/recording/RecordingAppearance.h"
 #include "engine/platform/recording/RecordingInjector.h"
 #include "engine/platform/recording/RecordingPointer.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/script/ManualClock.h"
 
 #include <QtTest>

@@ -1,5 +1,6 @@
 #include "engine/KnobSettings.h"
 #include "engine/Settings.h"
+#include "tests/support/main/Main.h"
 
 #include <QTemporaryDir>
 #include <QtTest>

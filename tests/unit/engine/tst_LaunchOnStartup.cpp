@@ -1,5 +1,6 @@
 #include "engine/LaunchOnStartup.h"
 #include "engine/platform/AutostartEntry.h"
+#include "tests/support/main/Main.h"
 
 #include <QtTest>
 

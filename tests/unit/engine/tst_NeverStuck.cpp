@@ -1,4 +1,5 @@
 #include "mapping/SpecialAction.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/random/Seeds.h"
 #include "tests/support/script/EngineRig.h"
 #include "tests/support/script/SideBySide.h"

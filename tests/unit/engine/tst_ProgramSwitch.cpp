@@ -1,6 +1,7 @@
 #include "engine/ProgramSwitch.h"
 #include "engine/platform/recording/RecordingFocus.h"
 #include "mapping/ProgramMappings.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/script/EngineRig.h"
 
 #include <QSignalSpy>

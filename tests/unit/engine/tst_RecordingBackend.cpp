@@ -2,6 +2,7 @@
 #include "engine/platform/recording/RecordingAppearance.h"
 #include "engine/platform/recording/RecordingInjector.h"
 #include "engine/platform/recording/RecordingPointer.h"
+#include "tests/support/main/Main.h"
 
 #include <QtTest>
 

@@ -1,4 +1,5 @@
 #include "engine/ScreenJump.h"
+#include "tests/support/main/Main.h"
 
 #include <QtTest>
 

@@ -1,4 +1,5 @@
 #include "mapping/SpecialAction.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/script/ExpectedStreams.h"
 #include "tests/support/script/ScriptParser.h"
 #include "tests/support/script/SideBySide.h"

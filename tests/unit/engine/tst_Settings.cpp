@@ -1,4 +1,5 @@
 #include "engine/Settings.h"
+#include "tests/support/main/Main.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,5 @@
 #include "engine/SystemClock.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/script/ManualClock.h"
 
 #include <QEventLoop>

@@ -1,3 +1,4 @@
+#include "tests/support/main/Main.h"
 #include "tests/support/script/EngineRig.h"
 #include "tests/support/script/ScriptParser.h"
 #include "tests/support/script/SideBySide.h"

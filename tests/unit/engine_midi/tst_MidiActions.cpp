@@ -2,6 +2,7 @@
 #include "midi/MidiOutPort.h"
 #include "midi/OwedMessages.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/midi/FakeMidiBackend.h"
 #include "tests/support/script/ManualClock.h"
 

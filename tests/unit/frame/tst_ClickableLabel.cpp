@@ -1,4 +1,5 @@
 #include "app/frame/ClickableLabel.h"
+#include "tests/support/main/Main.h"
 
 #include <QAccessible>
 #include <QSignalSpy>

@@ -1,5 +1,6 @@
 #include "app/frame/AppFonts.h"
 #include "app/frame/FittingText.h"
+#include "tests/support/main/Main.h"
 
 #include <QCheckBox>
 #include <QFontMetrics>

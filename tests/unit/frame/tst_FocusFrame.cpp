@@ -1,5 +1,6 @@
 #include "app/frame/FocusFrame.h"
 #include "app/frame/Look.h"
+#include "tests/support/main/Main.h"
 
 #include <QtTest>
 

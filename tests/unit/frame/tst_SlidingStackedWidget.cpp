@@ -1,4 +1,5 @@
 #include "app/frame/SlidingStackedWidget.h"
+#include "tests/support/main/Main.h"
 
 #include <QLabel>
 #include <QPropertyAnimation>

@@ -1,5 +1,6 @@
 #include "app/frame/AppInfo.h"
 #include "app/frame/UserGuide.h"
+#include "tests/support/main/Main.h"
 
 #include <QDir>
 #include <QTemporaryDir>

@@ -1,5 +1,6 @@
 #include "app/frame/ClickableLabel.h"
 #include "app/frame/WelcomeWindow.h"
+#include "tests/support/main/Main.h"
 #include "tests/unit/frame/Browser.h"
 
 #include <QAccessible>

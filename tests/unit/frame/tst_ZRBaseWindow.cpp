@@ -4,6 +4,7 @@
 #include "app/frame/UserGuide.h"
 #include "app/frame/ZRBaseWindow.h"
 #include "net/ZRUpdater.h"
+#include "tests/support/main/Main.h"
 #include "tests/unit/frame/Browser.h"
 
 #include <QAccessible>

@@ -1,5 +1,6 @@
 #include "game/GameView.h"
 #include "game/QDrawingContext.h"
+#include "tests/support/main/Main.h"
 
 #include <QAbstractEventDispatcher>
 #include <QElapsedTimer>

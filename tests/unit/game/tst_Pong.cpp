@@ -1,4 +1,5 @@
 #include "game/pong/Game.h"
+#include "tests/support/main/Main.h"
 
 #include <QtTest>
 

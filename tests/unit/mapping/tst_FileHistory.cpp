@@ -3,6 +3,7 @@
 #include "mapping/MappingFile.h"
 #include "mapping/VersionRestore.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 
 #include <QDir>
 #include <QFile>

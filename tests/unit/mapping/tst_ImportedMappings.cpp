@@ -4,6 +4,7 @@
 #include "mapping/SpecialAction.h"
 #include "mapping/XmlMappingWriter.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 
 #include <QDir>
 #include <QTemporaryDir>

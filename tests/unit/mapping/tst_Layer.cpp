@@ -1,4 +1,5 @@
 #include "mapping/ActionTable.h"
+#include "tests/support/main/Main.h"
 
 #include <QtTest>
 

@@ -1,5 +1,6 @@
 #include "mapping/LibraryKeeper.h"
 #include "mapping/XmlMappingReader.h"
+#include "tests/support/main/Main.h"
 
 #include <QDir>
 #include <QFile>

@@ -7,6 +7,7 @@
 #include "mapping/XmlMappingReader.h"
 #include "mapping/XmlMappingWriter.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/random/Seeds.h"
 
 #include <QDir>

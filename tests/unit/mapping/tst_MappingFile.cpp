@@ -4,6 +4,7 @@
 #include "mapping/MappingSession.h"
 #include "tests/support/disk/FullDisk.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 
 #include <QDir>
 #include <QFile>

@@ -3,6 +3,7 @@
 #include "mapping/BrokenFile.h"
 #include "mapping/LibraryKeeper.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 
 #include <QDir>
 #include <QFile>

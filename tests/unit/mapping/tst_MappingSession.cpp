@@ -2,6 +2,7 @@
 #include "SessionInFolder.h"
 #include "mapping/SpecialAction.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 
 #include <QDir>
 #include <QFile>

@@ -2,6 +2,7 @@
 #include "mapping/FileHistory.h"
 #include "mapping/MappingSession.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 
 #include <QDir>
 #include <QFile>

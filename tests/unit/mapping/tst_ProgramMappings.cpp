@@ -4,6 +4,7 @@
 #include "mapping/ProgramsFile.h"
 #include "mapping/SpecialAction.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,7 @@
 #include "mapping/SpecialAction.h"
 #include "mapping/XmlMappingReader.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 
 #include <QFile>
 #include <QLoggingCategory>

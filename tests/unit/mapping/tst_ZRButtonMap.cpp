@@ -1,5 +1,6 @@
 #include "mapping/SpecialAction.h"
 #include "mapping/ZRButtonMap.h"
+#include "tests/support/main/Main.h"
 
 #include <QSignalSpy>
 #include <QtTest>

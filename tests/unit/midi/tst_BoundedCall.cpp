@@ -1,4 +1,5 @@
 #include "midi/BoundedCall.h"
+#include "tests/support/main/Main.h"
 
 #include <QtTest>
 

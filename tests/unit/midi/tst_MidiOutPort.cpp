@@ -1,5 +1,6 @@
 #include "midi/MidiOutPort.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/midi/FakeMidiBackend.h"
 
 #include <QtTest>

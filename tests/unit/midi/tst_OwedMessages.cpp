@@ -1,4 +1,5 @@
 #include "midi/OwedMessages.h"
+#include "tests/support/main/Main.h"
 
 #include <QtTest>
 

@@ -1,4 +1,5 @@
 #include "midi/SendBudget.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/random/Seeds.h"
 
 #include <QRandomGenerator>

@@ -1,4 +1,5 @@
 #include "net/HttpResponse.h"
+#include "tests/support/main/Main.h"
 
 #include <QTest>
 

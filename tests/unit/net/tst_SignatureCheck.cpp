@@ -1,4 +1,5 @@
 #include "net/SignatureCheck.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/signing/SigningKey.h"
 
 #include <QDir>

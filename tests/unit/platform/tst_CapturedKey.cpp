@@ -1,5 +1,6 @@
 #include "engine/platform/xkb/CapturedKey.h"
 #include "engine/platform/xkb/KeysymTable.h"
+#include "tests/support/main/Main.h"
 
 #include <QtTest>
 

@@ -1,5 +1,6 @@
 #include "engine/platform/xkb/KeyTranslator.h"
 #include "engine/platform/xkb/XkbKeymap.h"
+#include "tests/support/main/Main.h"
 
 #include <QFile>
 #include <QTest>

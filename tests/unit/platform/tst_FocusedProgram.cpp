@@ -1,4 +1,5 @@
 #include "engine/platform/FocusedProgram.h"
+#include "tests/support/main/Main.h"
 
 #include <QSignalSpy>
 #include <QTest>

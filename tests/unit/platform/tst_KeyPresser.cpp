@@ -1,4 +1,5 @@
 #include "engine/platform/xkb/KeyPresser.h"
+#include "tests/support/main/Main.h"
 
 #include <QtTest>
 

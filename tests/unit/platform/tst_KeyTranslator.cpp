@@ -1,4 +1,5 @@
 #include "engine/platform/xkb/KeyTranslator.h"
+#include "tests/support/main/Main.h"
 
 #include <QTest>
 

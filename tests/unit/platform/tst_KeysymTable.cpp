@@ -1,4 +1,5 @@
 #include "engine/platform/xkb/KeysymTable.h"
+#include "tests/support/main/Main.h"
 
 #include <QMap>
 #include <QTest>

@@ -1,4 +1,5 @@
 #include "engine/platform/linux/PathWatch.h"
+#include "tests/support/main/Main.h"
 
 #include <QFile>
 #include <QTemporaryDir>

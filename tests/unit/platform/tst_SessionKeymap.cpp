@@ -1,5 +1,6 @@
 #include "engine/platform/uinput/SessionKeymap.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 
 #include <QSignalSpy>
 #include <QTemporaryFile>

@@ -1,5 +1,6 @@
 #include "engine/platform/uinput/UinputInjector.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/uinput/RecordingKernel.h"
 #include "tests/support/xkb/ExpectedSymbols.h"
 

@@ -1,5 +1,6 @@
 #include "engine/ScreenJump.h"
 #include "engine/platform/uinput/UinputPointer.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/uinput/RecordingKernel.h"
 
 #include <QtTest>

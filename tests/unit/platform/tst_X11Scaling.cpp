@@ -1,4 +1,5 @@
 #include "engine/platform/x11/X11Scaling.h"
+#include "tests/support/main/Main.h"
 
 #include <QtTest>
 

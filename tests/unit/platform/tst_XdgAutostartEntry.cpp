@@ -1,6 +1,7 @@
 #include "engine/platform/linux/XdgAutostartEntry.h"
 #include "tests/support/disk/FullDisk.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 
 #include <QDir>
 #include <QFile>

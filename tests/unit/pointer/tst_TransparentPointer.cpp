@@ -1,3 +1,5 @@
+#include "tests/support/main/Main.h"
+
 #include <QFile>
 #include <QTest>
 #include <QtEndian>

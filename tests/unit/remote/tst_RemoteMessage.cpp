@@ -1,4 +1,5 @@
 #include "remote/RemoteMessage.h"
+#include "tests/support/main/Main.h"
 
 #include <QtTest>
 

@@ -1,6 +1,7 @@
 #include "app/frame/AppFonts.h"
 #include "mapping/SpecialAction.h"
 #include "mapping/XmlMappingReader.h"
+#include "tests/support/main/Main.h"
 #include "tools/lint/LibraryLint.h"
 
 #include <QtTest>

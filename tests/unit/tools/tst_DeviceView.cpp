@@ -1,3 +1,4 @@
+#include "tests/support/main/Main.h"
 #include "tests/unit/tools/FakePort.h"
 #include "tools/simulator/DeviceGeometry.h"
 #include "tools/simulator/DeviceView.h"

@@ -1,4 +1,5 @@
 #include "app/frame/AppFonts.h"
+#include "tests/support/main/Main.h"
 #include "tools/lint/LibraryLint.h"
 
 #include <QFile>

@@ -1,3 +1,4 @@
+#include "tests/support/main/Main.h"
 #include "tools/simulator/Options.h"
 
 #include <QtTest>

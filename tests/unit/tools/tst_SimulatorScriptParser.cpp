@@ -1,3 +1,4 @@
+#include "tests/support/main/Main.h"
 #include "tools/simulator/ScriptParser.h"
 
 #include <QtTest>

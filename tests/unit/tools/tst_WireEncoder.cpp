@@ -1,3 +1,4 @@
+#include "tests/support/main/Main.h"
 #include "tools/simulator/WireEncoder.h"
 
 #include <QtTest>

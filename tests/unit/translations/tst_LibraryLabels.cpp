@@ -4,6 +4,7 @@
 #include "mapping/FileResult.h"
 #include "mapping/SpecialAction.h"
 #include "mapping/XmlMappingReader.h"
+#include "tests/support/main/Main.h"
 #include "tests/unit/translations/TranslationFile.h"
 #include "tests/unit/ui_menus/MenuRig.h"
 #include "ui/ComboMenuEntries.h"

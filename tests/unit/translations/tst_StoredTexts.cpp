@@ -1,5 +1,6 @@
 #include "app/Translations.h"
 #include "app/frame/AppFonts.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/page/PageRig.h"
 #include "tests/unit/ui_menus/PopUp.h"
 #include "ui/ComboMapping.h"

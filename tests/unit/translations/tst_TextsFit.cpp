@@ -6,6 +6,7 @@
 #include "app/frame/WelcomeWindow.h"
 #include "app/frame/ZRDialog.h"
 #include "device/DeviceSearch.h"
+#include "tests/support/main/Main.h"
 #include "tests/support/page/PageRig.h"
 #include "tests/unit/translations/TranslationFile.h"
 #include "ui/ComboMapping.h"

@@ -1,4 +1,5 @@
 #include "app/Translations.h"
+#include "tests/support/main/Main.h"
 #include "tests/unit/translations/TranslationFile.h"
 
 #include <QCoreApplication>

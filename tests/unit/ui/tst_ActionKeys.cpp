@@ -1,3 +1,4 @@
+#include "tests/support/main/Main.h"
 #include "ui/ActionKeys.h"
 
 #include <QtTest>

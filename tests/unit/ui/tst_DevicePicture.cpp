@@ -1,3 +1,4 @@
+#include "tests/support/main/Main.h"
 #include "ui/DevicePicture.h"
 
 #include <QHelpEvent>

@@ -1,3 +1,4 @@
+#include "tests/support/main/Main.h"
 #include "ui/KeyNames.h"
 
 #include <QTranslator>

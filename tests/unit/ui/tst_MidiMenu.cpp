@@ -1,3 +1,4 @@
+#include "tests/support/main/Main.h"
 #include "tests/unit/ui/DialogRig.h"
 #include "ui/MidiMenu.h"
 

@@ -1,5 +1,6 @@
 #include "engine/DoneAction.h"
 #include "mapping/SpecialAction.h"
+#include "tests/support/main/Main.h"
 #include "ui/SentWords.h"
 
 #include <QtTest>

@@ -1,4 +1,5 @@
 #include "engine/platform/Desktop.h"
+#include "tests/support/main/Main.h"
 #include "tests/unit/ui/DialogRig.h"
 #include "ui/ShortcutKey.h"
 

@@ -1,5 +1,6 @@
 #include "mapping/XmlMappingReader.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 #include "tests/unit/ui_menus/PopUp.h"
 #include "ui/ComboMapping.h"
 #include "ui/SaveDialog.h"

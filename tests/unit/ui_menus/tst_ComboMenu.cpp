@@ -1,6 +1,7 @@
 #include "app/frame/ActionLabels.h"
 #include "mapping/SpecialAction.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 #include "tests/unit/ui_menus/MenuRig.h"
 #include "tests/unit/ui_menus/PopUp.h"
 #include "ui/ComboMenu.h"

@@ -1,4 +1,5 @@
 #include "mapping/SpecialAction.h"
+#include "tests/support/main/Main.h"
 #include "tests/unit/ui_menus/MenuRig.h"
 #include "ui/ComboMenuLabel.h"
 #include "ui/ComboMenuSettings.h"

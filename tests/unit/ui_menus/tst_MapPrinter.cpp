@@ -1,4 +1,5 @@
 #include "app/frame/Look.h"
+#include "tests/support/main/Main.h"
 #include "tests/unit/ui_menus/MenuRig.h"
 #include "ui/MapPrinter.h"
 

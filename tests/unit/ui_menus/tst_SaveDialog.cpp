@@ -1,5 +1,6 @@
 #include "app/frame/ClickableLabel.h"
 #include "tests/support/log/LogCapture.h"
+#include "tests/support/main/Main.h"
 #include "ui/SaveDialog.h"
 
 #include <QLabel>
