@@ -1,12 +1,12 @@
 #include "tools/simulator/Simulation.h"
 
 #include "tools/simulator/LineInput.h"
+#include "tools/simulator/Output.h"
 #include "tools/simulator/VirtualDevice.h"
 
 #include <QFile>
 
 #include <algorithm>
-#include <cstdio>
 
 namespace simulator
 {
@@ -18,8 +18,7 @@ constexpr int standardInput = 0;
 
 void report(const QString &place, int line, const QString &message)
 {
-    const QString text = QStringLiteral("%1:%2: %3\n").arg(place).arg(line).arg(message);
-    std::fputs(text.toLocal8Bit().constData(), stderr);
+    print(QStringLiteral("%1:%2: %3\n").arg(place).arg(line).arg(message), true);
 }
 
 } // namespace
@@ -44,8 +43,7 @@ int Simulation::load()
     }
     QFile file(*m_options.scriptFile);
     if (!file.open(QIODevice::ReadOnly)) {
-        const QString text = QStringLiteral("%1: %2\n").arg(file.fileName(), file.errorString());
-        std::fputs(text.toLocal8Bit().constData(), stderr);
+        print(QStringLiteral("%1: %2\n").arg(file.fileName(), file.errorString()), true);
         return statusMistake;
     }
     const Script script = scriptparser::parse(file.readAll());

@@ -1,6 +1,7 @@
 #include "tools/simulator/Cable.h"
 #include "tools/simulator/DeviceWindow.h"
 #include "tools/simulator/Options.h"
+#include "tools/simulator/Output.h"
 #include "tools/simulator/SignalWatcher.h"
 #include "tools/simulator/Simulation.h"
 #include "tools/simulator/VirtualDevice.h"
@@ -10,22 +11,22 @@
 #include <QTranslator>
 
 #include <chrono>
-#include <cstdio>
 #include <memory>
 
 namespace
 {
 
-void print(FILE *stream, const QString &text)
-{
-    std::fputs(text.toLocal8Bit().constData(), stream);
-    std::fflush(stream);
-}
+using simulator::print;
 
 int fail(int status, const QString &message)
 {
-    print(stderr, QStringLiteral("veltrix-simulator: %1\n").arg(message));
+    print(QStringLiteral("veltrix-simulator: %1\n").arg(message), true);
     return status;
+}
+
+bool wantsWindow(const simulator::Options &options)
+{
+    return options.window && options.error.isEmpty() && !options.help && !options.version;
 }
 
 std::unique_ptr<QCoreApplication> createApplication(bool window, int &argc, char **argv)
@@ -46,7 +47,7 @@ void printReports(simulator::VirtualDevice &device)
         const auto time = std::chrono::steady_clock::now().time_since_epoch();
         const qint64 nanoseconds = std::chrono::duration_cast<std::chrono::nanoseconds>(time).count();
         const QString report = QString::fromLatin1(message).simplified();
-        print(stdout, QStringLiteral("sent %1 %2\n").arg(nanoseconds).arg(report));
+        print(QStringLiteral("sent %1 %2\n").arg(nanoseconds).arg(report));
     });
 }
 
@@ -59,8 +60,7 @@ int main(int argc, char **argv)
     for (int i = 0; i < argc; ++i) {
         arguments.append(QString::fromLocal8Bit(argv[i]));
     }
-    const simulator::Options options = simulator::parseOptions(arguments);
-    const bool window = options.window && options.error.isEmpty() && !options.help && !options.version;
+    const bool window = wantsWindow(simulator::parseOptions(arguments));
     if (window && !simulator::hasDisplay()) {
         return fail(1, QStringLiteral("no display for the window; see --script and --stdin in --help"));
     }
@@ -69,12 +69,14 @@ int main(int argc, char **argv)
                    QStringLiteral(":/translations"))) {
         QCoreApplication::installTranslator(&texts);
     }
+    // Once more: now a mistake is told in the user's language, and Windows' file names are whole.
+    const simulator::Options options = simulator::parseOptions(QCoreApplication::arguments());
     if (options.help) {
-        print(stdout, simulator::helpText());
+        print(simulator::helpText());
         return 0;
     }
     if (options.version) {
-        print(stdout, QStringLiteral("veltrix-simulator " VELTRIX_VERSION "\n"));
+        print(QStringLiteral("veltrix-simulator " VELTRIX_VERSION "\n"));
         return 0;
     }
     if (!options.error.isEmpty()) {
@@ -103,17 +105,16 @@ int main(int argc, char **argv)
     QObject::connect(&simulation, &simulator::Simulation::finished, application.get(),
                      [](int status) { QCoreApplication::exit(status); });
     QObject::connect(cable.get(), &simulator::Cable::openedChanged, &device, [&device](bool opened) {
-        print(stdout, opened ? QStringLiteral("opened\n") : QStringLiteral("closed\n"));
+        print(opened ? QStringLiteral("opened\n") : QStringLiteral("closed\n"));
         device.portStateChanged();
     });
     QObject::connect(cable.get(), &simulator::Cable::overrun, &device,
-                     [] { print(stderr, QStringLiteral("the program does not read: reports are lost\n")); });
+                     [] { print(QStringLiteral("the program does not read: reports are lost\n"), true); });
     QObject::connect(cable.get(), &simulator::Cable::overrunEnded, &device, [](int count) {
-        print(stderr, QStringLiteral("the program reads again: %1 bytes were lost\n").arg(count));
+        print(QStringLiteral("the program reads again: %1 bytes were lost\n").arg(count), true);
     });
     QObject::connect(cable.get(), &simulator::Cable::pluggedChanged, &device, [&cable](bool plugged) {
-        print(stdout,
-              plugged ? QStringLiteral("plugged %1\n").arg(cable->address()) : QStringLiteral("unplugged\n"));
+        print(plugged ? QStringLiteral("plugged %1\n").arg(cable->address()) : QStringLiteral("unplugged\n"));
     });
     if (options.timestamps) {
         printReports(device);

@@ -45,8 +45,8 @@ void Win32Terminal::print(const std::wstring &text, bool toError)
     if (!attached && GetLastError() != ERROR_ACCESS_DENIED) { // denied: there is one already
         return;
     }
-    // The shell has not waited: its prompt stands there already.
-    writeToConsole(L"\n" + text);
+    // The shell does not wait for a program without a console: its prompt stands there already.
+    writeToConsole(attached ? L"\n" + text : text);
     if (attached) {
         FreeConsole();
     }

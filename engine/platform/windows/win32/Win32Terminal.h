@@ -2,12 +2,12 @@
 
 #include <string>
 
-/// The console that a program without one of its own was started from.
+/// The console of a program, or the one that a program without was started from.
 namespace Win32Terminal
 {
 
 /// Prints to standard output or error: to the file or pipe that the user has led it to, in UTF-8, else to the
-/// console of the shell that has started the program. Without either, nothing happens.
+/// program's own console, or to that of the shell that has started it. Without any, nothing happens.
 void print(const std::wstring &text, bool toError);
 
 } // namespace Win32Terminal
