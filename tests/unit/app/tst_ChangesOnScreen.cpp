@@ -1,3 +1,4 @@
+#include "app/frame/AppFonts.h"
 #include "mapping/SpecialAction.h"
 #include "tests/support/main/Main.h"
 #include "tests/support/page/PageRig.h"
@@ -27,6 +28,7 @@ class tst_ChangesOnScreen : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { AppFonts::load(); }
     void init();
     void cleanup();
 

@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -41,7 +42,7 @@ void tst_CommandLine::withoutOptionsTheProgramRuns()
 {
     const CommandLine line = CommandLine::parse({QStringLiteral("veltrix")}, QStringLiteral("/dev/ttyX"));
     QCOMPARE(line.request, CommandLine::Request::Run);
-    QCOMPARE(line.port, QStringLiteral("/dev/ttyX"));
+    QCOMPARE(line.port, QFileInfo(QStringLiteral("/dev/ttyX")).absoluteFilePath());
 }
 
 void tst_CommandLine::theOptionWinsOverTheEnvironment()
@@ -49,7 +50,7 @@ void tst_CommandLine::theOptionWinsOverTheEnvironment()
     const CommandLine line =
         CommandLine::parse({QStringLiteral("veltrix"), QStringLiteral("--port"), QStringLiteral("/dev/ttyA")},
                            QStringLiteral("/dev/ttyB"));
-    QCOMPARE(line.port, QStringLiteral("/dev/ttyA"));
+    QCOMPARE(line.port, QFileInfo(QStringLiteral("/dev/ttyA")).absoluteFilePath());
 }
 
 void tst_CommandLine::aRelativePortIsTakenFromTheCurrentFolder()

@@ -22,7 +22,9 @@ private Q_SLOTS:
     void cleanup();
     void tabFollowsThePage();
     void keysAloneWorkThePage();
+#ifdef Q_OS_UNIX
     void printerButtonIsDimmedWhileItsDialogIsOpen();
+#endif
 
 private:
     ComboMenu *menu(int control) const
@@ -104,6 +106,7 @@ void tst_PageByKeyboard::keysAloneWorkThePage()
     QVERIFY(QFile::exists(m_rig->data.filePath(QStringLiteral("current.xml"))));
 }
 
+#ifdef Q_OS_UNIX // elsewhere the dialog is the system's
 void tst_PageByKeyboard::printerButtonIsDimmedWhileItsDialogIsOpen()
 {
     auto *printer = m_page->findChild<ClickableLabel *>(QString(), Qt::FindDirectChildrenOnly);
@@ -118,6 +121,7 @@ void tst_PageByKeyboard::printerButtonIsDimmedWhileItsDialogIsOpen()
     QVERIFY(dimmed);
     QVERIFY(!printer->graphicsEffect()->isEnabled());
 }
+#endif
 
 int main(int argc, char *argv[])
 {

@@ -198,6 +198,7 @@ private Q_SLOTS:
         QCOMPARE(m_lister->fullLooks + m_lister->cheapLooks, 0);
     }
 
+#ifdef Q_OS_UNIX // where a link stands for its target in every call
     void namedLinkIsFollowedAndADanglingOneDoesNotExist()
     {
         QTemporaryDir folder;
@@ -211,6 +212,7 @@ private Q_SLOTS:
         QVERIFY(QFile::remove(target));
         QVERIFY(!m_finder->find().has_value());
     }
+#endif
 
     void relativePathStaysWhereItWasGiven()
     {

@@ -14,7 +14,9 @@ class tst_UserGuide : public QObject
 private Q_SLOTS:
     void standsBesideTheProgram_data();
     void standsBesideTheProgram();
+#ifdef Q_OS_UNIX
     void isFoundThroughTheLinkOfThePackage();
+#endif
     void eachPageIsInTheUsersLanguageIfItIsThereInThat();
     void isOnTheWebWhenNoneIsThere();
     void helpIsTheChapterOnTroubleWhileTheMakerHasNoAddress();
@@ -67,6 +69,7 @@ void tst_UserGuide::eachPageIsInTheUsersLanguageIfItIsThereInThat()
     QCOMPARE(other, QUrl::fromLocalFile(guide + QStringLiteral("/index.html")));
 }
 
+#ifdef Q_OS_UNIX // the package for Windows has no links
 void tst_UserGuide::isFoundThroughTheLinkOfThePackage()
 {
     const QTemporaryDir prefix;
@@ -78,6 +81,7 @@ void tst_UserGuide::isFoundThroughTheLinkOfThePackage()
     QCOMPARE(UserGuide::address(program),
              QUrl::fromLocalFile(program + QStringLiteral("/user-guide/index.html")));
 }
+#endif
 
 void tst_UserGuide::isOnTheWebWhenNoneIsThere()
 {

@@ -1,3 +1,4 @@
+#include "app/frame/AppFonts.h"
 #include "app/frame/ClickableLabel.h"
 #include "tests/support/log/LogCapture.h"
 #include "tests/support/main/Main.h"
@@ -25,6 +26,7 @@ class tst_SaveDialog : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { AppFonts::load(); }
     void init();
     void cleanup();
 

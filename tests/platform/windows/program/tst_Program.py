@@ -94,6 +94,12 @@ class Start(Desktop):
         environment = {**os.environ, "LC_ALL": "de_DE.UTF-8", "LANG": "de_DE.UTF-8"}
         text = run(STAGE / "veltrix.exe", "--help", environment=environment).stdout
         self.assertIn("Diese Hilfe zeigen", text)
+        # The virtual device is a program with a console, whose encoding is none of the other two.
+        simulator = STAGE / "veltrix-simulator.exe"
+        self.assertIn("gedrückt", run(simulator, "--help", environment=environment).stdout)
+        shown = desk("console", f'"{wine.windows_path(simulator)}" --listen 1 --link ü', environment=environment)
+        self.assertEqual(shown.returncode, 2)
+        self.assertIn("schließen einander aus", shown.stdout)
 
     def test_the_second_start_brings_the_window_of_the_first(self):
         program, place = self.start()
@@ -217,6 +223,81 @@ class Input(Desktop):
         self.assertFalse(desk("processes", "veltrix-release.exe").stdout.split())
 
 
+class Programs(Desktop):
+    """A mapping for one program, and another for all others."""
+
+    def test_each_program_has_its_own_keys(self):
+        wine.write_file("programs.xml", wine.mapping("Z", {1: (90, -1)}, program="win32_window"))
+        self.addCleanup((wine.data_folder() / "programs.xml").unlink)
+        device, program, _ = self.start_with_device()
+        watcher = self.watch()
+
+        def press():
+            since = len(watcher.lines)
+            device.send("BP1\nBR1")
+            up = watcher.wait_for("hook key [0-9]+ up", since=since)
+            return up and up[1].split()[2]
+
+        self.assertEqual(press(), "66", program.texts())
+        device.send("BP1")
+        self.assertTrue(watcher.wait_for("hook key 66 down", since=len(watcher.lines) - 1))
+        other = self.begin(Lines(TOOLS / "win32_window.exe"))
+        self.assertTrue(other.wait_for("ready"), other.texts())
+        # What is held is released by what has pressed it; only then comes the change.
+        since = len(watcher.lines)
+        device.send("BR1")
+        self.assertTrue(watcher.wait_for("hook key 66 up", since=since), watcher.texts())
+        self.assertTrue(program.wait_for("In use is the mapping for win32_window"), program.texts())
+        self.assertEqual(press(), "90", program.texts())
+        wine.click(30, 30)  # the first one is in front again
+        self.assertTrue(program.wait_for("In use is the mapping for all programs"), program.texts())
+        self.assertEqual(press(), "66", program.texts())
+
+
+class Remote(Desktop):
+    """What other processes of the user ask the running program for."""
+
+    NOT_RUNNING = 3
+
+    def ask(self, *arguments):
+        done = run(STAGE / "veltrix.exe", *arguments)
+        return done.returncode, done.stdout
+
+    def test_commands_are_answered(self):
+        self.assertEqual(self.ask("--list"), (self.NOT_RUNNING, ""))
+        wine.write_file("custom.xml", wine.mapping("Mix", {1: (81, -1)}))
+        self.addCleanup((wine.data_folder() / "custom.xml").unlink)
+        device, program, place = self.start_with_device()
+        wine.click(place[0] + 13, place[1] + 13)  # the button that hides it
+        self.assertTrue(wait_for(lambda: not [p for p, line in program.windows() if line.endswith("|Veltrix")]))
+        self.assertEqual(self.ask("--show"), (0, ""))
+        self.assertTrue(wait_for(lambda: [p for p, line in program.windows()
+                                          if line.endswith("|Veltrix") and " front " in line]), program.windows())
+        watcher = self.watch()
+        names = []
+        for _ in range(5):  # no answer is lost with the pipe
+            status, text = self.ask("--list")
+            self.assertEqual(status, 0)
+            names = text.splitlines()
+            self.assertEqual(names[0], "Mix")
+            self.assertGreater(len(names), 20)
+        self.assertEqual(self.ask("--use", "Mix"), (0, ""))
+        self.assertEqual(self.ask("--status", "--json"),
+                         (0, '{"connected":true,"layer":"Normal","mapping":"Mix","mode":"circular"}\n'))
+        device.send("BP1\nBR1")
+        self.assertTrue(watcher.wait_for("window key 81 up"), watcher.texts())
+        self.assertEqual(self.ask("--use", "None such"), (1, ""))
+        self.assertEqual(self.ask("--use", names[-1]), (0, ""))
+        self.assertIn(f"mapping: {names[-1]}\n", self.ask("--status")[1])
+
+    def test_a_second_start_hands_over_or_refuses(self):
+        program, _ = self.start()
+        self.assertEqual(self.ask("--verbose"), (0, ""))
+        self.assertTrue(program.wait_for("remote control: verbose"), program.texts())
+        self.assertEqual(self.ask("--port", "COM3"), (2, ""))
+        self.assertIsNone(program.process.poll())
+
+
 class Menus(Desktop):
     def test_quit_in_the_tray_ends_the_program(self):
         program, _ = self.start()
@@ -304,7 +385,7 @@ class Service(Desktop):
 
 def load_tests(loader, standard, pattern):
     suite = unittest.TestSuite()
-    for case in (Start, Input, Menus, Service):
+    for case in (Start, Input, Programs, Remote, Menus, Service):
         suite.addTests(loader.loadTestsFromTestCase(case))
     return suite
 

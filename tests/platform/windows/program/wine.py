@@ -38,8 +38,8 @@ def run(*command, timeout=90, check=False, environment=None):
     return done
 
 
-def desk(*arguments):
-    return run(TOOLS / "win32_desk.exe", *arguments)
+def desk(*arguments, environment=None):
+    return run(TOOLS / "win32_desk.exe", *arguments, environment=environment)
 
 
 def windows_path(path):
@@ -132,19 +132,28 @@ def data_folder():
     return Path(next((DRIVE / "users").glob("*/AppData/Roaming"))) / "{Brimwell Labs}" / "{Veltrix}"
 
 
-def write_mapping(folder=None):
-    """A current mapping: button N presses the key A + N, but button 9 chooses the horizontal movement."""
-    folder = folder or data_folder()
-    keys = {n: (65 + n, -1) for n in range(9)}
-    keys[0] = (17, 65)
-    keys[9] = (support.SPECIAL_ACTION, HORIZONTAL)
+def mapping(name, keys, program=None):
+    """A file with one mapping: the codes of two keys for each button."""
     buttons = "".join(
         f'<BUTTON id="{n}"><NORMAL label="{chr(65 + n)}"><KEY1 type="int">{key1}</KEY1><KEY2 type="int">{key2}</KEY2>'
         f'<KEY3 type="int">-1</KEY3></NORMAL></BUTTON>' for n, (key1, key2) in keys.items())
+    whose = f' program="{program}"' if program else ""
+    return f'<?xml version="1.0" encoding="UTF-8"?><ZR><MAPPING software="{name}"{whose}>{buttons}</MAPPING></ZR>'
+
+
+def write_file(name, text, folder=None):
+    """Among the user's mapping files."""
+    folder = folder or data_folder()
     folder.mkdir(parents=True, exist_ok=True)
-    (folder / "current.xml").write_text(
-        f'<?xml version="1.0" encoding="UTF-8"?><ZR><MAPPING software="current_map">{buttons}</MAPPING></ZR>',
-        encoding="utf-8")
+    (folder / name).write_text(text, encoding="utf-8")
+
+
+def write_mapping(folder=None):
+    """A current mapping: button N presses the key A + N, but button 9 chooses the horizontal movement."""
+    keys = {n: (65 + n, -1) for n in range(9)}
+    keys[0] = (17, 65)
+    keys[9] = (support.SPECIAL_ACTION, HORIZONTAL)
+    write_file("current.xml", mapping("current_map", keys), folder)
 
 
 class Device(Lines):

@@ -37,6 +37,12 @@ LRESULT CALLBACK onMouse(int code, WPARAM message, LPARAM event)
 LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
+    case WM_ACTIVATE:
+        if (LOWORD(wParam) != WA_INACTIVE) {
+            // As the system does; Wine 8 does not.
+            NotifyWinEvent(EVENT_SYSTEM_FOREGROUND, window, OBJID_WINDOW, CHILDID_SELF);
+        }
+        return DefWindowProcW(window, message, wParam, lParam);
     case WM_KEYDOWN:
     case WM_SYSKEYDOWN:
         std::printf("window key %u down\n", static_cast<unsigned>(wParam));
