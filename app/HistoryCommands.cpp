@@ -8,6 +8,7 @@
 #include "engine/Settings.h"
 #include "engine/platform/Session.h"
 #include "mapping/FileHistory.h"
+#include "mapping/ListInWords.h"
 #include "mapping/MappingDocument.h"
 #include "mapping/MappingFile.h"
 #include "mapping/VersionRestore.h"
@@ -22,8 +23,6 @@
 
 namespace
 {
-
-constexpr int mostNames = 5; // in one line
 
 QString say(const char *text)
 {
@@ -51,12 +50,12 @@ QString contentInWords(const QString &path)
     }
     const QDomNodeList mappings = document.elementsByTagName(QStringLiteral("MAPPING"));
     QStringList names;
-    for (int i = 0; i < std::min(mappings.size(), mostNames); ++i) {
+    for (int i = 0; i < std::min(mappings.size(), ListInWords::most); ++i) {
         const QDomElement mapping = mappings.at(i).toElement();
         names << printable(
             mapping.attribute(QStringLiteral("title"), mapping.attribute(QStringLiteral("software"))));
     }
-    if (mappings.size() > mostNames) {
+    if (mappings.size() > ListInWords::most) {
         names << QString(QChar(0x2026));
     }
     return QStringLiteral("%1: %2").arg(mappings.size()).arg(names.join(QLatin1String(", ")));

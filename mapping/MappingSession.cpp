@@ -193,13 +193,14 @@ void MappingSession::assign(int control, Layer layer, const shortCut &action)
     assign(control, {{layer, action}});
 }
 
-void MappingSession::assign(int control, const QMap<Layer, shortCut> &layers)
+void MappingSession::assign(int control, const QMap<Layer, shortCut> &layers, int edit)
 {
     if (!ActionTable::has(control)) {
         return;
     }
     MappingChange change;
     change.step = {MappingStep::Kind::Assign, control, QString()};
+    change.edit = edit;
     change.before = m_now;
     for (auto it = layers.begin(); it != layers.end(); ++it) {
         m_now.actions[control][it.key()] = it.value();
@@ -211,6 +212,22 @@ void MappingSession::assign(int control, const QMap<Layer, shortCut> &layers)
         Q_EMIT assigned(control, it.key());
     }
     followKept();
+    doneInEdit(std::move(change));
+}
+
+// An edit that ends where it began has left nothing to take back.
+void MappingSession::doneInEdit(MappingChange change)
+{
+    const MappingChange *last = m_steps.last();
+    if (change.edit != 0 && last != nullptr && last->edit == change.edit &&
+        last->step.control == change.step.control) {
+        change.before = last->before;
+        m_steps.dropLast();
+        if (change.before.actions == m_now.actions) {
+            Q_EMIT stepForgotten();
+            return;
+        }
+    }
     done(std::move(change));
 }
 
@@ -277,6 +294,7 @@ FileResult MappingSession::takeBack()
         Q_EMIT stepped(change.step, Way::TakenBack);
     } else if (isOthers(change, change.contentAfter)) {
         m_steps.dropLast();
+        Q_EMIT stepForgotten();
     }
     return result;
 }
@@ -293,6 +311,7 @@ FileResult MappingSession::redo()
         Q_EMIT stepped(change.step, Way::DoneAgain);
     } else if (isOthers(change, change.contentBefore)) {
         m_steps.dropNext();
+        Q_EMIT stepForgotten();
     }
     return result;
 }
@@ -416,7 +435,8 @@ FileResult MappingSession::keepWithLastStep()
         return keep();
     }
     if (!isGeneral()) {
-        FileResult result = keep();
+        // Whoever keeps it has most likely done so when it changed.
+        FileResult result = m_now.kept == m_now.actions ? FileResult::done() : keep();
         if (result) {
             last->file = MappingChange::File::Keepers;
         }
@@ -454,7 +474,7 @@ ImportedMappings::Outcome MappingSession::importFile(const QString &path)
         }
     } else if (file.fault().isEmpty()) {
         const QStringList names = file.chooseNames(m_files);
-        result = change({MappingStep::Kind::Import, -1, ListInWords::names(names)},
+        result = change({MappingStep::Kind::Import, -1, ListInWords::names(names), names.size()},
                         MappingChange::File::Custom, [&] { return file.addTo(m_files); });
     }
     return file.outcome(result);

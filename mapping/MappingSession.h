@@ -90,8 +90,10 @@ public:
     /// @name What the user does. Each is one step, that takeBack() takes back.
     /// @{
 
-    /// Changes what a control does in one or more layers. Does nothing for a control that does not exist.
-    void assign(int control, const QMap<Layer, shortCut> &layers);
+    /// Changes what a control does in one or more layers. Does nothing for a control that does not exist. All
+    /// that comes with the same @p edit, a number of the control's that is not 0, is one step, as long as no
+    /// other has come in between: the keystrokes in a dialog, say.
+    void assign(int control, const QMap<Layer, shortCut> &layers, int edit = 0);
     void assign(int control, Layer layer, const shortCut &action);
 
     /// Puts a copy of @p map to use. The first use, while load() runs, is a begin().
@@ -161,6 +163,9 @@ Q_SIGNALS:
     /// The user has done something, taken it back or done it again. All else has been said by then.
     void stepped(const MappingStep &step, MappingSession::Way way);
 
+    /// The step that was to be taken back, or done again, cannot be any more: the one before it is the last.
+    void stepForgotten();
+
     /// An operation is about the working copy's mapping: whoever has exchanged it is to put it to use.
     void generalNeeded();
 
@@ -196,6 +201,7 @@ private:
         const MappingStep &step, MappingChange::File file, const std::function<FileResult()> &write,
         const std::function<void()> &take = [] {});
     void done(MappingChange change);
+    void doneInEdit(MappingChange change);
     FileResult go(const MappingChange &change, Way way);
     FileResult putFile(const MappingChange &change, State *to, Way way);
     void readCustom();

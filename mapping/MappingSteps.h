@@ -24,6 +24,7 @@ struct MappingStep {
     Kind kind = Kind::Assign;
     int control = -1; ///< with Assign
     QString name;     ///< the mapping's or, with Import, the first few mappings', or with Restore the file's
+    int mappings = 1; ///< with Import, how many there are
 };
 
 Q_DECLARE_METATYPE(MappingStep)
@@ -46,6 +47,7 @@ struct MappingChange {
     using Content = std::optional<QByteArray>; ///< none: there was no such file
 
     MappingStep step;
+    int edit = 0; ///< what changes the same control in the same edit is one step; 0: it is one by itself
     State before;
     State after;
     File file = File::None;

@@ -3322,7 +3322,7 @@ Eingabe (in einem Terminal wird ein Fehler in der Eingabe nur gemeldet), 128 + N
     </message>
     <message>
         <source>horizontal</source>
-        <translation>waagrecht</translation>
+        <translation>waagerecht</translation>
     </message>
     <message>
         <source>up and down keys</source>
@@ -3646,7 +3646,7 @@ Eingabe (in einem Terminal wird ein Fehler in der Eingabe nur gemeldet), 128 + N
     </message>
     <message>
         <source>The first &apos;%1&apos; was deleted.</source>
-        <translation>Das erste „%1“ wurde gelöscht.</translation>
+        <translation>Die erste „%1“ wurde gelöscht.</translation>
     </message>
     <message>
         <source>&apos;%1&apos; was deleted.</source>
@@ -3703,6 +3703,18 @@ Eingabe (in einem Terminal wird ein Fehler in der Eingabe nur gemeldet), 128 + N
     <message>
         <source>&apos;%1&apos; was imported again.</source>
         <translation>„%1“ wurde wieder importiert.</translation>
+    </message>
+    <message>
+        <source>Imported: %1</source>
+        <translation>Importiert: %1</translation>
+    </message>
+    <message>
+        <source>Not imported any more: %1</source>
+        <translation>Nicht mehr importiert: %1</translation>
+    </message>
+    <message>
+        <source>Imported again: %1</source>
+        <translation>Wieder importiert: %1</translation>
     </message>
 </context>
 <context>

@@ -32,7 +32,9 @@ void ActionMenus::add(int control, const QRect &place, QObject *deviceLink, QWid
     menu->setGeometry(place);
     connect(menu, &ComboMenu::onActionChanged, this, &ActionMenus::onActionChanged);
     connect(menu, &ComboMenu::assignmentChanged, this,
-            [this, control](const QMap<Layer, shortCut> &layers) { m_session.assign(control, layers); });
+            [this, control](const QMap<Layer, shortCut> &layers, int edit) {
+                m_session.assign(control, layers, edit);
+            });
     m_menus[control] = menu;
 }
 

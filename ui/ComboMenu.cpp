@@ -118,13 +118,15 @@ ShortcutKey &ComboMenu::shortcutKey()
     return *m_shortcutKey;
 }
 
-MidiMenu &ComboMenu::midiMenu()
+MidiMenu &ComboMenu::openedMidiMenu(const QString &subject)
 {
     if (m_midiMenu == nullptr) {
         m_midiMenu = new MidiMenu(parentWidget() ? parentWidget() : this);
         connect(m_midiMenu, &MidiMenu::newMidi, this, &ComboMenu::loadMidi);
         connect(m_midiMenu, &MidiMenu::newMidiKnob, this, &ComboMenu::loadMidiKnob);
     }
+    m_midiMenu->setSubject(subject);
+    ++m_midiEdit;
     return *m_midiMenu;
 }
 
@@ -187,11 +189,9 @@ void ComboMenu::choose(Layer layer, const QString &text)
         shortcutKey().setSubject(subject);
         shortcutKey().show(Layers::number(layer));
     } else if (says(text, "midi for knob")) {
-        midiMenu().setSubject(subject);
-        midiMenu().showKnob(Layers::number(layer), m_id, assignment(layer));
+        openedMidiMenu(subject).showKnob(Layers::number(layer), m_id, assignment(layer));
     } else if (says(text, "midi")) {
-        midiMenu().setSubject(subject);
-        midiMenu().show(Layers::number(layer), m_id + buttonMidiOffset, assignment(layer));
+        openedMidiMenu(subject).show(Layers::number(layer), m_id + buttonMidiOffset, assignment(layer));
     } else {
         chooseSpecialAction(layer, text);
     }
@@ -275,9 +275,14 @@ void ComboMenu::setAssignment(Layer layer, const shortCut &action)
 
 void ComboMenu::getShorcut(int type, const shortCut &shortcut)
 {
+    assign(type, shortcut, 0);
+}
+
+void ComboMenu::assign(int type, const shortCut &record, int edit)
+{
     if (const std::optional<Layer> layer = Layers::fromNumber(type)) {
-        setAssignment(*layer, shortcut);
-        Q_EMIT assignmentChanged({{*layer, shortcut}});
+        setAssignment(*layer, record);
+        Q_EMIT assignmentChanged({{*layer, record}}, edit);
     }
 }
 
@@ -304,7 +309,7 @@ void ComboMenu::loadMidi(int type, int ch, int cc, int v_on, int v_off, bool not
 {
     qCDebug(lcUi) << "New MIDI:" << type << ch << cc << v_on << v_off << note << v_off_enable;
     const shortCut record = withMidi(recordOf(type), ch, cc, v_on, v_off, note, v_off_enable);
-    getShorcut(type, marked(record, MIDI_BUTTON_ACTION, QStringLiteral("Midi")));
+    assign(type, marked(record, MIDI_BUTTON_ACTION, QStringLiteral("Midi")), m_midiEdit);
 }
 
 void ComboMenu::loadMidiKnob(int type, int ch, int cc, int v_on, int v_off, bool note, bool v_off_enable,
@@ -317,5 +322,5 @@ void ComboMenu::loadMidiKnob(int type, int ch, int cc, int v_on, int v_off, bool
     record.m01h = m01h;
     record.m3fh = m3fh;
     record.m0_127 = m0_127;
-    getShorcut(type, marked(record, MIDI_KNOB_ACTION, QStringLiteral("Midi for Knob")));
+    assign(type, marked(record, MIDI_KNOB_ACTION, QStringLiteral("Midi for Knob")), m_midiEdit);
 }

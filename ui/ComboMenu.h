@@ -56,8 +56,9 @@ Q_SIGNALS:
     /// A shortcut that the user captured has been stored. No other change sends this, on purpose.
     void onActionChanged();
 
-    /// The control is to do something else, in one layer or in more at once.
-    void assignmentChanged(const QMap<Layer, shortCut> &layers);
+    /// The control is to do something else, in one layer or in more at once. All that comes from the MIDI
+    /// dialog while it is shown has one number @p edit of this control's, all else has 0.
+    void assignmentChanged(const QMap<Layer, shortCut> &layers, int edit = 0);
 
 public Q_SLOTS:
     void dislayMenu() override;
@@ -78,11 +79,12 @@ private:
     void buildLabels();
     void buildMenu();
     ShortcutKey &shortcutKey();
-    MidiMenu &midiMenu();
+    MidiMenu &openedMidiMenu(const QString &subject);
     void choose(Layer layer, const QString &text);
     void chooseSpecialAction(Layer layer, const QString &text);
     void showLabel(Layer layer, const QString &label);
     shortCut recordOf(int type) const;
+    void assign(int type, const shortCut &record, int edit);
     void followShift(const QString &text);
     void refresh();
 
@@ -94,6 +96,7 @@ private:
     MidiMenu *m_midiMenu = nullptr;
     QObject *const m_deviceLink; // only whether there is one
     const int m_id;
+    int m_midiEdit = 0;               // how often the dialog has been opened
     PerLayer<shortCut> m_assignments; // what is shown, for the marks and the dialogs
     PerLayer<QString> m_shownLabels;
     ComboMenuSettings m_settings;

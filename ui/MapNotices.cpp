@@ -17,8 +17,10 @@ constexpr int smallestName = 30; // pixels
 
 MapNotices::MapNotices(QWidget *page)
     : QObject(page)
-    , m_update(PageTexts::add(*page, QString(), {680, 64, 200, 16}, PageTexts::Ink::Dim, 10, QFont::Normal))
-    , m_notKept(PageTexts::add(*page, QString(), {680, 81, 200, 18}, PageTexts::Ink::Dim, 9, QFont::Normal))
+    , m_update(
+          PageTexts::add(*page, QString(), {680, 64, 200, 16}, PageTexts::Ink::Bright, 10, QFont::Normal))
+    , m_notKept(
+          PageTexts::add(*page, QString(), {680, 81, 200, 18}, PageTexts::Ink::Bright, 9, QFont::Normal))
     , m_keep(new ClickableLabel(page))
     , m_undo(new ClickableLabel(page))
     , m_failure(
@@ -92,9 +94,10 @@ void MapNotices::setKnobEnds(bool ends)
     showKept();
 }
 
-void MapNotices::sayStep(const Words &words, bool offersUndo)
+void MapNotices::sayStep(const Words &words, bool offersUndo, const Words &untilKept)
 {
     m_step = words;
+    m_untilKept = untilKept;
     m_undo->setVisible(offersUndo);
     m_stepEnd.start(stepShown);
     showKept();
@@ -106,7 +109,7 @@ void MapNotices::forgetStep()
 {
     m_stepEnd.stop();
     m_step = {};
-    m_start = {};
+    m_untilKept = {};
     m_undo->hide();
     showKept();
 }
@@ -127,10 +130,10 @@ void MapNotices::showKept()
     m_notKept->setVisible(!m_step.sentence.isEmpty() || !m_kept || m_knobEnds);
     m_keep->setVisible(!m_kept);
     m_undo->move(m_kept ? m_keep->x() : m_keep->geometry().right() + 12, m_keep->y());
-    if (!m_step.sentence.isEmpty()) {
+    if (!m_kept && !m_untilKept.sentence.isEmpty()) {
+        show(m_untilKept);
+    } else if (!m_step.sentence.isEmpty()) {
         show(m_step);
-    } else if (!m_kept && !m_start.sentence.isEmpty()) {
-        show(m_start);
     } else if (!m_kept) {
         FittingText::show(m_notKept, tr("Your changes end with the program."));
     } else if (m_knobEnds) {

@@ -41,11 +41,9 @@ public:
     void setKnobEnds(bool ends);
 
     /// Says for stepShown what the user has done last; @p offersUndo shows "Undo" as long, which stays while
-    /// the user is about to press it.
-    void sayStep(const Words &words, bool offersUndo);
-
-    /// Says @p words as long as the working copy does not hold what the page shows, up to the next step.
-    void sayStart(const Words &words) { m_start = words; }
+    /// the user is about to press it. As long as the working copy does not hold what the page shows, and up
+    /// to the next step, @p untilKept is said in its place: it may lead to "Keep".
+    void sayStep(const Words &words, bool offersUndo, const Words &untilKept = {});
 
     /// The next step has been done, or the last is gone.
     void forgetStep();
@@ -75,7 +73,7 @@ private:
     ClickableLabel *m_undo;
     QLabel *m_failure;
     Words m_step; // no sentence: nothing is said
-    Words m_start;
+    Words m_untilKept;
     QTimer m_stepEnd;
     QMap<Task, QString> m_failures;
     bool m_kept = true;

@@ -19,8 +19,9 @@ TakeBack::TakeBack(MappingSession &session, MapNotices &notices, QWidget *page)
     add(control + Qt::SHIFT + Qt::Key_Z, [this] { redo(); });
     connect(&notices, &MapNotices::undo, this, &TakeBack::takeBack);
     connect(&session, &MappingSession::stepped, this, &TakeBack::say);
-    // Another mapping has other steps: what was offered is not the last any more.
+    // Another mapping has other steps: what was offered is not the last any more. Nor is what is forgotten.
     connect(&session, &MappingSession::replaced, &notices, &MapNotices::forgetStep);
+    connect(&session, &MappingSession::stepForgotten, &notices, &MapNotices::forgetStep);
 }
 
 void TakeBack::takeBack()
@@ -62,21 +63,17 @@ void TakeBack::sayDone(const MappingStep &step)
     case MappingStep::Kind::Assign:
         break;
     case MappingStep::Kind::Use:
-        m_notices.sayStart({tr("'%1' is in use. Start with it:"), name});
-        m_notices.sayStep(
-            {m_session.isKept() ? tr("'%1' is in use.") : tr("'%1' is in use. Start with it:"), name}, true);
+        m_notices.sayStep({tr("'%1' is in use."), name}, true, {tr("'%1' is in use. Start with it:"), name});
         break;
     case MappingStep::Kind::Save:
-        m_notices.sayStart({tr("Saved as '%1'. Start with it:"), name});
-        m_notices.sayStep(
-            {m_session.isKept() ? tr("Saved as '%1'.") : tr("Saved as '%1'. Start with it:"), name}, false);
+        m_notices.sayStep({tr("Saved as '%1'."), name}, false, {tr("Saved as '%1'. Start with it:"), name});
         break;
     case MappingStep::Kind::Remove:
         m_notices.sayStep(
             {isListed(name) ? tr("The first '%1' was deleted.") : tr("'%1' was deleted."), name}, true);
         break;
     case MappingStep::Kind::Import:
-        m_notices.sayStep({tr("'%1' was imported."), name}, true);
+        m_notices.sayStep({step.mappings > 1 ? tr("Imported: %1") : tr("'%1' was imported."), name}, true);
         break;
     case MappingStep::Kind::Restore:
         m_notices.sayStep({tr("An earlier %1 is back."), name}, true);
@@ -99,6 +96,9 @@ MapNotices::Words TakeBack::words(const MappingStep &step, MappingSession::Way w
     case MappingStep::Kind::Remove:
         return {back ? tr("'%1' is back.") : tr("'%1' was deleted again."), name};
     case MappingStep::Kind::Import:
+        if (step.mappings > 1) {
+            return {back ? tr("Not imported any more: %1") : tr("Imported again: %1"), name};
+        }
         return {back ? tr("'%1' is not imported any more.") : tr("'%1' was imported again."), name};
     case MappingStep::Kind::Restore:
         break;

@@ -4,13 +4,16 @@
 #include "tests/support/log/LogCapture.h"
 #include "tests/support/main/Main.h"
 #include "tests/support/page/PageRig.h"
+#include "tests/unit/ui_menus/PopUp.h"
 #include "ui/ComboMenu.h"
 #include "ui/MapNotices.h"
+#include "ui/MidiMenu.h"
 
 #include <QAccessible>
 #include <QApplication>
 #include <QDir>
 #include <QLabel>
+#include <QLineEdit>
 #include <QTimer>
 #include <QtTest>
 
@@ -34,10 +37,14 @@ private Q_SLOTS:
     void theOfferEndsWithTheNextStep();
     void theOfferEndsWhenAnotherMappingHasItsTurn();
     void aSaveSaysHowToStartWithIt();
+    void aSaveThatIsKeptAtOnceSaysSo();
     void aSaveOfWhatIsKeptOffersNothing();
     void aLongNameIsShortenedAndTheSentenceIsNot();
     void aNameWithoutOneIsCalledUnknown();
     void whatCannotBeTakenBackIsSaid();
+    void anOfferOfWhatCannotBeTakenBackEnds();
+    void whatADialogSetIsTakenBackAtOnce();
+    void importsAreSaidByTheirNumber();
     void theLinksAreReachedByTabAndHaveNames();
 
 private:
@@ -176,7 +183,8 @@ void tst_TakeBack::aSetMappingOffersUndoAndKeep()
     QTest::mouseClick(link("keep"), Qt::LeftButton);
     QVERIFY(m_rig->mappings.isKept());
     QVERIFY(link("keep")->isHidden());
-    QCOMPARE(link("undo")->x(), link("keep")->x()); // in its place
+    QCOMPARE(link("undo")->x(), link("keep")->x());       // in its place
+    QCOMPARE(said(), QStringLiteral("'Mix' is in use.")); // it leads to nothing but "Undo" any more
 }
 
 void tst_TakeBack::theOfferEndsAfterTenSeconds()
@@ -243,6 +251,15 @@ void tst_TakeBack::aSaveSaysHowToStartWithIt()
     QCOMPARE(said(), QString());
 }
 
+void tst_TakeBack::aSaveThatIsKeptAtOnceSaysSo()
+{
+    menu(3)->loadMidi(0, 1, 60, 100, 0, true, true);
+    m_page->saveCurrentMap(QStringLiteral("Studio"));
+    QTest::mouseClick(link("keep"), Qt::LeftButton);
+    QCOMPARE(said(), QStringLiteral("Saved as 'Studio'."));
+    QVERIFY(link("keep")->isHidden() && link("undo")->isHidden());
+}
+
 void tst_TakeBack::aSaveOfWhatIsKeptOffersNothing()
 {
     menu(3)->loadShorcut(0, 65, -1, -1, QStringLiteral("A"));
@@ -288,6 +305,66 @@ void tst_TakeBack::whatCannotBeTakenBackIsSaid()
     press();
     QVERIFY(failure->isHidden());
     QCOMPARE(said(), QStringLiteral("Button 3 is as it was."));
+}
+
+void tst_TakeBack::anOfferOfWhatCannotBeTakenBackEnds()
+{
+    menu(3)->loadMidi(0, 1, 60, 100, 0, true, true);
+    const shortCut chosen = menu(3)->assignment(Layer::Normal);
+    m_page->deleteMap(QStringLiteral("Mix"));
+    m_rig->writeFile(QStringLiteral("custom.xml"), "<ZR/>");
+    QTest::mouseClick(link("undo"), Qt::LeftButton);
+    QVERIFY(link("undo")->isHidden()); // a second click would take back something else
+    QCOMPARE(said(), QStringLiteral("Your changes end with the program."));
+    QCOMPARE(menu(3)->assignment(Layer::Normal), chosen);
+}
+
+void tst_TakeBack::whatADialogSetIsTakenBackAtOnce()
+{
+    const auto type = [this](const char *channel, const char *value) {
+        PopUp::chooseWhenOpen({QStringLiteral("Normal"), QStringLiteral("Midi")});
+        menu(3)->dislayMenu();
+        auto *dialog = m_page->findChild<MidiMenu *>();
+        QVERIFY(dialog->isVisible());
+        const QMap<QString, QString> texts = {
+            {QStringLiteral("Channel"), QLatin1String(channel)},
+            {QStringLiteral("Value that a touch sends"), QLatin1String(value)}};
+        for (QLineEdit *field : dialog->findChildren<QLineEdit *>()) {
+            if (texts.contains(field->accessibleName())) {
+                field->selectAll();
+                QTest::keyClicks(field, texts.value(field->accessibleName()));
+            }
+        }
+        QTest::keyClick(dialog, Qt::Key_Return);
+        QVERIFY(dialog->isHidden());
+        QApplication::setActiveWindow(m_window.get());
+    };
+    type("15", "100");
+    QCOMPARE(menu(3)->assignment(Layer::Normal).channel, 15);
+    QCOMPARE(menu(3)->assignment(Layer::Normal).v_on, 100);
+    type("14", "99");
+    press();
+    QCOMPARE(menu(3)->assignment(Layer::Normal).channel, 15);
+    QCOMPARE(menu(3)->assignment(Layer::Normal).v_on, 100);
+    press();
+    QCOMPARE(menu(3)->assignment(Layer::Normal), shortCut());
+    QVERIFY(!m_rig->mappings.canTakeBack());
+}
+
+void tst_TakeBack::importsAreSaidByTheirNumber()
+{
+    const auto import = [this](const QByteArray &content) {
+        m_rig->writeFile(QStringLiteral("more.xml"), content);
+        m_page->importFiles({m_rig->data.filePath(QStringLiteral("more.xml"))});
+    };
+    import("<ZR><MAPPING software=\"A, B\"/></ZR>");
+    QCOMPARE(said(), QStringLiteral("'A, B' was imported."));
+    import("<ZR><MAPPING software=\"C\"/><MAPPING software=\"D\"/></ZR>");
+    QCOMPARE(said(), QStringLiteral("Imported: C, D"));
+    press();
+    QCOMPARE(said(), QStringLiteral("Not imported any more: C, D"));
+    press(true);
+    QCOMPARE(said(), QStringLiteral("Imported again: C, D"));
 }
 
 void tst_TakeBack::theLinksAreReachedByTabAndHaveNames()

@@ -51,6 +51,10 @@ private Q_SLOTS:
     void whatWasNotKeptIsNotLostByRestoring();
     void aVersionThatIsNoneChangesNothing();
     void whatIsKeptElsewhereIsKeptAgain();
+    void whatIsKeptElsewhereAtOnceIsKeptOnce();
+    void anEditIsOneStep();
+    void anEditThatEndsWhereItBeganIsNone();
+    void whatComesInBetweenEndsAnEdit();
 
 private:
     QString path(const char *name) const { return m_directory->filePath(QString::fromLatin1(name)); }
@@ -255,8 +259,10 @@ void tst_MappingSteps::whatSomebodyElseWroteStays()
     m_session->assign(3, Layer::Normal, key(65));
     QVERIFY(m_session->remove(QStringLiteral("One")));
     writeFile(path("custom.xml"), "<ZR><MAPPING software=\"Theirs\"/></ZR>");
+    QSignalSpy forgotten(m_session.get(), &MappingSession::stepForgotten);
     const FileResult result = m_session->takeBack();
     QVERIFY(!result);
+    QCOMPARE(forgotten.count(), 1);
     QCOMPARE(result.reason(), QStringLiteral("it has been changed since"));
     QCOMPARE(custom(), QByteArray("<ZR><MAPPING software=\"Theirs\"/></ZR>"));
     QVERIFY(m_session->takeBack()); // the step before is within reach
@@ -464,6 +470,79 @@ void tst_MappingSteps::whatIsKeptElsewhereIsKeptAgain()
     QVERIFY(!QFile::exists(path("current.xml")));
     m_session->exchange(general);
     QVERIFY(!m_session->canTakeBack());
+}
+
+void tst_MappingSteps::whatIsKeptElsewhereAtOnceIsKeptOnce()
+{
+    start();
+    int written = 0;
+    MappingSession::Aside aside;
+    aside.keeper = [&written] {
+        ++written;
+        return FileResult::done();
+    };
+    m_session->exchange(aside);
+    connect(m_session.get(), &MappingSession::assigned, m_session.get(), [this] { m_session->keep(); });
+    capture(3, 65);
+    QCOMPARE(written, 1);
+    QVERIFY(m_session->isKept());
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(written, 2);
+    QVERIFY(m_session->isKept());
+}
+
+void tst_MappingSteps::anEditIsOneStep()
+{
+    start();
+    m_session->assign(3, Layer::Normal, key(65));
+    QSignalSpy stepped(m_session.get(), &MappingSession::stepped);
+    for (const qint32 code : {6, 60, 61}) {
+        m_session->assign(3, {{Layer::Shift1, key(code)}}, 1);
+    }
+    QCOMPARE(stepped.count(), 3); // each is said
+    m_session->assign(3, {{Layer::Shift1, key(7)}}, 2);
+    m_session->assign(4, {{Layer::Shift1, key(8)}}, 2); // another control's
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(m_session->action(4, Layer::Shift1).key1, shortCut().key1);
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(m_session->action(3, Layer::Shift1).key1, 61);
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(m_session->action(3, Layer::Shift1).key1, shortCut().key1);
+    QCOMPARE(inUse(), 65);
+    QVERIFY(m_session->redo());
+    QCOMPARE(m_session->action(3, Layer::Shift1).key1, 61);
+    QVERIFY(m_session->takeBack());
+    QVERIFY(m_session->takeBack());
+    QVERIFY(!m_session->canTakeBack());
+}
+
+void tst_MappingSteps::anEditThatEndsWhereItBeganIsNone()
+{
+    start();
+    m_session->assign(3, Layer::Normal, key(6));
+    m_session->assign(3, {{Layer::Normal, key(60)}}, 1);
+    QSignalSpy forgotten(m_session.get(), &MappingSession::stepForgotten);
+    m_session->assign(3, {{Layer::Normal, key(6)}}, 1);
+    QCOMPARE(forgotten.count(), 1);
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(inUse(), shortCut().key1);
+    QVERIFY(!m_session->canTakeBack());
+}
+
+void tst_MappingSteps::whatComesInBetweenEndsAnEdit()
+{
+    start();
+    ZRButtonMap other(QStringLiteral("Other"));
+    m_session->assign(3, {{Layer::Normal, key(6)}}, 1);
+    m_session->use(other);
+    m_session->assign(3, {{Layer::Normal, key(60)}}, 1);
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(m_session->name(), QStringLiteral("Other"));
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(inUse(), 6);
+    m_session->assign(3, {{Layer::Normal, key(61)}}, 1);
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(inUse(), shortCut().key1);
 }
 
 QTEST_GUILESS_MAIN(tst_MappingSteps)
