@@ -11,30 +11,6 @@
 <context>
     <name>ChangesOnScreen</name>
     <message>
-        <source>Circular</source>
-        <translation>Kreis</translation>
-    </message>
-    <message>
-        <source>Vertical</source>
-        <translation>Senkrecht</translation>
-    </message>
-    <message>
-        <source>Horizontal</source>
-        <translation>Waagerecht</translation>
-    </message>
-    <message>
-        <source>Up/down keys</source>
-        <translation>Pfeiltasten auf/ab</translation>
-    </message>
-    <message>
-        <source>Left/right keys</source>
-        <translation>Pfeiltasten links/rechts</translation>
-    </message>
-    <message>
-        <source>MIDI</source>
-        <translation>MIDI</translation>
-    </message>
-    <message>
         <source>Show changes on screen</source>
         <translation>Änderungen einblenden</translation>
     </message>

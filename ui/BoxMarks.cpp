@@ -4,20 +4,11 @@
 
 #include <QEvent>
 
-namespace
-{
-
-constexpr int frameMs = 16;
-
-} // namespace
-
 BoxMarks::BoxMarks(const ActionMenus::Menus &menus, QWidget *page)
     : QObject(page)
     , m_menus(menus)
     , m_page(page)
 {
-    m_nextFrame.setSingleShot(true);
-    m_nextFrame.setInterval(frameMs);
     connect(&m_nextFrame, &QTimer::timeout, this, &BoxMarks::showNow);
     page->installEventFilter(this);
 }
@@ -36,8 +27,8 @@ void BoxMarks::setLayer(Layer layer)
 
 void BoxMarks::showLater()
 {
-    if (m_page->isVisible() && !m_nextFrame.isActive()) {
-        m_nextFrame.start();
+    if (m_page->isVisible()) {
+        m_nextFrame.request();
     }
 }
 

@@ -3,9 +3,9 @@
 #include "mapping/Layer.h"
 #include "mapping/PerControl.h"
 #include "ui/ActionMenus.h"
+#include "ui/FrameTimer.h"
 
 #include <QObject>
-#include <QTimer>
 
 /// Has the ten boxes show which layer is held and whose control is pressed: after the event has been acted
 /// on, and up to once a frame. A hidden page costs nothing.
@@ -33,5 +33,5 @@ private:
     QWidget *m_page;
     PerControl<bool> m_held;
     Layer m_layer = Layer::Normal;
-    QTimer m_nextFrame;
+    FrameTimer m_nextFrame;
 };

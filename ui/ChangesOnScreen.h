@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/FrameTimer.h"
+
 #include <QObject>
 
 #include <memory>
@@ -10,7 +12,8 @@ class ScreenNote;
 class Settings;
 
 /// Shows layer and knob mode on the screen for a moment when a control changes them while the user works in
-/// another program; off until the box on the page is set. While it is off nothing follows the engine.
+/// another program; off until the box on the page is set. While it is off nothing follows the engine, and
+/// while it is on no event of the device's waits for what is shown.
 class ChangesOnScreen : public QObject
 {
     Q_OBJECT
@@ -31,9 +34,10 @@ public:
 
 private:
     void setOn(bool on);
-    void show();
+    void showLater();
 
     const EventDispatcher &m_dispatcher;
     QCheckBox *m_box;
     std::unique_ptr<ScreenNote> m_note; // none while off
+    FrameTimer m_nextFrame;
 };

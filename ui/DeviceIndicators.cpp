@@ -2,6 +2,7 @@
 
 #include "app/frame/Look.h"
 #include "ui/DevicePicture.h"
+#include "ui/FrameTimer.h"
 
 namespace
 {
@@ -9,8 +10,6 @@ namespace
 // Which picture of the folder marks which control.
 constexpr PerControl<int> pictures{{5, 5, 5, 7, 7, 4, 2, 3, 1, 1}};
 constexpr QRect arrowPlace(373, 325, 58, 39);
-
-constexpr int frameMs = 16;
 
 } // namespace
 
@@ -87,7 +86,7 @@ void DeviceIndicators::showEvent(QShowEvent *event)
 void DeviceIndicators::showWanted()
 {
     m_nextFrame.stop();
-    m_frame.setRemainingTime(frameMs, Qt::PreciseTimer);
+    m_frame.setRemainingTime(FrameTimer::frameMs, Qt::PreciseTimer);
     for (const Mark &mark : m_controls) {
         mark.label->setVisible(mark.wanted);
     }

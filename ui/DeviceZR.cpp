@@ -62,7 +62,8 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
     }
     m_menus = new ActionMenus(*m_parts.mappings, serial, this, *m_parts.settings);
     PageTexts::addAll(*this, m_parts.midiPortName);
-    PageTexts::showNotice(*this, m_parts.notice, "notice");
+    m_notice = PageTexts::addNotice(*this);
+    PageTexts::showNotice(*m_notice, m_parts.notice, "notice");
     m_nameLine = new NameLine(this);
     buildBottom();
     m_indicators = new DeviceIndicators(this);
@@ -302,7 +303,8 @@ void DeviceZR::dowloadFinished(bool success)
 void DeviceZR::showRefusedInput()
 {
     PageTexts::showNotice(
-        *this, tr("The program in front has more rights and takes no keys. Start Veltrix as administrator."),
+        *m_notice,
+        tr("The program in front has more rights and takes no keys. Start Veltrix as administrator."),
         "refusedInput");
 }
 

@@ -26,6 +26,7 @@ class NameLine;
 class ProgramMappings;
 class ProgramSwitch;
 class ProgramsOnPage;
+class QLabel;
 class QNetworkReply;
 class SerialProtocol;
 class SensitivitySliders;
@@ -127,6 +128,7 @@ private:
     ClickableLabel *m_printer = nullptr;
     ComboMapping *m_selector = nullptr;
     MapNotices *m_notices = nullptr;
+    QLabel *m_notice = nullptr;
     MappingFileExchange *m_files = nullptr;
     ProgramsOnPage *m_programs = nullptr;
     ActionMenus *m_menus = nullptr;

@@ -87,21 +87,19 @@ void PageTexts::addAll(QWidget &page, const QString &midiPortName)
            "starts"));
 }
 
-void PageTexts::showNotice(QWidget &page, const QString &sentence, const char *objectName)
+QLabel *PageTexts::addNotice(QWidget &page)
 {
-    if (sentence.isEmpty()) {
-        return;
-    }
-    constexpr QRect place(150, 606, 600, 16);
-    const QList<QLabel *> labels = page.findChildren<QLabel *>(QString(), Qt::FindDirectChildrenOnly);
-    for (QLabel *label : labels) {
-        if (label->geometry() == place) {
-            delete label;
-        }
-    }
-    QLabel *label = add(page, QString(), place, Ink::Bright, 10, QFont::Normal);
+    QLabel *label = add(page, QString(), {150, 606, 600, 16}, Ink::Bright, 10, QFont::Normal);
     label->setAlignment(Qt::AlignCenter);
-    label->setObjectName(QLatin1String(objectName));
-    FittingText::show(label, sentence);
-    label->show();
+    label->hide();
+    return label;
+}
+
+void PageTexts::showNotice(QLabel &notice, const QString &sentence, const char *objectName)
+{
+    if (!sentence.isEmpty()) {
+        notice.setObjectName(QLatin1String(objectName));
+        FittingText::show(&notice, sentence);
+        notice.show();
+    }
 }

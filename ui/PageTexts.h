@@ -19,9 +19,11 @@ public:
     /// Puts the page's fixed texts on @p page: heading, captions and, in the corner, the MIDI output in use.
     static void addAll(QWidget &page, const QString &midiPortName);
 
-    /// Puts a sentence that is not always there above the page's bottom line, in the place of the one before;
-    /// nothing for an empty one.
-    static void showNotice(QWidget &page, const QString &sentence, const char *objectName);
+    /// Puts a label for a sentence that is not always there above the page's bottom line, hidden.
+    static QLabel *addNotice(QWidget &page);
+
+    /// Shows @p sentence on such a label, in the place of the one before; nothing happens for an empty one.
+    static void showNotice(QLabel &notice, const QString &sentence, const char *objectName);
 
     /// Puts one text on @p page, in the page's font.
     static QLabel *add(QWidget &page, const QString &text, const QRect &place, Ink ink, int pointSize,

@@ -4,13 +4,6 @@
 #include "app/frame/Look.h"
 #include "ui/SentWords.h"
 
-namespace
-{
-
-constexpr int frameMs = 16;
-
-} // namespace
-
 SentLine::SentLine(QWidget *page)
     : QLabel(page)
 {
@@ -20,8 +13,6 @@ SentLine::SentLine(QWidget *page)
     setStyleSheet(QStringLiteral("QLabel { color : rgba(255,255,255,0.87); }"));
     setAlignment(Qt::AlignCenter);
     hide();
-    m_nextFrame.setSingleShot(true);
-    m_nextFrame.setInterval(frameMs);
     connect(&m_nextFrame, &QTimer::timeout, this, &SentLine::showNow);
     m_end.setSingleShot(true);
     m_end.setInterval(shownMs);
@@ -30,23 +21,16 @@ SentLine::SentLine(QWidget *page)
 
 void SentLine::tell(const DoneAction &done)
 {
-    // The end of a touch and the release of keys have no words, and take none away.
-    const bool silent = done.event == DoneAction::Event::LetGo || done.event == DoneAction::Event::Release;
-    if ((silent && !done.midi.due) || !parentWidget()->isVisible()) {
-        return;
-    }
-    m_last = done;
-    if (!m_nextFrame.isActive()) {
-        m_nextFrame.start();
+    // What has no words takes none away.
+    if (SentWords::has(done) && parentWidget()->isVisible()) {
+        m_last = done;
+        m_nextFrame.request();
     }
 }
 
 void SentLine::showNow()
 {
     const QString words = SentWords::of(*m_last);
-    if (words.isEmpty()) {
-        return;
-    }
     if (words != m_told || isHidden()) {
         m_told = words;
         FittingText::show(this, words);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/DoneAction.h"
+#include "ui/FrameTimer.h"
 
 #include <QLabel>
 #include <QRect>
@@ -30,7 +31,7 @@ public Q_SLOTS:
 private:
     void showNow();
 
-    QTimer m_nextFrame;
+    FrameTimer m_nextFrame;
     QTimer m_end;
     QString m_told;
     std::optional<DoneAction> m_last; // that has words, and is not shown yet

@@ -81,12 +81,8 @@ QString Words::midi(const MidiOutcome &outcome)
 
 QString Words::button(const DoneAction &done)
 {
-    const bool pressed = done.event == DoneAction::Event::Press;
     if (done.midi.due) {
         return midi(done.midi);
-    }
-    if (!pressed) {
-        return {};
     }
     QString text;
     switch (actionKind(done.action)) {
@@ -127,39 +123,40 @@ QString Words::turn(KnobMode mode, bool left)
 QString Words::knob(const DoneAction &done)
 {
     if (done.mode == KnobMode::Midi) {
-        const bool turned =
-            done.event == DoneAction::Event::TurnLeft || done.event == DoneAction::Event::TurnRight;
-        return done.midi.due ? midi(done.midi) : turned ? tr("does nothing") : QString();
+        return done.midi.due ? midi(done.midi) : tr("does nothing");
     }
-    switch (done.event) {
-    case DoneAction::Event::TurnLeft:
-    case DoneAction::Event::TurnRight:
-        return turn(done.mode, done.event == DoneAction::Event::TurnLeft);
-    case DoneAction::Event::Touch:
-        return done.mode == KnobMode::UpDownKeys || done.mode == KnobMode::LeftRightKeys
-                   ? QString()
-                   : tr("left mouse button");
-    case DoneAction::Event::LetGo:
-    case DoneAction::Event::Press:
-    case DoneAction::Event::Release:
-        break;
-    }
-    return {};
+    return done.event == DoneAction::Event::Touch
+               ? tr("left mouse button")
+               : turn(done.mode, done.event == DoneAction::Event::TurnLeft);
 }
 
 QString Words::line(const DoneAction &done)
 {
     const bool isKnob = done.control == DoneAction::knob;
     const QString what = isKnob ? knob(done) : button(done);
-    if (what.isEmpty()) {
-        return {};
-    }
     return QString::fromUtf8("%1 \u00b7 %2").arg(isKnob ? tr("knob") : QString::number(done.control), what);
 }
 
 } // namespace
 
+bool SentWords::has(const DoneAction &done)
+{
+    switch (done.event) {
+    case DoneAction::Event::Press:
+    case DoneAction::Event::TurnLeft:
+    case DoneAction::Event::TurnRight:
+        return true;
+    case DoneAction::Event::Touch:
+        return done.midi.due || done.mode == KnobMode::Circular || done.mode == KnobMode::Vertical ||
+               done.mode == KnobMode::Horizontal;
+    case DoneAction::Event::LetGo:
+    case DoneAction::Event::Release:
+        break;
+    }
+    return done.midi.due;
+}
+
 QString SentWords::of(const DoneAction &done)
 {
-    return Words::line(done);
+    return has(done) ? Words::line(done) : QString();
 }

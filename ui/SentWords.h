@@ -9,7 +9,10 @@ struct DoneAction;
 namespace SentWords
 {
 
-/// Empty for what is not worth a word: the release of keys, and the end of a touch.
+/// Whether it is worth a word: the release of keys, a touch that does nothing yet and its end are not.
+bool has(const DoneAction &done);
+
+/// Empty for what has no words.
 QString of(const DoneAction &done);
 
 } // namespace SentWords

@@ -76,6 +76,7 @@ private Q_SLOTS:
     void theNameGoesWithTheWorkingCopy();
     void theHeldLayerAndThePressedBoxStandOut();
     void whatWasSentIsSaidForTwoSeconds();
+    void whatHasNoWordsTakesNoneAway();
     void aHiddenPageSaysNothing();
 
 private:
@@ -827,6 +828,23 @@ void tst_DeviceZR::whatWasSentIsSaidForTwoSeconds()
     QTRY_VERIFY_WITH_TIMEOUT(line->isHidden(), 4000);
 }
 
+void tst_DeviceZR::whatHasNoWordsTakesNoneAway()
+{
+    makePage();
+    m_rig->mappings.assign(3, Layer::Normal, shortCut{17, 16, 'S', QStringLiteral("Save")});
+    shortCut arrows;
+    arrows.key1 = SPECIAL_ACTION;
+    arrows.key2 = static_cast<qint32>(SpecialAction::UpDownKeys);
+    m_rig->mappings.assign(4, Layer::Normal, arrows);
+    press(4);
+    const auto *line = m_page->findChild<QLabel *>(QStringLiteral("sent"));
+    QTRY_VERIFY(line->text().startsWith(QLatin1String("4 ")));
+    press(3); // and, before it is shown, a hand on the knob
+    Q_EMIT m_serial->onKnobevent('D');
+    QTRY_COMPARE(line->text(), QString::fromUtf8("3 \u00b7 Ctrl + Shift + S"));
+    Q_EMIT m_serial->onKnobevent('U');
+}
+
 void tst_DeviceZR::aHiddenPageSaysNothing()
 {
     makePage();
@@ -839,12 +857,28 @@ void tst_DeviceZR::aHiddenPageSaysNothing()
 
 void tst_DeviceZR::refusedInputIsSaidAtTheBottom()
 {
+    m_rig->notice = QStringLiteral("Keys reach X11 programs only.");
     makePage();
     QVERIFY(!m_page->findChild<QLabel *>(QStringLiteral("refusedInput")));
     m_page->showRefusedInput();
-    const auto *line = m_page->findChild<QLabel *>(QStringLiteral("refusedInput"));
+    auto *line = m_page->findChild<QLabel *>(QStringLiteral("refusedInput"));
     QVERIFY(line && !line->isHidden());
     QVERIFY(line->text().endsWith(QStringLiteral("as administrator."))); // whole
+    QVERIFY(!m_page->findChild<QLabel *>(QStringLiteral("notice")));     // in its place
+
+    // Its tip is one as all others on the page: on a white ground.
+    line->setToolTip(QStringLiteral("a tip"));
+    QHelpEvent help(QEvent::ToolTip, {1, 1}, line->mapToGlobal(QPoint(1, 1)));
+    QCoreApplication::sendEvent(line, &help);
+    int tips = 0;
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (window->inherits("QTipLabel") && window->isVisible()) {
+            QCOMPARE(window->grab().toImage().pixelColor(window->width() / 2, 3), QColor(Qt::white));
+            ++tips;
+        }
+    }
+    QCOMPARE(tips, 1);
+    QToolTip::hideText();
     for (const QWidget *widget : m_page->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
         if (widget == line || widget->geometry() == m_page->rect()) {
             continue; // or the layer on which the indicators are drawn

@@ -101,6 +101,7 @@ private Q_SLOTS:
     void theFocusOnThePage();
     void theFocusInTheDialogs();
     void theFocusInAMessage();
+    void textsOnThePage();
     void textsInTheDialogs();
     void framesInTheDialogs();
     void theSliders();
@@ -204,6 +205,60 @@ void tst_Seen::theFocusInAMessage()
     buttons.at(1)->setFocus();
     QVERIFY(changedBy(seen(*buttons.at(0)), focused) > 2 * buttons.at(0)->width());
     everyControlShowsTheFocus(message);
+}
+
+void tst_Seen::textsOnThePage()
+{
+    // All that the page says at times, at once.
+    m_page->dowloadFinished(true);
+    m_page->showRefusedInput();
+    m_rig->autostart.refuses = true;
+    m_page->setLaunchOnStartup(true);
+    m_rig->mappings.assign(3, Layer::Normal, shortCut{17, 16, 'S', QStringLiteral("Save")});
+    ZRButtonMap map(QStringLiteral("Other"));
+    map.actions = m_rig->mappings.actions();
+    m_page->newMap(&map);
+    m_rig->engine.dispatcher->onButtonpress(3, true);
+    m_rig->engine.dispatcher->onButtonpress(3, false);
+    const auto shows = [this](const char *name) {
+        const auto *widget = m_page->findChild<QWidget *>(QLatin1String(name));
+        return widget != nullptr && widget->isVisible();
+    };
+    for (const char *name : {"mapNotice", "notKept", "keep", "undo", "failure", "refusedInput", "nameLine",
+                             "programChoice", "showChanges"}) {
+        QVERIFY2(shows(name), name);
+    }
+    QTRY_VERIFY(shows("sent"));
+
+    // Of a quiet colour each, and meant so. The links of the header are texts with their colour in them.
+    const QStringList quiet = {QStringLiteral("Knob and buttons settings."),
+                               QStringLiteral("Slow"),
+                               QStringLiteral("Fast"),
+                               QStringLiteral("Launch on startup"),
+                               m_page->findChild<QLabel *>(QStringLiteral("midiPort"))->text(),
+                               m_page->findChild<QLabel *>(QStringLiteral("version"))->text()};
+    int left = 0;
+    int checked = 0;
+    const auto check = [&](QWidget &widget, const QString &text) {
+        if (!widget.isVisible() || text.isEmpty() || widget.window() != m_window.get()) {
+            return;
+        }
+        if (quiet.contains(text) || text.startsWith(QLatin1String("<a "))) {
+            ++left;
+            return;
+        }
+        const double found = mostContrast(seen(widget));
+        QVERIFY2(found >= forText, qPrintable(QStringLiteral("%1: %2").arg(text).arg(found)));
+        ++checked;
+    };
+    for (QLabel *label : m_page->findChildren<QLabel *>()) {
+        check(*label, label->text());
+    }
+    for (QCheckBox *box : m_page->findChildren<QCheckBox *>()) {
+        check(*box, box->text());
+    }
+    QCOMPARE(left, quiet.size() + 3);
+    QVERIFY2(checked >= 15, qPrintable(QString::number(checked)));
 }
 
 void tst_Seen::textsInTheDialogs()

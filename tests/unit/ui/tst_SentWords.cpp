@@ -84,6 +84,9 @@ void tst_SentWords::theEndsOfKeysAndTouchesHaveNoWords()
     QVERIFY(SentWords::of(done).isEmpty());
     QVERIFY(turned(KnobMode::Circular, Event::LetGo).isEmpty());
     QVERIFY(turned(KnobMode::UpDownKeys, Event::Touch).isEmpty());
+    QVERIFY(turned(KnobMode::LeftRightKeys, Event::Touch).isEmpty());
+    QVERIFY(turned(KnobMode::Midi, Event::Touch).isEmpty()); // no message is due
+    QVERIFY(!SentWords::has(done));
     QVERIFY(!turned(KnobMode::Circular, Event::Touch).isEmpty());
 }
 
