@@ -8,6 +8,7 @@ import contextlib
 import json
 import os
 import random
+import signal
 import sys
 import time
 import traceback
@@ -102,6 +103,8 @@ def main(*parts):
     if unknown:
         parser.error(f"there is no part {', '.join(sorted(unknown))}")
 
+    # In the background a shell has it ignored, and then the program would leave it ignored, too.
+    signal.signal(signal.SIGINT, signal.default_int_handler)
     broken = False
     for part in parts:
         if options.part and part.name not in options.part:
