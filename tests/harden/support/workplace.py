@@ -21,7 +21,8 @@ class JackServer:
 
     def __init__(self):
         self._keeper = Lines([JACK_KEEPER], plain_environment(), "stdout", stdin=subprocess.PIPE)
-        ready = self._keeper.wait_for("^ready ", 300)
+        wait_for(lambda: self._keeper.lines or self._keeper.process.poll() is not None, 300)
+        ready = self._keeper.wait_for("^ready ", 1)
         if not ready:
             self._keeper.stop()
             raise Broken("no JACK server")
