@@ -1,5 +1,6 @@
 """What a process has of the system: memory, descriptors, threads, things in the X server, objects and timers of the toolkit."""
 
+import contextlib
 import ctypes
 import os
 import socket
@@ -44,6 +45,15 @@ def x_resources(display, pid):
 def _kilobytes(path, *names):
     with open(path, encoding="ascii") as file:
         return sum(int(line.split()[1]) for line in file if line.split(":")[0] in names)
+
+
+def kept_waiting(*processes):
+    """The seconds that these processes were ready to run and got no processor: a busy machine's time, not theirs."""
+    total = 0
+    for process in processes:
+        with contextlib.suppress(OSError), open(f"/proc/{process}/schedstat", encoding="ascii") as file:
+            total += int(file.read().split()[1])
+    return total / 1e9
 
 
 def of_process(pid):
