@@ -18,6 +18,17 @@ jack_client_t *openClient()
     return jack_client_open("Veltrix watch", JackNoStartServer, nullptr);
 }
 
+// The list is the library's until here, and may be null.
+std::set<std::string> taken(const char **list)
+{
+    std::set<std::string> names;
+    for (const char **each = list; each && *each; ++each) {
+        names.insert(*each);
+    }
+    jack_free(list);
+    return names;
+}
+
 } // namespace
 
 std::unique_ptr<JackServerWatch> JackServerWatch::connect()
@@ -55,16 +66,15 @@ JackServerWatch::~JackServerWatch()
     jack_client_close(m_client);
 }
 
-std::set<std::string> JackServerWatch::sourcesOf(const std::string &name) const
+std::set<std::string> JackServerWatch::sources() const
+{
+    return taken(jack_get_ports(m_client, nullptr, JACK_DEFAULT_MIDI_TYPE, JackPortIsOutput));
+}
+
+std::optional<std::set<std::string>> JackServerWatch::sourcesOf(const std::string &name) const
 {
     const jack_port_t *port = jack_port_by_name(m_client, name.c_str());
-    const char **connected = port ? jack_port_get_all_connections(m_client, port) : nullptr;
-    std::set<std::string> sources;
-    for (const char **each = connected; each && *each; ++each) {
-        sources.insert(*each);
-    }
-    jack_free(connected);
-    return sources;
+    return port ? std::make_optional(taken(jack_port_get_all_connections(m_client, port))) : std::nullopt;
 }
 
 int JackServerWatch::onCycle(jack_nframes_t, void *self)

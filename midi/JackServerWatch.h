@@ -23,7 +23,8 @@ public:
 
     bool isGone() const override { return m_gone; }
     quint32 cycles() const override { return m_cycles; }
-    std::set<std::string> sourcesOf(const std::string &name) const override;
+    std::set<std::string> sources() const override;
+    std::optional<std::set<std::string>> sourcesOf(const std::string &name) const override;
 
 private:
     explicit JackServerWatch(jack_client_t *client);

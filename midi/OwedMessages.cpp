@@ -17,7 +17,7 @@ constexpr std::chrono::milliseconds betweenTries(20);
 constexpr int triesAtMost = 100;
 constexpr int untilFetched = 500;
 constexpr std::chrono::milliseconds betweenConnections(500);
-constexpr std::chrono::milliseconds altogether(20000);
+constexpr std::chrono::milliseconds altogether(30000);
 
 constexpr quint32 present = 1U << 24U;
 

@@ -13,14 +13,17 @@
 class SendBudget
 {
 public:
+    /// After so many steps of the count what was written before is gone. The clients of one cycle run in no
+    /// certain order: at the beginning the one that empties the queue may already have had its turn in the
+    /// cycle that the count reaches next. The cycle after that empties the queue, and it is over for all
+    /// clients when the count has gone one further.
+    static constexpr quint32 cyclesUntilGone = 3;
+
     explicit SendBudget(std::size_t limit);
 
     /// True when @p bytes more cannot exceed the limit. @p cycles is the count at this moment.
     bool allows(std::size_t bytes, quint32 cycles);
     void spend(std::size_t bytes) { m_recent += bytes; }
-
-    /// True when all that was spent is certainly gone.
-    bool isAllGone(quint32 cycles);
 
 private:
     std::size_t m_limit;

@@ -2,6 +2,7 @@
 
 #include <QtGlobal>
 
+#include <optional>
 #include <set>
 #include <string>
 
@@ -21,7 +22,10 @@ public:
     /// along.
     virtual quint32 cycles() const = 0;
 
-    /// The names of the ports that the server connects to the port called @p name; none when there is no such
-    /// port. May wait for the server.
-    virtual std::set<std::string> sourcesOf(const std::string &name) const = 0;
+    /// The names of all ports that something comes out of. May wait for the server.
+    virtual std::set<std::string> sources() const = 0;
+
+    /// The names of the ports that the server connects to the port called @p name; nothing when there is no
+    /// such port. May wait for the server.
+    virtual std::optional<std::set<std::string>> sourcesOf(const std::string &name) const = 0;
 };

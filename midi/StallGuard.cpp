@@ -20,11 +20,21 @@ constexpr std::chrono::milliseconds betweenLooks(5);
 
 // A server begins no cycle before the last one is over for all clients. The first step of the count may
 // belong to the cycle that was under way at the beginning, the second is of a later one.
-void awaitEndOfCycle(const ServerWatch &watch)
+constexpr quint32 untilEndOfCycle = 2;
+
+void awaitCycles(const ServerWatch &watch, quint32 since, quint32 count)
 {
-    const quint32 before = watch.cycles();
-    while (watch.cycles() - before < 2 && !watch.isGone()) {
+    while (watch.cycles() - since < count && !watch.isGone()) {
         std::this_thread::sleep_for(betweenLooks);
+    }
+}
+
+// A port that is closed takes along what is in its queue. RtMidi waits for the end of a callback, but that
+// one may have seen the queue empty before the last message was written.
+void awaitFetched(const StallGuard::Guarded &guarded, std::optional<quint32> sentAt)
+{
+    if (guarded.watch && sentAt) {
+        awaitCycles(*guarded.watch, *sentAt, SendBudget::cyclesUntilGone);
     }
 }
 
@@ -41,12 +51,16 @@ void release(StallGuard::Guarded *guarded)
     } catch (const std::exception &error) {
         qCWarning(lcMidi).noquote() << QString::fromLocal8Bit(error.what());
     }
-    awaitEndOfCycle(*owned->watch);
+    awaitCycles(*owned->watch, owned->watch->cycles(), untilEndOfCycle);
 }
 
-bool releaseWithin(std::chrono::milliseconds limit, std::shared_ptr<StallGuard::Guarded> guarded)
+bool releaseWithin(std::chrono::milliseconds limit, std::shared_ptr<StallGuard::Guarded> guarded,
+                   std::optional<quint32> sentAt)
 {
-    return callWithin(limit, [guarded = std::move(guarded)]() mutable { guarded.reset(); });
+    return callWithin(limit, [guarded = std::move(guarded), sentAt]() mutable {
+        awaitFetched(*guarded, sentAt);
+        guarded.reset();
+    });
 }
 
 } // namespace
@@ -56,7 +70,7 @@ std::unique_ptr<StallGuard> StallGuard::create(std::function<Guarded()> make, st
     std::shared_ptr<Guarded> guarded(new Guarded, &release);
     if (!callWithin(limit, [guarded, make = std::move(make)] { *guarded = make(); })) {
         qCWarning(lcMidi) << "the MIDI server does not answer";
-        releaseWithin(std::chrono::milliseconds::zero(), std::move(guarded));
+        releaseWithin(std::chrono::milliseconds::zero(), std::move(guarded), std::nullopt);
         return nullptr;
     }
     if (!guarded->backend) {
@@ -77,7 +91,7 @@ StallGuard::~StallGuard()
     // A call that has not come back takes the rest along when it does, and is not waited for again.
     const std::chrono::milliseconds limit = m_answers ? m_limit : std::chrono::milliseconds::zero();
     try {
-        if (!releaseWithin(limit, std::move(m_guarded)) && m_answers) {
+        if (!releaseWithin(limit, std::move(m_guarded), m_sentAt) && m_answers) {
             qCWarning(lcMidi) << "the MIDI server does not answer; its connection is left behind";
         }
     } catch (const std::exception &error) {
@@ -115,18 +129,22 @@ void StallGuard::openPort(unsigned int index, const std::string &name)
     ask([guarded = m_guarded, opened, index, name](MidiBackend &backend) {
         if (guarded->watch) {
             opened->port = backend.portName(index);
-            opened->sourcesBefore = guarded->watch->sourcesOf(opened->port);
+            opened->sourcesBefore = guarded->watch->sources();
         }
         backend.openPort(index, name);
     });
     m_opened = *opened;
-    // The server takes a connection up like a message: in one of its next cycles.
-    m_budget.spend(overheadPerMessage);
+    if (m_guarded->watch) {
+        m_openedAt = m_guarded->watch->cycles();
+    }
 }
 
 void StallGuard::closePort()
 {
-    ask([](MidiBackend &backend) { backend.closePort(); });
+    ask([guarded = m_guarded, sentAt = m_sentAt](MidiBackend &backend) {
+        awaitFetched(*guarded, sentAt);
+        backend.closePort();
+    });
 }
 
 bool StallGuard::isAlive()
@@ -142,7 +160,13 @@ bool StallGuard::hasRoomFor(std::size_t bytes)
 
 bool StallGuard::isAllSent()
 {
-    return m_guarded->watch && m_budget.isAllGone(m_guarded->watch->cycles());
+    if (!m_guarded->watch) {
+        return false;
+    }
+    const auto isOver = [now = m_guarded->watch->cycles()](std::optional<quint32> since) {
+        return !since || now - *since >= SendBudget::cyclesUntilGone;
+    };
+    return isOver(m_openedAt) && isOver(m_sentAt);
 }
 
 // RtMidi ignores that a client was not activated, as happens while the server waits for one that has just
@@ -153,8 +177,8 @@ bool StallGuard::isConnected()
     ask([guarded = m_guarded, connected, opened = m_opened](MidiBackend &) {
         if (guarded->watch) {
             const std::set<std::string> &before = opened.sourcesBefore;
-            const std::set<std::string> now = guarded->watch->sourcesOf(opened.port);
-            *connected = !std::includes(before.begin(), before.end(), now.begin(), now.end());
+            const auto now = guarded->watch->sourcesOf(opened.port);
+            *connected = !now || !std::includes(before.begin(), before.end(), now->begin(), now->end());
         }
     });
     return *connected;
@@ -164,6 +188,7 @@ void StallGuard::sendMessage(const std::vector<unsigned char> &message)
 {
     m_guarded->backend->sendMessage(message);
     m_budget.spend(message.size() + overheadPerMessage);
+    m_sentAt = m_guarded->watch->cycles();
 }
 
 void StallGuard::setCallback(Callback callback)

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -23,7 +24,7 @@ class StallGuard final : public MidiBackend
 
 public:
     /// A backend and the watch over its server. The backend is closed and destroyed first, and with a watch
-    /// not before the server's cycle in which it was closed is over.
+    /// not before the server has fetched what was sent, and the cycle in which it was closed is over.
     struct Guarded {
         std::unique_ptr<ServerWatch> watch; ///< may be null for a backend that never sends
         std::unique_ptr<MidiBackend> backend;
@@ -53,7 +54,8 @@ public:
 private:
     StallGuard(std::shared_ptr<Guarded> guarded, std::chrono::milliseconds limit);
 
-    /// What the port that was opened is called, and what was connected to it before.
+    /// What the port that was opened is called, and which ports there were before that could be connected to
+    /// it. The connections of before are no measure: they may still name a port whose place another one has.
     struct Opened {
         std::string port;
         std::set<std::string> sourcesBefore;
@@ -65,5 +67,7 @@ private:
     std::chrono::milliseconds m_limit;
     SendBudget m_budget;
     Opened m_opened;
+    std::optional<quint32> m_openedAt; // the count of cycles when the port was opened
+    std::optional<quint32> m_sentAt;   // the same at the last message
     bool m_answers = true;
 };

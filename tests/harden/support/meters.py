@@ -51,8 +51,10 @@ def kept_waiting(*processes):
     """The seconds that these processes were ready to run and got no processor: a busy machine's time, not theirs."""
     total = 0
     for process in processes:
-        with contextlib.suppress(OSError), open(f"/proc/{process}/schedstat", encoding="ascii") as file:
-            total += int(file.read().split()[1])
+        with contextlib.suppress(OSError):
+            for thread in os.listdir(f"/proc/{process}/task"):
+                with open(f"/proc/{process}/task/{thread}/schedstat", encoding="ascii") as file:
+                    total += int(file.read().split()[1])
     return total / 1e9
 
 

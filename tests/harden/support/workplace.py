@@ -13,6 +13,7 @@ from sight import Sight
 
 JACK_KEEPER = os.environ["JACK_KEEPER"]
 STARTED = 30   # s: patience with a start on a busy machine
+RELEASED = 60  # s: patience with the release process, which looks for a MIDI server for thirty
 NOTICED = 3.0  # s: patience with what should take half a second
 
 
@@ -139,7 +140,7 @@ class Workplace:
         begun = time.monotonic()
         status = self.program.stop(number)
         self.last_end = time.monotonic() - begun
-        if not wait_for(lambda: not any(map(is_alive, helpers)), 30):
+        if not wait_for(lambda: not any(map(is_alive, helpers)), RELEASED):
             raise Broken(f"{helpers} outlive the program")
         self.program = None
         return status

@@ -24,6 +24,7 @@ namespace
 {
 
 std::atomic<int> lateness{0};
+std::atomic<int> lingering{0};
 std::atomic<int> readers{0}; // callbacks that are between the look at their port and their end
 thread_local bool reading = false;
 
@@ -71,6 +72,11 @@ void beLate(int milliseconds)
     lateness = milliseconds;
 }
 
+void lingerWhenEmpty(int milliseconds)
+{
+    lingering = milliseconds;
+}
+
 void refuseAfterCrash(int activation)
 {
     refusal().activation = activation;
@@ -106,6 +112,16 @@ void jack_midi_clear_buffer(void *buffer)
         ++readers;
         std::this_thread::sleep_for(std::chrono::milliseconds(lateness));
     }
+}
+
+// What it asks of its queue, until there is nothing.
+size_t jack_ringbuffer_peek(jack_ringbuffer_t *queue, char *to, size_t count)
+{
+    const auto got = following<decltype(jack_ringbuffer_peek)>("jack_ringbuffer_peek")(queue, to, count);
+    if (got < count && lingering > 0) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(lingering));
+    }
+    return got;
 }
 
 // The library has just waited for the end of a callback.

@@ -6,6 +6,7 @@
 //   flood COUNT      send COUNT times 90 3C 64                 flooded MILLISECONDS
 //   note NUMBER      begin a note that its release would end  begun
 //   late COUNT       make each callback take COUNT milliseconds  late
+//   linger COUNT     make each callback take COUNT milliseconds once its queue is empty   lingers
 //   refuse COUNT     have the COUNTth client of the release process refused   refused
 //   close            close the port                            closed MILLISECONDS
 //   delete           delete the port                           deleted MILLISECONDS
@@ -117,6 +118,10 @@ public:
         if (command == "late") {
             beLate(std::stoi(argument));
             return "late";
+        }
+        if (command == "linger") {
+            lingerWhenEmpty(std::stoi(argument));
+            return "lingers";
         }
         if (command == "refuse") {
             refuseAfterCrash(std::stoi(argument));

@@ -41,18 +41,6 @@ private Q_SLOTS:
         QVERIFY(budget.allows(21, 16));
     }
 
-    void allIsGoneAfterTwoRoundsOfCycles()
-    {
-        SendBudget budget(21);
-        QVERIFY(budget.isAllGone(10));
-        QVERIFY(budget.allows(7, 10));
-        budget.spend(7);
-        QVERIFY(!budget.isAllGone(12));
-        QVERIFY(!budget.isAllGone(13));
-        QVERIFY(!budget.isAllGone(15));
-        QVERIFY(budget.isAllGone(16));
-    }
-
     void theCycleCountMayWrapAround()
     {
         const quint32 last = std::numeric_limits<quint32>::max();

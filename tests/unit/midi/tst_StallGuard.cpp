@@ -8,7 +8,9 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <limits>
 #include <mutex>
+#include <optional>
 #include <set>
 #include <string>
 #include <thread>
@@ -26,12 +28,14 @@ struct Server {
     std::atomic<bool> gone{false};
     std::atomic<quint32> cycles{0};
     std::atomic<bool> closed{false};
-    std::atomic<bool> cyclesAfterClosing{true}; ///< one at each look at their count
+    std::atomic<bool> cyclesBeforeClosing{false}; ///< one at each look at their count
+    std::atomic<bool> cyclesAfterClosing{true};   ///< the same
     std::atomic<int> backends{0};
     std::atomic<int> watches{0};
     std::thread::id lastCaller;
     bool refuses = false;          ///< to connect what is opened, and says nothing
     std::set<std::string> sources; ///< of its port "b"
+    std::set<std::string> allSources;
 
     void answer()
     {
@@ -59,12 +63,18 @@ public:
     bool isGone() const override { return m_server.gone; }
     quint32 cycles() const override
     {
-        return m_server.closed && m_server.cyclesAfterClosing ? ++m_server.cycles : m_server.cycles.load();
+        const bool cycles = m_server.closed ? m_server.cyclesAfterClosing : m_server.cyclesBeforeClosing;
+        return cycles ? ++m_server.cycles : m_server.cycles.load();
     }
-    std::set<std::string> sourcesOf(const std::string &name) const override
+    std::set<std::string> sources() const override
     {
         m_server.answer();
-        return name == "b" ? m_server.sources : std::set<std::string>();
+        return m_server.allSources;
+    }
+    std::optional<std::set<std::string>> sourcesOf(const std::string &name) const override
+    {
+        m_server.answer();
+        return name == "b" ? std::make_optional(m_server.sources) : std::nullopt;
     }
 
 private:
@@ -142,6 +152,7 @@ private Q_SLOTS:
         QVERIFY(guard->hasRoomFor(3));
         guard->sendMessage({1, 2, 3});
         QCOMPARE(m_midi->sent, (std::vector<std::vector<unsigned char>>{{1, 2, 3}}));
+        m_server->cyclesBeforeClosing = true;
         guard->closePort();
         QCOMPARE(m_midi->calls["closePort"], 1);
         QCOMPARE(m_log->lines(), QStringList());
@@ -259,11 +270,27 @@ private Q_SLOTS:
         QVERIFY(!guard->hasRoomFor(3));
         m_server->cycles += 3;
         QVERIFY(guard->hasRoomFor(3));
+        m_server->cyclesBeforeClosing = true;
+    }
+
+    void whatWasSentIsFetchedBeforeThePortIsClosed()
+    {
+        auto guard = create();
+        guard->openPort(0, "RtMidi");
+        guard->sendMessage({1, 2, 3});
+        guard.reset();         // gives up
+        m_server->cycles += 2; // the port's turn in the first of them may have been over
+        QTest::qWait(100);
+        QVERIFY(!m_server->closed);
+        ++m_server->cycles;
+        QTRY_VERIFY(m_server->closed);
+        QTRY_COMPARE(m_server->watches.load(), 0);
     }
 
     void aConnectionThatIsRefusedIsNoticed()
     {
         m_server->sources = {"Veltrix:RtMidi"}; // of a program that has just died
+        m_server->allSources = m_server->sources;
         m_server->refuses = true;
         const auto refused = create();
         refused->openPort(1, "RtMidi");
@@ -275,6 +302,19 @@ private Q_SLOTS:
         const auto connected = create();
         connected->openPort(1, "RtMidi");
         QVERIFY(connected->isConnected());
+
+        // A port that is gone is still named, until another one has its name.
+        m_server->sources = {"Veltrix-01:RtMidi"};
+        m_server->allSources.clear();
+        const auto again = create();
+        again->openPort(1, "RtMidi");
+        QVERIFY(again->isConnected());
+
+        // What has gone waits for nothing.
+        m_server->refuses = true;
+        const auto gone = create();
+        gone->openPort(0, "RtMidi");
+        QVERIFY(gone->isConnected());
     }
 
     void aConnectionIsTakenUpInAWholeCycle()
@@ -283,13 +323,21 @@ private Q_SLOTS:
         const auto guard = create();
         QVERIFY(guard->isAllSent());
         guard->openPort(1, "RtMidi");
+        m_server->cycles += 2; // one that was under way, and one that may be over for some only
         QVERIFY(!guard->isAllSent());
-        ++m_server->cycles; // perhaps the one that was under way
+        ++m_server->cycles;
+        QVERIFY(guard->isAllSent());
+    }
+
+    void aMessageIsFetchedInAWholeCycle()
+    {
+        m_server->cycles = std::numeric_limits<quint32>::max(); // the count wraps around
+        const auto guard = create();
+        QVERIFY(guard->hasRoomFor(3));
+        guard->sendMessage({1, 2, 3});
+        m_server->cycles += 2;
         QVERIFY(!guard->isAllSent());
-        for (int cycle = 0; cycle < 6; ++cycle) {
-            ++m_server->cycles;
-            guard->isAllSent();
-        }
+        ++m_server->cycles;
         QVERIFY(guard->isAllSent());
     }
 
