@@ -47,8 +47,8 @@ public:
         m_rig.pointer.setScreens({{0, 0, 1920, 1080}, {1920, 0, 1280, 1024}});
         m_rig.dispatcher->follow(m_session);
         m_session.load([] {}, [this] { return randomActions(); });
-        for (const int number : {0, 1}) {
-            m_programs.give(program(number), program(number));
+        for (const int each : {0, 1}) {
+            m_programs.give(program(each), program(each));
             useAnother();
         }
         m_focus.focus(m_front);
