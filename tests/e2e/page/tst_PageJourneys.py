@@ -20,6 +20,14 @@ BUTTON_2 = (376, 348)       # the middle of its mark on the page: a blue one
 GROUND = (0x53, 0x42, 0xd9)
 
 
+def is_whole(sheet):
+    """Whether this PDF file was written to its end."""
+    if not os.path.exists(sheet):
+        return False
+    with open(sheet, "rb") as file:
+        return file.read().rstrip().endswith(b"%%EOF")
+
+
 class PageJourneys(MockedDeviceTest):
     def setUp(self):
         super().setUp()
@@ -29,7 +37,7 @@ class PageJourneys(MockedDeviceTest):
 
     def open_page(self):
         program, device = self.start_with_device()
-        time.sleep(desktop.SLIDE)
+        desktop.wait_for_page(program)
         return program, device
 
     def restart(self):
@@ -68,7 +76,6 @@ class PageJourneys(MockedDeviceTest):
         self.desktop.open_menu(3)
         self.desktop.click((left + 40, top + 40 + 14))
         self.assertTrue(wait_for(lambda: len(self.server.windows()) >= 3), self.server.windows())
-        time.sleep(desktop.SETTLED)
         self.desktop.click((left + 180, top + 40 + 14))
         self.desktop.wait_for_dialog()
         self.desktop.click((341, 301))  # the dialog's own Win button
@@ -306,12 +313,11 @@ class PageJourneys(MockedDeviceTest):
         before = len(self.server.windows())
         self.desktop.click(desktop.PRINTER)
         self.assertTrue(wait_for(lambda: len(self.server.windows()) > before))
-        time.sleep(3 * desktop.SETTLED)
+        self.assertTrue(wait_for(lambda: self.server.is_focused(None)), self.server.windows())
         self.desktop.keys("Return")
         sheet = os.path.join(self.home.path, "Veltrix.pdf")
-        self.assertTrue(wait_for(lambda: os.path.exists(sheet) and len(self.server.windows()) == before),
+        self.assertTrue(wait_for(lambda: is_whole(sheet) and len(self.server.windows()) == before, desktop.PATIENCE),
                         os.listdir(self.home.path))
-        time.sleep(desktop.SETTLED)
 
         told = subprocess.run(["pdfinfo", sheet], check=True, capture_output=True, text=True).stdout
         self.assertRegex(told, r"Pages: +1\n")

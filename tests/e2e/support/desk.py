@@ -176,6 +176,27 @@ class XServer:
         self._x11.XFlush(display)
         return places
 
+    def is_focused(self, size):
+        """Whether keys go to the topmost of the windows of this size that are shown."""
+        root, parent, children, count = ctypes.c_ulong(), ctypes.c_ulong(), ctypes.POINTER(ctypes.c_ulong)(), ctypes.c_uint()
+        focus, revert = ctypes.c_ulong(), ctypes.c_int()
+        display = ctypes.c_void_p(self._display)
+        self._x11.XGrabServer(display)
+        self._x11.XGetInputFocus(display, ctypes.byref(focus), ctypes.byref(revert))
+        self._x11.XQueryTree(display, self._x11.XDefaultRootWindow(display), *map(ctypes.byref, (
+            root, parent, children, count)))
+        topmost = None
+        for window in children[:count.value]:
+            attributes = _WindowAttributes()
+            self._x11.XGetWindowAttributes(display, ctypes.c_ulong(window), ctypes.byref(attributes))
+            if attributes.map_state == IS_VIEWABLE and size in (None, (attributes.width, attributes.height)):
+                topmost = window
+        if children:
+            self._x11.XFree(children)
+        self._x11.XUngrabServer(display)
+        self._x11.XFlush(display)
+        return topmost is not None and topmost == focus.value
+
     def stop(self):
         if self._process.poll() is None:
             self._x11.XCloseDisplay(ctypes.c_void_p(self._display))

@@ -60,8 +60,8 @@ class MockedDeviceTest(unittest.TestCase):
         self.devices.append(device)
         return device
 
-    def start_with_device(self, **properties):
-        program = self.start()
+    def start_with_device(self, *arguments, **properties):
+        program = self.start(*arguments)
         device = self.plug(**(properties or {"serial": "HIDFG01"}))
         self.assertTrue(program.wait_for(": plugged$", STARTED), program.texts())
         return program, device
