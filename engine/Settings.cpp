@@ -84,6 +84,8 @@ Settings::Settings(const QString &file)
 {
 }
 
+// Only a path that is no text makes it throw, and the toolkit gives none.
+// NOLINTNEXTLINE(bugprone-exception-escape)
 Settings::~Settings()
 {
     write([this] { sync(); }, false);

@@ -21,7 +21,7 @@ public:
     /// A store in @p file.
     explicit Settings(const QString &file);
 
-    ~Settings() override;
+    ~Settings() override; // NOLINT(bugprone-exception-escape): where it is defined
 
     /// Writes what was set to the disk at once. False when that fails.
     bool write();
