@@ -164,6 +164,7 @@ void tst_Settings::aDiskThatTakesNothingLeavesTheFileAsItWas()
 
 void tst_Settings::aSectionWithoutANameKeepsNothingFromBeingWritten()
 {
+#ifdef Q_OS_UNIX
     QFile file(m_folder->filePath(QStringLiteral("store")));
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("[;General]\nZR.ver=1.0\nother=1\n"); // the toolkit takes the name for a comment
@@ -173,6 +174,9 @@ void tst_Settings::aSectionWithoutANameKeepsNothingFromBeingWritten()
     QVERIFY(settings.write());
     QCOMPARE(QSettings(file.fileName(), QSettings::IniFormat).value(QStringLiteral("ZR.ver")).toString(),
              QStringLiteral("1.10"));
+#else
+    QSKIP("The settings are in the registry; the toolkit reads such a file in another way.");
+#endif
 }
 
 void tst_Settings::olderIsAComparisonOfTexts_data()
