@@ -202,7 +202,8 @@ ImportedMappings::ImportedMappings(const QString &path, int most)
     Walk walk(std::move(lines), &m_maps);
     walk.document(document);
     m_fault = walk.fault();
-    if (m_fault.isEmpty() && ProgramsFile::isOne(document) && !ProgramsFile::take(document, &m_programs)) {
+    if (m_fault.isEmpty() && ProgramsFile::isOne(document) &&
+        (!ProgramsFile::take(document, &m_programs) || m_programs.size() != m_maps.size())) {
         m_fault = FileResult::failed(QStringLiteral("it does not give each mapping a program of its own"))
                       .inWords();
     }

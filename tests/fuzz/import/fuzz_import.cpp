@@ -70,11 +70,19 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     fuzz::write(files.custom(), own);
     fuzz::write(path, bytes);
 
+    QFile::remove(files.programs());
     const ImportedMappings::Outcome outcome = ImportedMappings::import(path, files);
     require(!outcome.sentence.isEmpty(), "there is something to say");
     require(fuzz::content(path) == bytes, "the file from elsewhere is left alone");
     if (outcome.names.isEmpty()) {
         require(fuzz::content(files.custom()) == own, "nothing is half imported");
+        return 0;
+    }
+    if (outcome.forPrograms) {
+        require(fuzz::content(files.custom()) == own, "what acts for a program is none of the user's own");
+        const ProgramsFile::Content programs = ProgramsFile::read(files.programs());
+        require(programs.result && programs.entries.size() == std::size_t(outcome.names.size()),
+                "every program has its mapping");
         return 0;
     }
     const QStringList now = names(files.custom());

@@ -217,6 +217,9 @@ void tst_ImportedMappings::whatIsWrongIsSaidWithItsPlace_data()
     row("a mapping of nobody among those of programs",
         library("<MAPPING program=\"gimp\"/><MAPPING software=\"Mix\"/>"),
         "it does not give each mapping a program of its own");
+    row("one of a program where none is looked for",
+        library("<MAPPING program=\"gimp\"/><OLD><MAPPING program=\"blender\"/></OLD>"),
+        "it does not give each mapping a program of its own");
     row("two of one program", library("<MAPPING program=\"gimp\"/><MAPPING program=\"gimp\"/>"),
         "it does not give each mapping a program of its own");
     row("a mapping in a mapping", library("<MAPPING software=\"Mix\"><MAPPING/></MAPPING>"),
