@@ -66,12 +66,16 @@ void tst_DataDirectory::createsTheFolderWithItsParentsAndEntersIt()
 
 void tst_DataDirectory::closesTheFolderToOthers()
 {
+#ifdef Q_OS_UNIX
     const QFile::Permissions owners = QFile::ReadOwner | QFile::ExeOwner;
     QVERIFY(QDir().mkpath(m_data));
     QVERIFY(QFile::setPermissions(m_data, owners | QFile::ReadOther | QFile::WriteOther | QFile::WriteGroup));
     DataDirectory::prepare(m_data, m_seeds);
     const QFile::Permissions users = QFile::ReadUser | QFile::WriteUser | QFile::ExeUser;
     QCOMPARE(QFile::permissions(m_data) & ~users, owners); // what is for reading only stays so
+#else
+    QSKIP("What is in a user's folder has its rights.");
+#endif
 }
 
 void tst_DataDirectory::copiesTheSeedFilesOnce()
