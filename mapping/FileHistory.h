@@ -27,8 +27,8 @@ QString folder(const QString &file);
 
 /// Notes the present content of @p file, which is about to be replaced or removed as a whole, unless that was
 /// done less than shortestPause ago or the newest version holds the same. Costs no copy where the file system
-/// lets a file have two names. What is not there, or is no
-/// file, has no version. A failure leaves a line in the log.
+/// lets a file have two names. What is not there, or is no file, has no version. A failure leaves a line in
+/// the log.
 FileResult note(const QString &file, const QDateTime &now = QDateTime::currentDateTimeUtc());
 
 /// The same however little time has passed.

@@ -215,12 +215,12 @@ void MappingSession::assign(int control, const QMap<Layer, shortCut> &layers, in
     doneInEdit(std::move(change));
 }
 
-// An edit that ends where it began has left nothing to take back.
+// An edit that ends where it began has left nothing to take back; one that was kept in between has.
 void MappingSession::doneInEdit(MappingChange change)
 {
     const MappingChange *last = m_steps.last();
     if (change.edit != 0 && last != nullptr && last->edit == change.edit &&
-        last->step.control == change.step.control) {
+        last->step.control == change.step.control && last->file != MappingChange::File::WorkingCopy) {
         change.before = last->before;
         m_steps.dropLast();
         if (change.before.actions == m_now.actions) {

@@ -18,8 +18,9 @@
 /// The one owner of what the device does: the mapping in use, what of it is kept for the next start, and the
 /// library's and the user's mappings. Whoever shows or carries out a mapping follows its signals.
 ///
-/// Two of its files are written, and only by keep(), keepWithLastStep(), saveAs(), remove() and restore(),
-/// and by takeBack() and redo() of such a step. What they held before goes to their history (FileHistory).
+/// Two of its files are written, and only by keep(), keepWithLastStep(), saveAs(), remove(), importFile() and
+/// restore(), and by takeBack() and redo() of such a step. What they held before goes to their history
+/// (FileHistory).
 /// Lives on the GUI thread.
 class MappingSession : public QObject
 {

@@ -41,8 +41,8 @@ public:
     bool isEmpty() const { return m_messages.front() == 0; }
 
     /// Sends them to the port through a connection of its own, on the default MIDI system or the first other
-    /// one that works. For a process that does nothing else; takes up to some seconds. Without the port
-    /// nothing is sent.
+    /// one that works. For a process that does nothing else: it is tried for half a minute, and an answer
+    /// that is under way then is waited for. Without the port nothing is sent.
     void send() const;
 
 private:

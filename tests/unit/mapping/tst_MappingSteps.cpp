@@ -55,6 +55,7 @@ private Q_SLOTS:
     void anEditIsOneStep();
     void anEditThatEndsWhereItBeganIsNone();
     void whatComesInBetweenEndsAnEdit();
+    void aKeepInBetweenEndsAnEdit();
 
 private:
     QString path(const char *name) const { return m_directory->filePath(QString::fromLatin1(name)); }
@@ -527,6 +528,20 @@ void tst_MappingSteps::anEditThatEndsWhereItBeganIsNone()
     QVERIFY(m_session->takeBack());
     QCOMPARE(inUse(), shortCut().key1);
     QVERIFY(!m_session->canTakeBack());
+}
+
+void tst_MappingSteps::aKeepInBetweenEndsAnEdit()
+{
+    start();
+    QVERIFY(!QFile::exists(path("current.xml")));
+    m_session->assign(3, {{Layer::Normal, key(6)}}, 1);
+    QVERIFY(m_session->keepWithLastStep());
+    m_session->assign(3, {{Layer::Normal, key(60)}}, 1);
+    QVERIFY(m_session->takeBack());
+    QCOMPARE(inUse(), 6);
+    QVERIFY(m_session->isKept());
+    QVERIFY(m_session->takeBack());
+    QVERIFY(!QFile::exists(path("current.xml")));
 }
 
 void tst_MappingSteps::whatComesInBetweenEndsAnEdit()
