@@ -94,6 +94,7 @@ class Travel(unittest.TestCase):
         self.hands(display, "key", "--delay", 50, *["Down"] * entry, "Return")
         self.assertTrue(wait_for(lambda: windows.focused() in [window for window in windows.shown()
                                                                if window not in before + menu], STARTED), "no dialog")
+        return before
 
     def dragger(self, display, *arguments):
         """Another program in the screen's corner, out of which and into which files are dragged."""
@@ -234,10 +235,11 @@ class Travel(unittest.TestCase):
         display, windows = self.start_with_device_in(self.home)
         self.assertEqual(self.run_in(self.home, "--use", "Mix"), (0, "", ""))
         path = os.path.join(self.home.path, "out.xml")
-        self.choose_from_context_menu(display, windows, 1)
+        before = self.choose_from_context_menu(display, windows, 1)
         self.hands(display, "type", "--delay", 10, path)
         self.hands(display, "key", "Return")
         self.assertTrue(wait_for(lambda: os.path.exists(path)))
+        self.assertTrue(wait_for(lambda: windows.shown() == before), "the dialog stays")
         self.assertEqual(self.run_in(self.home, "--export", "Mix", "again.xml"), (0, "", ""))
         self.assertEqual(self.content(self.home, "out.xml"), self.content(self.home, "again.xml"))
 

@@ -85,9 +85,9 @@ class Workplace:
         self.environment["DISPLAY"] = self.server.name
         self.home.add_to(self.environment)
         self.jack = self.midi = self.listener = self.device = self.program = None
-        self._stack.callback(self._end_programs)
         if midi:
             self.start_jack()
+        self._stack.callback(self._end_programs)  # before its server: what is owed would reach the next one
 
     def start_jack(self):
         self.jack = JackServer()
@@ -159,10 +159,12 @@ class Workplace:
                               stderr=subprocess.DEVNULL).returncode
 
     def _end_programs(self):
+        helpers = children_of(self.program.pid) if self.program and is_alive(self.program.pid) else []
         for each, number in ((self.program, signal.SIGKILL), (self.device, signal.SIGTERM),
                              (self.listener, signal.SIGTERM), (self.midi, signal.SIGTERM)):
             if each:
                 each.stop(number)
+        wait_for(lambda: not any(map(is_alive, helpers)), RELEASED)
 
     def close(self):
         self._stack.close()
