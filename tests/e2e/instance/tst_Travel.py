@@ -20,6 +20,7 @@ SELECTOR = ((1280 - 900) // 2 + 760, (1024 - 650) // 2 + 37)
 UNDO = ((1280 - 900) // 2 + 730, (1024 - 650) // 2 + 112)  # beside "Keep"
 NAME_LINE = ((1280 - 900) // 2 + 450, (1024 - 650) // 2 + 461)
 PAGE_SHOWN = 2.5    # s: from the port's opening to the end of the slide
+DOUBLE_CLICK = 0.45  # s: two clicks at one place in less are one, and open no menu
 
 
 def button(label, key, layer="NORMAL"):
@@ -88,6 +89,7 @@ class Travel(unittest.TestCase):
     def choose_from_context_menu(self, display, windows, entry):
         """Opens the selector's context menu and chooses; then there is a dialog that wants a file's name."""
         before = windows.shown()
+        time.sleep(DOUBLE_CLICK)
         self.hands(display, "mousemove", *SELECTOR, "click", 3)
         menu = wait_for(lambda: [window for window in windows.shown() if window not in before])
         self.assertTrue(menu, "no context menu")
