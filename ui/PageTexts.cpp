@@ -31,8 +31,11 @@ void addScaleEnd(QWidget &page, const char *word, QRect place, bool left)
     const QString text = PageTexts::tr(word);
     const QFont font = Look::font(Look::Face::Page, 11);
     if (text != QLatin1String(word)) {
-        const int more = qMax(0, QFontMetrics(font).horizontalAdvance(text) - place.width());
-        place.adjust(left ? 0 : -more, 0, left ? more : 0, 0);
+        // The words of the design have no descenders.
+        const QFontMetrics metrics(font);
+        const int wider = qMax(0, metrics.horizontalAdvance(text) - place.width());
+        const int taller = qMax(0, metrics.height() - place.height() + 1) / 2;
+        place.adjust(left ? 0 : -wider, -taller, left ? wider : 0, taller);
     }
     PageTexts::add(page, text, place, PageTexts::Ink::Dim, 11, QFont::Normal)->setAlignment(Qt::AlignVCenter);
 }
