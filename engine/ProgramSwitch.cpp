@@ -16,6 +16,7 @@ ProgramSwitch::ProgramSwitch(FocusedProgram &focus, const EventDispatcher &dispa
     connect(&focus, &FocusedProgram::focused, this, &ProgramSwitch::onFocused);
     connect(&mappings, &ProgramMappings::changed, this, &ProgramSwitch::follow);
     connect(&mappings, &ProgramMappings::arrived, this, &ProgramSwitch::apply);
+    mappings.setTold(focus.isTold());
     follow();
 }
 

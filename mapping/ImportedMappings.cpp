@@ -1,5 +1,6 @@
 #include "mapping/ImportedMappings.h"
 
+#include "mapping/FileHistory.h"
 #include "mapping/ListInWords.h"
 #include "mapping/MappingDocument.h"
 #include "mapping/MappingElement.h"
@@ -256,12 +257,49 @@ FileResult ImportedMappings::addToPrograms(const QString &path)
         return content.result;
     }
     for (const ProgramsFile::Entry &entry : m_programs) {
-        (ProgramsFile::add(entry, &content.entries) ? m_added : m_keepTheirs).append(entry.title);
+        const auto here =
+            std::find_if(content.entries.begin(), content.entries.end(),
+                         [&entry](const ProgramsFile::Entry &own) { return own.program == entry.program; });
+        if (here == content.entries.end()) {
+            content.entries.push_back(entry);
+        } else if (entry.acts && !here->acts) {
+            *here = entry;
+            m_replaced.append(entry.title);
+        } else {
+            m_keepTheirs.append(entry.title);
+            continue;
+        }
+        m_added.append(entry.title);
     }
-    return m_added.isEmpty() ? FileResult::done() : ProgramsFile::write(path, content.entries);
+    if (m_added.isEmpty()) {
+        return FileResult::done();
+    }
+    // Even if a version went there a moment ago: what gives way is nowhere else.
+    const FileResult noted = m_replaced.isEmpty() ? FileResult::done() : FileHistory::noteAnyway(path);
+    return noted ? ProgramsFile::write(path, content.entries) : noted;
 }
 
-ImportedMappings::Outcome ImportedMappings::outcome(const FileResult &result) const
+QString ImportedMappings::programsInWords(bool act) const
+{
+    const QString kept = ListInWords::names(m_keepTheirs);
+    const QString added = ListInWords::names(m_added);
+    QStringList sentences{
+        m_keepTheirs.isEmpty()
+            ? tr("Imported, each for one program: %1").arg(added)
+            : tr("Imported, each for one program: %1. These keep the mappings that they have here: %2")
+                  .arg(added, kept)};
+    if (!m_replaced.isEmpty()) {
+        sentences +=
+            tr("What was switched off here is in the history: %1").arg(ListInWords::names(m_replaced));
+    }
+    if (!act) {
+        sentences += tr("They are kept, but cannot act in this session, which does not tell which program is "
+                        "in front");
+    }
+    return sentences.join(QStringLiteral(". "));
+}
+
+ImportedMappings::Outcome ImportedMappings::outcome(const FileResult &result, bool programsAct) const
 {
     const QString file = QFileInfo(m_path).fileName();
     if (!m_fault.isEmpty()) {
@@ -274,18 +312,13 @@ ImportedMappings::Outcome ImportedMappings::outcome(const FileResult &result) co
                     .arg(file, QString(own).mid(1), result.inWords())};
     }
     if (isForPrograms()) {
-        const QString kept = ListInWords::names(m_keepTheirs);
-        const QString added = ListInWords::names(m_added);
-        const QString sentence =
-            m_added.isEmpty()
-                ? tr("\u201c%1\u201d was not imported: these programs have mappings of their own "
-                     "here: %2.")
-                      .arg(file, kept)
-            : m_keepTheirs.isEmpty()
-                ? tr("Imported, each for one program: %1").arg(added)
-                : tr("Imported, each for one program: %1. These keep the mappings that they have here: %2")
-                      .arg(added, kept);
-        return {m_added, sentence, true};
+        return {m_added,
+                m_added.isEmpty()
+                    ? tr("\u201c%1\u201d was not imported: these programs have mappings of their own "
+                         "here: %2.")
+                          .arg(file, ListInWords::names(m_keepTheirs))
+                    : programsInWords(programsAct),
+                true};
     }
     QStringList names;
     for (const auto &map : m_maps) {

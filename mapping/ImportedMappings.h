@@ -38,7 +38,8 @@ public:
     static constexpr int mostMappings = 500;
 
     /// Adds the mappings of the file at @p path to those in @p files, all or none; but a program that has one
-    /// there keeps it, and that is said.
+    /// there keeps it, and that is said. One that is switched off there gives way to one that acts, and goes
+    /// to the file's history.
     static Outcome import(const QString &path, const MappingFiles &files);
 
     /// Reads the file at @p path, within the reader's bounds.
@@ -60,8 +61,9 @@ public:
     /// Adds them to the user's or the programs', all or none.
     FileResult addTo(const MappingFiles &files);
 
-    /// What addTo() has returned, in words.
-    Outcome outcome(const FileResult &result) const;
+    /// What addTo() has returned, in words. Without @p programsAct, those of programs wait for a session that
+    /// tells which program is in front, and that is said.
+    Outcome outcome(const FileResult &result, bool programsAct = true) const;
 
 private:
     // @p name, or if @p taken has it, the first of "NAME (2)", "NAME (3)" and so on that it has not, from
@@ -69,11 +71,13 @@ private:
     static QString freeName(const QString &name, const QSet<QString> &taken, int *number);
 
     FileResult addToPrograms(const QString &path);
+    QString programsInWords(bool act) const;
 
     QString m_path;
     QString m_fault;
     std::vector<std::unique_ptr<ZRButtonMap>> m_maps;
     std::vector<ProgramsFile::Entry> m_programs;
-    QStringList m_added; // programs
+    QStringList m_added;    // programs
+    QStringList m_replaced; // those of them that had one, which was switched off
     QStringList m_keepTheirs;
 };

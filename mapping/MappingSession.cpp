@@ -12,6 +12,7 @@
 #include <QDomDocument>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <memory>
@@ -208,8 +209,11 @@ void MappingSession::assign(int control, const QMap<Layer, shortCut> &layers, in
     if (m_now.actions == change.before.actions) {
         return;
     }
-    for (auto it = layers.begin(); it != layers.end(); ++it) {
-        Q_EMIT assigned(control, it.key());
+    {
+        const QScopedValueRollback<int> inEdit(m_edit, edit);
+        for (auto it = layers.begin(); it != layers.end(); ++it) {
+            Q_EMIT assigned(control, it.key());
+        }
     }
     followKept();
     doneInEdit(std::move(change));
@@ -416,6 +420,12 @@ MappingSession::Aside MappingSession::exchange(Aside next)
     return last;
 }
 
+void MappingSession::countAsKept(const ActionTable &kept)
+{
+    m_now.kept = kept;
+    followKept();
+}
+
 FileResult MappingSession::keep()
 {
     FileResult result = isGeneral() ? write(m_now.actions, QLatin1String(workingCopyMapping),
@@ -468,7 +478,8 @@ ImportedMappings::Outcome MappingSession::importFile(const QString &path)
     ImportedMappings file(path);
     FileResult result = FileResult::failed(file.fault());
     if (file.fault().isEmpty() && file.isForPrograms()) {
-        result = file.addTo(m_files);
+        result = m_settlePrograms();
+        result = result ? file.addTo(m_files) : result;
         if (result) {
             Q_EMIT programsAdded();
         }
@@ -477,7 +488,7 @@ ImportedMappings::Outcome MappingSession::importFile(const QString &path)
         result = change({MappingStep::Kind::Import, -1, ListInWords::names(names), names.size()},
                         MappingChange::File::Custom, [&] { return file.addTo(m_files); });
     }
-    return file.outcome(result);
+    return file.outcome(result, m_programsAct);
 }
 
 FileResult MappingSession::remove(const QString &name)
@@ -493,6 +504,7 @@ FileResult MappingSession::restore(const QString &version)
         return content.result;
     }
     if (content.file == m_files.programs()) {
+        m_settlePrograms(); // what cannot be written is to go all the same
         FileResult result = VersionRestore::put(content);
         if (result) {
             Q_EMIT programsRestored();

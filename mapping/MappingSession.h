@@ -137,11 +137,26 @@ public:
     /// Whether what is in use is the mapping that the working copy is of.
     bool isGeneral() const { return !m_keeper; }
 
+    /// Whether what assigned() tells of just now is part of an edit that may go on: the keystrokes in a
+    /// dialog, say.
+    bool isInEdit() const { return m_edit != 0; }
+
+    /// What of what is in use counts as kept, for whoever keeps it (see exchange()) and has promised to write
+    /// it soon, or could not.
+    void countAsKept(const ActionTable &kept);
+
     /// Writes what is in use to the working copy, or to where else it is kept (see exchange()). No step.
     FileResult keep();
 
     /// The same as a part of the step before, so that takeBack() brings the working copy back as well.
     FileResult keepWithLastStep();
+
+    /// The programs' mappings are held by somebody else: @p settle is to write what of them is not in their
+    /// file, before another operation is about that.
+    void setProgramsKeeper(Aside::Keeper settle) { m_settlePrograms = std::move(settle); }
+
+    /// Whether mappings of programs can act in this session, which an import says otherwise.
+    void setProgramsAct(bool act) { m_programsAct = act; }
 
     /// Reads the library again, for example when a newer one has arrived. One without any mapping leaves the
     /// list as it is.
@@ -216,10 +231,13 @@ private:
     XmlMappingWriter m_writer;
     State m_now;
     bool m_begun = false;
+    int m_edit = 0; // while assigned() tells of it
     bool m_saidKept = true;
     bool m_saidEndsKnobFields = false;
     MappingSteps m_steps;
     Aside::Keeper m_keeper;
+    Aside::Keeper m_settlePrograms = [] { return FileResult::done(); };
+    bool m_programsAct = true;
     List m_library;
     List m_custom;
 };

@@ -2,6 +2,7 @@
 
 #include "mapping/MappingLog.h"
 
+#include <QCoreApplication>
 #include <QScopedValueRollback>
 
 #include <algorithm>
@@ -23,9 +24,18 @@ ProgramMappings::ProgramMappings(MappingSession &session, QObject *parent)
     connect(&session, &MappingSession::programsAdded, this, &ProgramMappings::takeAdded);
     connect(&session, &MappingSession::programsRestored, this, &ProgramMappings::takeRestored);
     connect(&session, &MappingSession::generalNeeded, this, [this] { use(QString()); });
+    session.setProgramsKeeper([this] { return settle(); });
+    m_editRest.setSingleShot(true);
+    m_editRest.setInterval(editRest);
+    connect(&m_editRest, &QTimer::timeout, this, &ProgramMappings::finishEdit);
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &ProgramMappings::finishEdit);
 }
 
-ProgramMappings::~ProgramMappings() = default;
+ProgramMappings::~ProgramMappings()
+{
+    finishEdit();
+    m_session.setProgramsKeeper([] { return FileResult::done(); });
+}
 
 FileResult ProgramMappings::load()
 {
@@ -55,7 +65,10 @@ ProgramMappings::Own ProgramMappings::own(const ProgramsFile::Entry &entry)
 void ProgramMappings::takeAdded()
 {
     for (const ProgramsFile::Entry &entry : readFile()) {
-        m_own.emplace(entry.program, own(entry)); // what is here stays, with its steps
+        const auto here = m_own.find(entry.program);
+        if (here == m_own.end() || (entry.acts && !here->second.acts)) {
+            m_own.insert_or_assign(entry.program, own(entry));
+        } // else it is what is here, with its steps
     }
     Q_EMIT changed();
     Q_EMIT arrived();
@@ -64,6 +77,7 @@ void ProgramMappings::takeAdded()
 void ProgramMappings::takeRestored()
 {
     m_own.clear();
+    m_unwritten = false;
     for (const ProgramsFile::Entry &entry : readFile()) {
         m_own[entry.program] = own(entry);
     }
@@ -117,6 +131,7 @@ MappingSession::Aside &ProgramMappings::placeOf(const QString &program)
 
 void ProgramMappings::exchangeFor(const QString &program)
 {
+    finishEdit();
     // While the session tells of the exchange, what was in use is in neither place: nothing may be written
     // then.
     const QScopedValueRollback<bool> exchanging(m_exchanging, true);
@@ -166,16 +181,51 @@ void ProgramMappings::keepByItself()
         return;
     }
     const MappingSession::State &onDisk = m_own.at(m_inUse).onDisk;
-    if (onDisk.actions != m_session.actions() || onDisk.name != m_session.name()) {
-        Q_EMIT kept(m_session.keep());
+    const bool changed = onDisk.actions != m_session.actions() || onDisk.name != m_session.name();
+    m_unwritten = m_unwritten || changed;
+    if (!changed && !m_promised) {
+        return;
     }
+    if (m_session.isInEdit()) {
+        m_promised = true;
+        m_editRest.start();
+        m_session.countAsKept(m_session.actions());
+    } else {
+        settle();
+    }
+}
+
+void ProgramMappings::finishEdit()
+{
+    if (m_promised) {
+        settle();
+    }
+}
+
+FileResult ProgramMappings::settle()
+{
+    if (!m_unwritten) {
+        return FileResult::done();
+    }
+    FileResult result = m_inUse.isEmpty() ? write() : m_session.keep();
+    Q_EMIT kept(result);
+    return result;
 }
 
 FileResult ProgramMappings::write()
 {
-    if (!m_mayWrite) {
-        return m_read;
+    m_unwritten = true;
+    m_editRest.stop();
+    const bool promised = std::exchange(m_promised, false);
+    FileResult result = m_mayWrite ? writeFile() : m_read;
+    if (!result && promised) {
+        m_session.countAsKept(m_own.at(m_inUse).onDisk.actions);
     }
+    return result;
+}
+
+FileResult ProgramMappings::writeFile()
+{
     std::vector<ProgramsFile::Entry> entries;
     for (const auto &[program, own] : m_own) {
         const bool inUse = program == m_inUse;
@@ -184,6 +234,7 @@ FileResult ProgramMappings::write()
     }
     FileResult result = ProgramsFile::write(m_path, entries);
     if (result) {
+        m_unwritten = false;
         for (const ProgramsFile::Entry &entry : entries) {
             Own &own = m_own.at(entry.program);
             own.onDisk = {entry.actions, entry.name, entry.actions};

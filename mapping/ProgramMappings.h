@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QTimer>
 
 #include <map>
 #include <vector>
@@ -13,13 +14,17 @@
 ///
 /// What is in use is the session's, whichever it is: choices and edits are about that one. A program's
 /// mapping is kept by itself as soon as it changes, knob fields included, in a file of its own (see
-/// ProgramsFile); the general one and its unkept changes wait meanwhile. Lives on the GUI thread.
+/// ProgramsFile); what is typed in a dialog when that is done (finishEdit()), or typing rests for editRest,
+/// or anything else is about to happen to the mapping. The general one and its unkept changes wait meanwhile.
+/// Lives on the GUI thread.
 class ProgramMappings : public QObject
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(ProgramMappings)
 
 public:
+    static constexpr int editRest = 1000; ///< ms
+
     /// Touches no file. @p session must outlive this object.
     explicit ProgramMappings(MappingSession &session, QObject *parent = nullptr);
     ~ProgramMappings() override;
@@ -51,6 +56,12 @@ public:
     /// Puts the general mapping to use for @p program. Its own stays in the file, for give().
     FileResult take(const QString &program);
 
+    /// Writes what of a dialog's edit is not written yet.
+    void finishEdit();
+
+    /// Whether this session tells which program is in front, so that any but the general one can act.
+    void setTold(bool told) { m_session.setProgramsAct(told); }
+
 Q_SIGNALS:
     /// has() or inUse() may have changed; the latter after the session's replaced().
     void changed();
@@ -78,13 +89,18 @@ private:
     void exchangeFor(const QString &program);
     void keepByItself();
     FileResult write();
+    FileResult writeFile();
+    FileResult settle();
 
     MappingSession &m_session;
     const QString m_path;
     FileResult m_read = FileResult::done();
     bool m_mayWrite = true;
+    bool m_unwritten = false; // the file does not hold all that is here
     std::map<QString, Own> m_own;
     MappingSession::Aside m_general; // empty while in use
     QString m_inUse;
     bool m_exchanging = false;
+    bool m_promised = false; // an edit of what is in use is to be written, and counts as kept
+    QTimer m_editRest;
 };

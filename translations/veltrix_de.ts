@@ -751,6 +751,14 @@ Tasten mit einem Drehknopf-Modus wählen, was er tut.</translation>
         <source>Imported, each for one program: %1. These keep the mappings that they have here: %2</source>
         <translation>Importiert, je für ein Programm: %1. Diese behalten die Belegungen, die sie hier haben: %2</translation>
     </message>
+    <message>
+        <source>What was switched off here is in the history: %1</source>
+        <translation>Was hier abgeschaltet war, steht bei den früheren Fassungen: %1</translation>
+    </message>
+    <message>
+        <source>They are kept, but cannot act in this session, which does not tell which program is in front</source>
+        <translation>Sie werden aufgehoben, können aber in dieser Sitzung nicht gelten, die nicht verrät, welches Programm vorn ist</translation>
+    </message>
 </context>
 <context>
     <name>KeyNames</name>

@@ -116,7 +116,11 @@ void ProgramsOnPage::setAsking(int change)
 
 void ProgramsOnPage::tellChoosing()
 {
-    m_programs.setChoosing(!m_choosing.isEmpty() || m_asking > 0);
+    const bool choosing = !m_choosing.isEmpty() || m_asking > 0;
+    if (!choosing) {
+        m_mappings.finishEdit();
+    }
+    m_programs.setChoosing(choosing);
 }
 
 ProgramsOnPage::Asking::Asking(ProgramsOnPage *programs)
