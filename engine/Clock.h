@@ -2,6 +2,7 @@
 
 #include <QtGlobal>
 
+#include <chrono>
 #include <functional>
 
 class QObject;
@@ -15,8 +16,9 @@ public:
     Clock() = default;
     virtual ~Clock() = default;
 
-    /// Milliseconds since an arbitrary moment; never goes back.
-    virtual qint64 now() const = 0;
+    /// The time since an arbitrary moment; never goes back. Finer than a wait can be, so that whoever waits
+    /// for the rest of a time does not wait too short.
+    virtual std::chrono::nanoseconds now() const = 0;
 
     /// Runs @p callback once, @p milliseconds from now, unless @p context has been destroyed by then. Calls
     /// are independent of each other.

@@ -105,9 +105,10 @@ void KnobPointer::jumpToScreen(bool right)
 
 void KnobPointer::userMovesMouse()
 {
-    m_mouseRestsAt = m_clock.now() + mousePause;
+    constexpr std::chrono::milliseconds pause(mousePause);
+    m_mouseRestsAt = m_clock.now() + pause;
     if (!m_waitsForMouseRest) {
-        waitForMouseRest(mousePause);
+        waitForMouseRest(pause);
     }
     if (m_userMovesMouse) {
         return;
@@ -162,14 +163,14 @@ void KnobPointer::noteReturnPoint()
 }
 
 // A mouse can report a thousand movements a second: they only shift the moment, and one wait runs at a time.
-void KnobPointer::waitForMouseRest(int milliseconds)
+void KnobPointer::waitForMouseRest(std::chrono::milliseconds time)
 {
     m_waitsForMouseRest = true;
-    m_clock.singleShot(milliseconds, this, [this] {
+    m_clock.singleShot(static_cast<int>(time.count()), this, [this] {
         m_waitsForMouseRest = false;
-        const qint64 left = m_mouseRestsAt - m_clock.now();
-        if (left > 0) {
-            waitForMouseRest(static_cast<int>(left));
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(m_mouseRestsAt - m_clock.now());
+        if (left.count() > 0) {
+            waitForMouseRest(left);
         } else {
             reEnable();
         }

@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QPoint>
 
+#include <chrono>
+
 class Clock;
 class KeySynthesis;
 class Pointer;
@@ -67,7 +69,7 @@ private:
     void setPointerHidden(bool hide);
     void movePointerBy(int dx, int dy);
     void noteReturnPoint();
-    void waitForMouseRest(int milliseconds);
+    void waitForMouseRest(std::chrono::milliseconds time);
 
     KeySynthesis &m_keys;
     Pointer &m_pointer;
@@ -81,6 +83,6 @@ private:
     bool m_returnPointMayChange = true;
     QPoint m_returnPoint;
     bool m_jumped = false; // to another screen, since the return point was noted
-    qint64 m_mouseRestsAt = 0;
+    std::chrono::nanoseconds m_mouseRestsAt{0};
     bool m_waitsForMouseRest = false;
 };

@@ -9,9 +9,9 @@ SystemClock::SystemClock()
     m_timer.start();
 }
 
-qint64 SystemClock::now() const
+std::chrono::nanoseconds SystemClock::now() const
 {
-    return m_timer.elapsed();
+    return std::chrono::nanoseconds(m_timer.nsecsElapsed());
 }
 
 void SystemClock::singleShot(int milliseconds, const QObject *context, std::function<void()> callback)

@@ -12,7 +12,7 @@ class SystemClock final : public Clock
 public:
     SystemClock();
 
-    qint64 now() const override;
+    std::chrono::nanoseconds now() const override;
     void singleShot(int milliseconds, const QObject *context, std::function<void()> callback) override;
 
 private:

@@ -16,17 +16,18 @@ class ManualClock final : public Clock
 public:
     ManualClock() = default;
 
-    qint64 now() const override { return m_now; }
+    std::chrono::nanoseconds now() const override { return m_now; }
 
     void singleShot(int milliseconds, const QObject *context, std::function<void()> callback) override
     {
-        m_pending.push_back({m_now + milliseconds, context, std::move(callback)});
+        m_pending.push_back({m_now + std::chrono::milliseconds(milliseconds), context, std::move(callback)});
     }
 
     /// Lets time pass; what falls due runs at its own moment, in the order of the moments.
-    void advance(int milliseconds)
+    void advance(int milliseconds) { advance(std::chrono::milliseconds(milliseconds)); }
+    void advance(std::chrono::nanoseconds time)
     {
-        const qint64 end = m_now + milliseconds;
+        const std::chrono::nanoseconds end = m_now + time;
         for (;;) {
             auto next = m_pending.end();
             for (auto it = m_pending.begin(); it != m_pending.end(); ++it) {
@@ -51,11 +52,11 @@ public:
 
 private:
     struct Pending {
-        qint64 due;
+        std::chrono::nanoseconds due;
         QPointer<const QObject> context;
         std::function<void()> callback;
     };
 
-    qint64 m_now = 0;
+    std::chrono::nanoseconds m_now{0};
     std::vector<Pending> m_pending;
 };

@@ -9,6 +9,7 @@
 
 #include <QtTest>
 
+#include <chrono>
 #include <limits>
 
 namespace
@@ -43,6 +44,7 @@ private Q_SLOTS:
     void aStepAtTheEdgeOfTheNumbersStaysThere();
     void theFirstReturnPointIsWhereThePointerIsAtTheStart();
     void manyMouseMovementsWaitOnce();
+    void thePauseIsWholeForAMovementBetweenTwoMilliseconds();
     void destroyedWhileWaiting();
 };
 
@@ -164,6 +166,23 @@ void tst_KnobPointer::manyMouseMovementsWaitOnce()
     rig.clock.advance(1);
     QCOMPARE(rig.recorder.takeLines(), (QStringList{QStringLiteral("left down"), QStringLiteral("hide")}));
     QCOMPARE(rig.clock.pendingCount(), std::size_t(0));
+}
+
+// The clock of the system waits for whole milliseconds.
+void tst_KnobPointer::thePauseIsWholeForAMovementBetweenTwoMilliseconds()
+{
+    using namespace std::chrono_literals;
+    Rig rig;
+    rig.knob.setMode(KnobMode::Vertical);
+    rig.knob.touch();
+    rig.knob.userMovesMouse();
+    rig.clock.advance(100900us);
+    rig.knob.userMovesMouse();
+    rig.recorder.takeLines();
+    rig.clock.advance(249999us);
+    QVERIFY(rig.recorder.lines().isEmpty());
+    rig.clock.advance(1ms);
+    QCOMPARE(rig.recorder.takeLines(), (QStringList{QStringLiteral("left down"), QStringLiteral("hide")}));
 }
 
 void tst_KnobPointer::destroyedWhileWaiting()
