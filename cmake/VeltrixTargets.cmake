@@ -67,7 +67,10 @@ if(VELTRIX_SANITIZERS)
         "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/threads.supp:print_suppressions=0")
 endif()
 
-# veltrix_add_test(NAME SOURCES... LINK libraries... [LABEL unit|platform|e2e] [SERVERS] [TIMEOUT seconds]
+# What a test with a JACK server is started by, so that such tests need not take turns.
+set(VELTRIX_OWN_MEMORY "${CMAKE_SOURCE_DIR}/scripts/desk.d/own-memory")
+
+# veltrix_add_test(NAME SOURCES... LINK libraries... [LABEL unit|platform|e2e] [SERVERS] [JACK] [TIMEOUT seconds]
 #                  [DEFINITIONS NAME=VALUE...] [ENVIRONMENT NAME=VALUE...])
 #   A Qt Test class with its main function, in NAME.cpp, registered with CTest. The tests of a folder are one program,
 #   named after the folder; each runs as a process of its own ("PROGRAM NAME" runs it by hand) and keeps its main
@@ -75,9 +78,9 @@ endif()
 #   tests_LABEL what all need that have the label. Unit tests run without a display: they get the offscreen platform.
 #   SERVERS is for tests that start real servers (X, JACK, a web server, Wine); they have that label too, and those
 #   alone may be run once more after a failure, because a machine that is busy with something else can keep such a
-#   server waiting.
+#   server waiting. JACK is for those among them that start a JACK server.
 function(veltrix_add_test name)
-    cmake_parse_arguments(ARG "SERVERS" "LABEL;TIMEOUT" "SOURCES;LINK;DEFINITIONS;ENVIRONMENT" ${ARGN})
+    cmake_parse_arguments(ARG "SERVERS;JACK" "LABEL;TIMEOUT" "SOURCES;LINK;DEFINITIONS;ENVIRONMENT" ${ARGN})
     if(NOT ARG_LABEL)
         set(ARG_LABEL unit)
     endif()
@@ -115,7 +118,11 @@ function(veltrix_add_test name)
     endif()
     add_dependencies(tests_${ARG_LABEL} ${name})
 
-    add_test(NAME ${name} COMMAND ${program} ${name})
+    set(command ${program})
+    if(ARG_JACK)
+        set(command "${VELTRIX_OWN_MEMORY}" $<TARGET_FILE:${program}>)
+    endif()
+    add_test(NAME ${name} COMMAND ${command} ${name})
     set(environment ${ARG_ENVIRONMENT})
     set(labels ${ARG_LABEL})
     if(ARG_SERVERS)

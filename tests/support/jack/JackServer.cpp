@@ -36,11 +36,11 @@ QProcessEnvironment environmentFor(const QString &name)
     return environment;
 }
 
-/// The descriptor of the locked file; the lock ends with it. -1 when others kept it for @p patienceMs. The
-/// demo takes its turn by the same file.
+/// The descriptor of the locked file; the lock ends with it. -1 when others kept it for @p patienceMs. It
+/// lies where the servers meet; the demo takes its turn by the same file.
 int takeTurn(int patienceMs)
 {
-    const QString path = QDir::temp().filePath(QStringLiteral("veltrix-jack-%1.turn").arg(getuid()));
+    const QString path = serverDir().filePath(QStringLiteral("veltrix-jack-%1.turn").arg(getuid()));
     const int file = open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
     QElapsedTimer timer;
     timer.start();

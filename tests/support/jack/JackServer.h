@@ -10,8 +10,10 @@
 /// the object, and with the test program if that crashes. In each cycle it waits for clients that are late,
 /// and cycles no faster than a busy machine keeps up with, so that there messages come late instead of never.
 ///
-/// One at a time on a machine, by a lock file: a user's servers share a database, and each deletes it when it
-/// ends. So all have the same name, and the next one gets the place of one that died.
+/// One at a time in a /dev/shm, by a lock file there: a user's servers share a database, and each deletes it
+/// when it ends. So all have the same name, and the next one gets the place of one that died. Tests with a
+/// server have a /dev/shm of their own where they may (scripts/desk.d/own-memory), and then none waits for
+/// another.
 class JackServer
 {
     Q_DISABLE_COPY_MOVE(JackServer)
