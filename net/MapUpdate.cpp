@@ -41,9 +41,6 @@ MapUpdate::MapUpdate(QString libraryFile, QSettings *settings, QString serviceUr
     if (QFile::remove(m_downloadFile)) {
         setFetched({}, {}); // the program ended while it was fetched
     }
-    m_downloader.setMaximumSize(maximumLibrarySize);
-    m_downloader.setDeadline(downloadDeadline);
-    connect(&m_downloader, &QDownloader::dowloadFinished, this, &MapUpdate::onDownloaded);
 }
 
 void MapUpdate::check()
@@ -66,15 +63,27 @@ void MapUpdate::replyFinished(QNetworkReply *reply)
         return;
     }
     qCInfo(lcNet).noquote() << "Update requiered" << offer.version << offer.address;
-    if (!m_downloader.isRunning()) { // else what stands in the settings does not count yet
+    if (!m_downloader) { // else what stands in the settings does not count yet
         m_versionBefore = local;
         m_addressBefore = m_settings->value(addressKey).toString();
     }
     m_version = offer.version;
     m_signature = offer.signature;
-    m_downloader.download(offer.address, m_downloadFile);
+    startDownload(offer.address);
     setFetched(offer.version, offer.address);
     Q_EMIT updateStarted();
+}
+
+void MapUpdate::startDownload(const QString &address)
+{
+    if (!m_downloader) {
+        m_downloader = new QDownloader(this);
+        m_downloader->setMaximumSize(maximumLibrarySize);
+        m_downloader->setDeadline(downloadDeadline);
+        m_downloader->setStallTimeout(m_stallTimeout);
+        connect(m_downloader, &QDownloader::dowloadFinished, this, &MapUpdate::onDownloaded);
+    }
+    m_downloader->download(address, m_downloadFile);
 }
 
 void MapUpdate::setFetched(const QString &version, const QString &address)
@@ -90,6 +99,8 @@ void MapUpdate::setFetched(const QString &version, const QString &address)
 
 void MapUpdate::onDownloaded(bool success)
 {
+    m_downloader->deleteLater();
+    m_downloader.clear();
     success = success && acceptDownload();
     if (!success) {
         QFile::remove(m_downloadFile);

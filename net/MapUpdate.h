@@ -5,6 +5,7 @@
 #include "net/WebService.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QString>
 
 class QNetworkReply;
@@ -38,7 +39,7 @@ public:
     /// Asks the service. Each call sends a query of its own.
     void check();
 
-    void setStallTimeout(int milliseconds) { m_downloader.setStallTimeout(milliseconds); }
+    void setStallTimeout(int milliseconds) { m_stallTimeout = milliseconds; }
 
 Q_SIGNALS:
     /// A newer library is being fetched.
@@ -53,6 +54,7 @@ public Q_SLOTS:
     void replyFinished(QNetworkReply *reply);
 
 private:
+    void startDownload(const QString &address);
     void onDownloaded(bool success);
     bool acceptDownload() const;
     void setFetched(const QString &version, const QString &address);
@@ -66,5 +68,6 @@ private:
     QString m_signature;
     QString m_versionBefore;
     QString m_addressBefore;
-    QDownloader m_downloader;
+    int m_stallTimeout = QDownloader::defaultStallTimeout;
+    QPointer<QDownloader> m_downloader; // only while there is something to fetch
 };

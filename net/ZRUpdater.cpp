@@ -84,17 +84,20 @@ void ZRUpdater::startCheckingPeriodically()
     if (m_setup.alarm) {
         m_setup.alarm->set(m_setup.checkInterval, [this] { startCheckingPeriodically(); });
     }
-    if (!m_network) {
-        m_network = new HttpManager(this);
-    }
+    // One of its own goes with the answer: a manager of the toolkit looks at the network's state every ten
+    // seconds for as long as it lives.
+    QNetworkAccessManager *network = m_network ? m_network.data() : new HttpManager(this);
     QNetworkRequest request(WebService::query(m_setup.serviceUrl, QStringLiteral("zrversion")));
     request.setHeader(QNetworkRequest::ContentTypeHeader,
                       QStringLiteral("application/x-www-form-urlencoded"));
     request.setRawHeader("User-Agent", "Mozilla/5.0");
     request.setRawHeader("Accept-Language", "en-US,en;q=0.5");
-    disconnect(m_network, &QNetworkAccessManager::finished, nullptr, nullptr);
-    connect(m_network, &QNetworkAccessManager::finished, this, &ZRUpdater::onUpdateResponse);
-    WebService::limit(m_network->get(request), m_setup.answerDeadline);
+    disconnect(network, &QNetworkAccessManager::finished, nullptr, nullptr);
+    connect(network, &QNetworkAccessManager::finished, this, &ZRUpdater::onUpdateResponse);
+    if (!m_network) {
+        connect(network, &QNetworkAccessManager::finished, network, &QObject::deleteLater);
+    }
+    WebService::limit(network->get(request), m_setup.answerDeadline);
 }
 
 void ZRUpdater::onUpdateResponse(QNetworkReply *reply)
@@ -320,9 +323,7 @@ void ZRUpdater::aboutToQuit()
 void ZRUpdater::release()
 {
     delete m_downloader;
-    if (m_network && m_network->parent() == this) {
-        delete m_network;
-    }
+    qDeleteAll(findChildren<HttpManager *>(QString(), Qt::FindDirectChildrenOnly));
     m_network.clear();
     if (m_setup.alarm == m_ownAlarm.get()) {
         m_setup.alarm = nullptr;

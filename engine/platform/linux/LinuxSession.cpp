@@ -2,7 +2,9 @@
 
 #include <QFile>
 
+#include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,13 +22,14 @@ bool tableHasAnothers(const QString &path, const struct stat &status)
     if (!table.open(QIODevice::ReadOnly)) {
         return false;
     }
-    const QList<QByteArray> head = table.readLine().simplified().split(' ');
-    const int key = head.indexOf("key");
-    const int user = head.indexOf("uid");
-    for (QByteArray line = table.readLine(); !line.isEmpty(); line = table.readLine()) {
-        const QList<QByteArray> words = line.simplified().split(' ');
-        if ((quint32(words.value(key).toInt()) & 0xffffff) == wanted &&
-            words.value(user).toUInt() != ::geteuid()) {
+    const int user = table.readLine().simplified().split(' ').indexOf("uid");
+    // There may be a thousand lines, and every start reads them: those of other keys are not taken apart. The
+    // key comes first.
+    std::array<char, 512> line{};
+    while (table.readLine(line.data(), line.size()) > 0) {
+        const auto key = quint32(std::strtol(line.data(), nullptr, 10));
+        if ((key & 0xffffff) == wanted &&
+            QByteArray(line.data()).simplified().split(' ').value(user).toUInt() != ::geteuid()) {
             return true;
         }
     }

@@ -114,6 +114,33 @@ class Start(unittest.TestCase):
         self.assert_runs_and_ends_well(self.start(stderr=subprocess.DEVNULL))
         self.assertIn("input goes nowhere", self.log())
 
+    # At rest
+
+    def test_no_thread_but_the_main_one_wakes(self):
+        # While it waits for an answer the toolkit looks at the network, here twenty times a second. Nobody answers.
+        self.environment.update({"QT_BEARER_POLL_TIMEOUT": "50", "VELTRIX_API_URL": "http://127.0.0.1:1/api/"})
+        process = self.start(stderr=subprocess.DEVNULL)
+        self.assertTrue(wait_for(lambda: "input goes" in self.log(), STARTED), self.log())
+        time.sleep(2)
+        self.assertTrue(wait_for(lambda: self.wake_ups_in_a_second(process.pid) < 5, STARTED),
+                        self.wake_ups_of_other_threads(process.pid))
+        self.assertIsNone(process.poll(), self.log())
+
+    def wake_ups_in_a_second(self, pid):
+        before = sum(self.wake_ups_of_other_threads(pid).values())
+        time.sleep(1)
+        return sum(self.wake_ups_of_other_threads(pid).values()) - before
+
+    @staticmethod
+    def wake_ups_of_other_threads(pid):
+        wake_ups = {}
+        for thread in os.listdir(f"/proc/{pid}/task"):
+            if thread != str(pid):
+                with open(f"/proc/{pid}/task/{thread}/status", encoding="ascii") as file:
+                    fields = dict(line.rstrip("\n").partition(":\t")[::2] for line in file)
+                wake_ups[thread + " " + fields["Name"]] = int(fields["voluntary_ctxt_switches"])
+        return wake_ups
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QNetworkAccessManager>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -16,6 +17,7 @@ private Q_SLOTS:
     void firstCheckAsSoonAsTheLoopRuns();
     void checksEveryHalfHour();
     void checksAgainAndAgain();
+    void managerOfItsOwnGoesWithTheAnswer();
     void requestIsAsTheServiceWantsIt();
     void versionDecides_data();
     void versionDecides();
@@ -95,9 +97,24 @@ void tst_ZRUpdater::checksAgainAndAgain()
     m_rig->build(setup);
     m_rig->updater->arm();
     QTRY_VERIFY(m_rig->server.requests().size() >= 4);
-    // Each answer is reported once, though the same manager has sent them all.
+    // Each answer is reported once.
     QTRY_VERIFY(m_rig->signalsSeen.size() >= 4);
     QVERIFY(m_rig->signalsSeen.size() <= m_rig->server.requests().size());
+}
+
+void tst_ZRUpdater::managerOfItsOwnGoesWithTheAnswer()
+{
+    m_rig->setOffer("1.10", "LOW", url());
+    ZRUpdater::Setup setup = m_rig->setup();
+    setup.network = nullptr;
+    m_rig->build(setup);
+    m_rig->updater->arm();
+    const auto managers = [this] { return m_rig->updater->findChildren<QNetworkAccessManager *>().size(); };
+    QCOMPARE(managers(), 0);
+    m_rig->alarm.ring();
+    QCOMPARE(managers(), 1);
+    QVERIFY(m_rig->waitFor(QStringLiteral("no update")));
+    QTRY_COMPARE(managers(), 0);
 }
 
 void tst_ZRUpdater::requestIsAsTheServiceWantsIt()
