@@ -16,6 +16,7 @@ private Q_SLOTS:
 
     void showsForTheKeyboardOnly();
     void comesBackWithTheWindow();
+    void followsOnlyAFrameWhenWhatHadTheFocusGoes();
     void liesOverAllOfTheButton();
     void isOfTheColourThatASheetSets();
     void isSeenOnAButtonOfItsColour();
@@ -72,6 +73,46 @@ void tst_FocusFrame::comesBackWithTheWindow()
     QFocusEvent back(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
     QCoreApplication::sendEvent(m_button, &back);
     QVERIFY(m_frame->isVisible());
+}
+
+// A page that leaves, a button that is disabled: the toolkit hands the focus on as if by Tab.
+void tst_FocusFrame::followsOnlyAFrameWhenWhatHadTheFocusGoes()
+{
+    const auto leave = [this](bool byHiding) {
+        if (byHiding) {
+            m_other->hide();
+        } else {
+            m_other->setEnabled(false);
+        }
+        QVERIFY(m_button->hasFocus());
+    };
+    const auto comeBack = [this] {
+        m_other->show();
+        m_other->setEnabled(true);
+        m_other->setFocus();
+    };
+    for (const bool byHiding : {true, false}) {
+        leave(byHiding);
+        QVERIFY(!m_frame->isVisible());
+        comeBack();
+    }
+    const FocusFrame other(m_other);
+    for (const bool byHiding : {true, false}) {
+        m_button->setFocus(Qt::OtherFocusReason);
+        m_other->setFocus(Qt::TabFocusReason);
+        QVERIFY(other.isVisible());
+        leave(byHiding);
+        QVERIFY(m_frame->isVisible());
+        comeBack();
+        QVERIFY(other.isVisible()); // where it was left
+        m_button->setFocus(Qt::OtherFocusReason);
+        m_other->setFocus(Qt::MouseFocusReason);
+        QVERIFY(!other.isVisible());
+        leave(byHiding);
+        QVERIFY(!m_frame->isVisible());
+        comeBack();
+        QVERIFY(!other.isVisible());
+    }
 }
 
 void tst_FocusFrame::liesOverAllOfTheButton()
