@@ -42,11 +42,15 @@ void Win32Terminal::print(const std::wstring &text, bool toError)
         return;
     }
     const bool attached = AttachConsole(ATTACH_PARENT_PROCESS) != 0;
-    if (!attached && GetLastError() != ERROR_ACCESS_DENIED) { // denied: there is one already
-        return;
+    const bool hasConsole = attached || GetLastError() == ERROR_ACCESS_DENIED; // denied: there is one already
+    // A console tells its mode to programs that are attached to it; NUL and other devices have none.
+    DWORD mode = 0;
+    if (type == FILE_TYPE_CHAR && GetConsoleMode(file, &mode) == 0) {
+        writeBytes(file, text);
+    } else if (hasConsole) {
+        // The shell does not wait for a program without a console: its prompt stands there already.
+        writeToConsole(attached ? L"\n" + text : text);
     }
-    // The shell does not wait for a program without a console: its prompt stands there already.
-    writeToConsole(attached ? L"\n" + text : text);
     if (attached) {
         FreeConsole();
     }

@@ -1,6 +1,7 @@
 """Takes the pictures of the guide's chapter on Windows anew: the real program under Wine, in the environment that
 scripts/windows gives its tests. Usage: take_pictures.py FOLDER"""
 
+import os
 import subprocess
 import sys
 import time
@@ -9,6 +10,8 @@ from pathlib import Path
 import wine
 from wine import Device, Display, Program
 
+# Wine's DirectWrite loses the program's fonts; its variables of the toolkit are named so.
+os.environ["WINEQT_QPA_PLATFORM"] = "windows:nodirectwrite"
 DPI = (r"HKCU\Control Panel\Desktop", "LogPixels")
 
 
