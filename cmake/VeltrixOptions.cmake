@@ -9,6 +9,7 @@ option(VELTRIX_FUZZERS "Build the libFuzzer targets (needs clang)" OFF)
 option(VELTRIX_PRECOMPILED_HEADERS "Compile the toolkit's headers once for all targets, for builds that are only tested" OFF)
 option(VELTRIX_COVERAGE "Instrument for gcov" OFF)
 option(VELTRIX_SERIAL_PORT "Reach devices at serial ports; off: virtual devices only, a build for testing" ON)
+set(VELTRIX_TEST_PATIENCE "1" CACHE STRING "How many times as long a test may take, where something watches it")
 set(VELTRIX_SANITIZERS "" CACHE STRING "Value of -fsanitize=, for example address,undefined")
 
 set(VELTRIX_API_URL "http://api.veltrix.invalid/api/" CACHE STRING "Address of the web service, ending in /api/")
