@@ -1,86 +1,14 @@
 #include "mapping/MappingSession.h"
 
-#include "mapping/EntryElement.h"
-#include "mapping/FileHistory.h"
-#include "mapping/LibraryKeeper.h"
 #include "mapping/ListInWords.h"
-#include "mapping/MappingFile.h"
-#include "mapping/MappingLog.h"
-#include "mapping/SpecialAction.h"
+#include "mapping/ReadBack.h"
 #include "mapping/VersionRestore.h"
 
-#include <QDomDocument>
-#include <QFile>
 #include <QFileInfo>
 #include <QScopedValueRollback>
 
-#include <algorithm>
 #include <memory>
-#include <tuple>
 #include <utility>
-
-namespace
-{
-
-// What the reader makes of what the writer writes of @p action.
-shortCut asReadBack(const shortCut &action)
-{
-    QDomDocument document;
-    ZRButtonMap map{QString()};
-    const Layer layer = Layer::Normal;
-    const QDomElement element = EntryElement::write(&document, Layers::fileName(layer), action);
-    map.setAction(0, Layers::number(layer), EntryElement::read(element, 0, 0));
-    return map.actions[0][layer];
-}
-
-bool sameInAFile(const shortCut &one, const shortCut &other)
-{
-    return one == other || asReadBack(one) == asReadBack(other);
-}
-
-bool sameForTheKnob(const shortCut &one, const shortCut &other)
-{
-    const auto fields = [](const shortCut &s) { return std::tie(s.knobcc, s.m01h, s.m3fh, s.m0_127); };
-    return actionKind(one) != ActionKind::MidiKnob || fields(one) == fields(other);
-}
-
-ActionTable asReadBack(const ActionTable &actions)
-{
-    ActionTable read;
-    for (int control = 0; control < ActionTable::controlCount; ++control) {
-        for (const Layer layer : Layers::all) {
-            read[control][layer] = asReadBack(actions[control][layer]);
-        }
-    }
-    return read;
-}
-
-MappingChange::Content contentOf(const QString &path)
-{
-    const MappingFile::ReadResult file = MappingFile::read(path);
-    return file.status == MappingFile::Status::Read ? MappingChange::Content(file.bytes) : std::nullopt;
-}
-
-// Nothing is there afterwards when there is no @p content.
-FileResult put(const QString &path, const MappingChange::Content &content)
-{
-    FileHistory::note(path);
-    if (content) {
-        return MappingFile::replace(path, *content);
-    }
-    QFile file(path);
-    return file.remove() ? FileResult::done() : FileResult::failed(file.errorString());
-}
-
-template <typename Same>
-bool all(const ActionTable &ones, const ActionTable &others, Same same)
-{
-    return std::equal(ones.begin(), ones.end(), others.begin(), [same](const auto &one, const auto &other) {
-        return std::equal(one.begin(), one.end(), other.begin(), same);
-    });
-}
-
-} // namespace
 
 MappingSession::MappingSession(const QString &dataDirectory, QObject *parent)
     : MappingSession(MappingFiles(dataDirectory), parent)
@@ -91,21 +19,19 @@ MappingSession::MappingSession(MappingFiles files, QObject *parent)
     : QObject(parent)
     , m_files(std::move(files))
     , m_writer(m_files.directory())
+    , m_lists(m_files)
+    , m_stepFiles(m_files)
 {
-    connect(&m_reader, &XmlMappingReader::newMapListReady, this, &MappingSession::takeList);
-    connect(&m_reader, &XmlMappingReader::onCurrentMapLoaded, this, &MappingSession::takeWorkingCopy);
+    connect(&m_lists, &MappingLists::changed, this, &MappingSession::listChanged);
 }
 
 void MappingSession::load(const std::function<void()> &selectDefault,
                           const std::function<ActionTable()> &otherwise, const QString &workingCopyName)
 {
     m_now.name = workingCopyName; // before anybody is told of a list, and looks
-    LibraryKeeper::restore(m_files.library(), m_files.seedLibrary());
-    reloadLibrary();
-    m_reader.readMapList(m_files.custom(), true);
-
+    m_lists.load();
     if (QFileInfo::exists(m_files.workingCopy())) {
-        m_reader.readCurrentMap(m_files.workingCopy()); // takeWorkingCopy() begins with it
+        readWorkingCopy(); // begins with it
     } else {
         selectDefault();
     }
@@ -117,17 +43,17 @@ void MappingSession::load(const std::function<void()> &selectDefault,
 
 bool MappingSession::isKept() const
 {
-    return all(m_now.actions, m_now.kept, sameInAFile);
+    return ReadBack::isSame(m_now.actions, m_now.kept);
 }
 
 bool MappingSession::isInUse(const ZRButtonMap &map) const
 {
-    return all(m_now.actions, map.actions, sameInAFile);
+    return ReadBack::isSame(m_now.actions, map.actions);
 }
 
 bool MappingSession::endsKnobFields() const
 {
-    return !all(m_now.actions, m_now.kept, sameForTheKnob);
+    return !ReadBack::isSameForTheKnob(m_now.actions, m_now.kept);
 }
 
 void MappingSession::adopt(const ActionTable &actions)
@@ -144,23 +70,11 @@ void MappingSession::adopt(const ActionTable &actions)
     }
 }
 
-void MappingSession::takeList(const QList<ZRButtonMap *> &maps, bool custom, int defaultMap)
+void MappingSession::readWorkingCopy()
 {
-    if (!custom && maps.isEmpty()) {
-        // A page that somebody else sent in the library's place, most likely: it takes no mapping away.
-        qCWarning(lcMapping) << "The library holds no mapping: the selector keeps those that it has";
-        return;
-    }
-    for (ZRButtonMap *map : maps) {
-        map->setParent(this);
-    }
-    const List before = std::exchange(custom ? m_custom : m_library, List{maps, defaultMap});
-    Q_EMIT listChanged(maps, custom, defaultMap);
-    for (ZRButtonMap *map : before.maps) {
-        if (map->parent() == this) {
-            map->deleteLater(); // somebody may have it in hand
-        }
-    }
+    XmlMappingReader reader;
+    connect(&reader, &XmlMappingReader::onCurrentMapLoaded, this, &MappingSession::takeWorkingCopy);
+    reader.readCurrentMap(m_files.workingCopy());
 }
 
 void MappingSession::takeWorkingCopy(ZRButtonMap *map)
@@ -216,21 +130,9 @@ void MappingSession::assign(int control, const QMap<Layer, shortCut> &layers, in
         }
     }
     followKept();
-    doneInEdit(std::move(change));
-}
-
-// An edit that ends where it began has left nothing to take back; one that was kept in between has.
-void MappingSession::doneInEdit(MappingChange change)
-{
-    const MappingChange *last = m_steps.last();
-    if (change.edit != 0 && last != nullptr && last->edit == change.edit &&
-        last->step.control == change.step.control && last->file != MappingChange::File::WorkingCopy) {
-        change.before = last->before;
-        m_steps.dropLast();
-        if (change.before.actions == m_now.actions) {
-            Q_EMIT stepForgotten();
-            return;
-        }
+    if (m_steps.joinEdit(&change) && change.before.actions == m_now.actions) {
+        Q_EMIT stepForgotten(); // an edit that ends where it began has left nothing to take back
+        return;
     }
     done(std::move(change));
 }
@@ -265,7 +167,7 @@ FileResult MappingSession::change(const MappingStep &step, MappingChange::File f
     MappingChange change;
     change.step = step;
     change.file = file;
-    change.contentBefore = contentOf(pathOf(file));
+    change.contentBefore = m_stepFiles.content(file);
     FileResult result = write();
     if (result && file == MappingChange::File::WorkingCopy) {
         Q_EMIT generalNeeded(); // from here on all is about that one
@@ -275,9 +177,9 @@ FileResult MappingSession::change(const MappingStep &step, MappingChange::File f
         take();
     }
     if (file == MappingChange::File::Custom) {
-        m_reader.readMapList(m_files.custom(), true);
+        m_lists.readCustom();
     }
-    change.contentAfter = contentOf(pathOf(file));
+    change.contentAfter = m_stepFiles.content(file);
     // Also where the file holds what it held: what was in use may not have been kept.
     if (result && (change.contentAfter != change.contentBefore || change.before.actions != m_now.actions ||
                    change.before.name != m_now.name)) {
@@ -292,11 +194,12 @@ FileResult MappingSession::takeBack()
         return FileResult::failed(QStringLiteral("there is nothing to take back"));
     }
     const MappingChange change = *m_steps.last();
-    FileResult result = go(change, Way::TakenBack);
+    const MappingChange back = change.reversed();
+    FileResult result = go(back);
     if (result) {
         m_steps.takeBack();
         Q_EMIT stepped(change.step, Way::TakenBack);
-    } else if (isOthers(change, change.contentAfter)) {
+    } else if (m_stepFiles.isOthers(back)) {
         m_steps.dropLast();
         Q_EMIT stepForgotten();
     }
@@ -309,36 +212,29 @@ FileResult MappingSession::redo()
         return FileResult::failed(QStringLiteral("there is nothing to do again"));
     }
     const MappingChange change = *m_steps.next();
-    FileResult result = go(change, Way::DoneAgain);
+    FileResult result = go(change);
     if (result) {
         m_steps.redo();
         Q_EMIT stepped(change.step, Way::DoneAgain);
-    } else if (isOthers(change, change.contentBefore)) {
+    } else if (m_stepFiles.isOthers(change)) {
         m_steps.dropNext();
         Q_EMIT stepForgotten();
     }
     return result;
 }
 
-// Whether somebody else has written the user's mappings since, so that the step can never be gone.
-bool MappingSession::isOthers(const MappingChange &change, const MappingChange::Content &expected) const
+// From what was before @p change to what is after it.
+FileResult MappingSession::go(const MappingChange &change)
 {
-    return change.file == MappingChange::File::Custom && contentOf(m_files.custom()) != expected;
-}
-
-FileResult MappingSession::go(const MappingChange &change, Way way)
-{
-    State to = way == Way::TakenBack ? change.before : change.after;
+    State to = change.after;
     to.kept = m_now.kept;
-    if (change.file == MappingChange::File::WorkingCopy || change.file == MappingChange::File::Custom) {
-        FileResult result = putFile(change, &to, way);
-        if (!result) {
-            return result;
-        }
+    FileResult result = m_stepFiles.put(change, &to, [this](State *now) { return keepWorkingCopy(now); });
+    if (!result) {
+        return result;
     }
     const State from = std::exchange(m_now, to);
     if (change.file == MappingChange::File::Keepers) {
-        FileResult result = m_keeper(); // it writes what is in use
+        result = m_keeper(); // it writes what is in use
         if (!result) {
             m_now = from;
             return result;
@@ -346,49 +242,13 @@ FileResult MappingSession::go(const MappingChange &change, Way way)
         m_now.kept = m_now.actions;
     }
     if (change.file == MappingChange::File::Custom) {
-        readCustom();
+        m_lists.followCustom();
     }
     if (from.actions != m_now.actions || from.name != m_now.name) {
         Q_EMIT replaced();
     }
     followKept();
-    return FileResult::done();
-}
-
-FileResult MappingSession::putFile(const MappingChange &change, State *to, Way way)
-{
-    const bool back = way == Way::TakenBack;
-    if (contentOf(pathOf(change.file)) == (back ? change.contentAfter : change.contentBefore)) {
-        FileResult result = put(pathOf(change.file), back ? change.contentBefore : change.contentAfter);
-        if (result && change.file == MappingChange::File::WorkingCopy) {
-            to->kept = back ? change.before.kept : change.after.kept;
-        }
-        return result;
-    }
-    if (change.file == MappingChange::File::Custom) {
-        return FileResult::failed(QStringLiteral("it has been changed since"));
-    }
-    // What is in use was kept since: what is in use then is kept as well.
-    FileResult result =
-        write(to->actions, QLatin1String(workingCopyMapping), MappingFiles::workingCopyName, true);
-    if (result) {
-        to->kept = asReadBack(to->actions);
-    }
     return result;
-}
-
-QString MappingSession::pathOf(MappingChange::File file) const
-{
-    return file == MappingChange::File::Custom ? m_files.custom() : m_files.workingCopy();
-}
-
-void MappingSession::readCustom()
-{
-    if (QFileInfo::exists(m_files.custom())) {
-        m_reader.readMapList(m_files.custom(), true);
-    } else {
-        takeList({}, true, 0);
-    }
 }
 
 void MappingSession::followKept()
@@ -426,13 +286,21 @@ void MappingSession::countAsKept(const ActionTable &kept)
     followKept();
 }
 
+FileResult MappingSession::keepWorkingCopy(State *now)
+{
+    FileResult result =
+        write(now->actions, QLatin1String(workingCopyMapping), MappingFiles::workingCopyName, true);
+    if (result) {
+        now->kept = ReadBack::of(now->actions);
+    }
+    return result;
+}
+
 FileResult MappingSession::keep()
 {
-    FileResult result = isGeneral() ? write(m_now.actions, QLatin1String(workingCopyMapping),
-                                            MappingFiles::workingCopyName, true)
-                                    : m_keeper();
-    if (result) {
-        m_now.kept = isGeneral() ? asReadBack(m_now.actions) : m_now.actions;
+    FileResult result = isGeneral() ? keepWorkingCopy(&m_now) : m_keeper();
+    if (result && !isGeneral()) {
+        m_now.kept = m_now.actions;
     }
     followKept();
     return result;
@@ -453,13 +321,13 @@ FileResult MappingSession::keepWithLastStep()
         return result;
     }
     if (last->file == MappingChange::File::None) {
-        last->contentBefore = contentOf(m_files.workingCopy());
+        last->contentBefore = m_stepFiles.content(MappingChange::File::WorkingCopy);
         last->before.kept = m_now.kept;
     }
     FileResult result = keep();
     if (result) {
         last->file = MappingChange::File::WorkingCopy;
-        last->contentAfter = contentOf(m_files.workingCopy());
+        last->contentAfter = m_stepFiles.content(MappingChange::File::WorkingCopy);
         last->after = m_now;
     }
     return result;
@@ -518,16 +386,7 @@ FileResult MappingSession::restore(const QString &version)
         [&] { return VersionRestore::put(content); },
         [&] {
             if (!custom) {
-                m_reader.readCurrentMap(m_files.workingCopy());
+                readWorkingCopy();
             }
         });
-}
-
-FileResult MappingSession::reloadLibrary()
-{
-    FileResult result = m_reader.readMapList(m_files.library(), false);
-    if (result) {
-        LibraryKeeper::keep(m_files.library(), m_reader.buttonMapList().size());
-    }
-    return result;
 }

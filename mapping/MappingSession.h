@@ -3,7 +3,9 @@
 #include "mapping/FileResult.h"
 #include "mapping/ImportedMappings.h"
 #include "mapping/MappingFiles.h"
+#include "mapping/MappingLists.h"
 #include "mapping/MappingSteps.h"
+#include "mapping/StepFiles.h"
 #include "mapping/XmlMappingReader.h"
 #include "mapping/XmlMappingWriter.h"
 #include "mapping/ZRButtonMap.h"
@@ -82,11 +84,11 @@ public:
     bool endsKnobFields() const;
 
     /// The mappings of the library, and the user's own, in the order of their files. They are this object's.
-    const QList<ZRButtonMap *> &library() const { return m_library.maps; }
-    const QList<ZRButtonMap *> &custom() const { return m_custom.maps; }
+    const QList<ZRButtonMap *> &library() const { return m_lists.library(); }
+    const QList<ZRButtonMap *> &custom() const { return m_lists.custom(); }
 
     /// The library's default mapping, null when it has none.
-    const ZRButtonMap *defaultMapping() const { return m_library.maps.value(m_library.defaultMap); }
+    const ZRButtonMap *defaultMapping() const { return m_lists.defaultMapping(); }
 
     /// @name What the user does. Each is one step, that takeBack() takes back.
     /// @{
@@ -160,14 +162,11 @@ public:
 
     /// Reads the library again, for example when a newer one has arrived. One without any mapping leaves the
     /// list as it is.
-    FileResult reloadLibrary();
+    FileResult reloadLibrary() { return m_lists.readLibrary(); }
 
     /// Asks for a file with @p chooser and shows its mappings as the library's, until that is read again.
-    void setFileChooser(XmlMappingReader::FileChooser chooser)
-    {
-        m_reader.setFileChooser(std::move(chooser));
-    }
-    void openXml() { m_reader.openXml(); }
+    void setFileChooser(XmlMappingReader::FileChooser chooser) { m_lists.setFileChooser(std::move(chooser)); }
+    void openXml() { m_lists.openXml(); }
 
 Q_SIGNALS:
     /// A control does something else in @p layer: action() says what.
@@ -203,12 +202,7 @@ Q_SIGNALS:
     void listChanged(QList<ZRButtonMap *> maps, bool custom, int defaultMap);
 
 private:
-    struct List {
-        QList<ZRButtonMap *> maps;
-        int defaultMap = 0;
-    };
-
-    void takeList(const QList<ZRButtonMap *> &maps, bool custom, int defaultMap);
+    void readWorkingCopy();
     void takeWorkingCopy(ZRButtonMap *map);
     void begin(const ActionTable &actions, const QString &name);
     void adopt(const ActionTable &actions);
@@ -217,18 +211,15 @@ private:
         const MappingStep &step, MappingChange::File file, const std::function<FileResult()> &write,
         const std::function<void()> &take = [] {});
     void done(MappingChange change);
-    void doneInEdit(MappingChange change);
-    FileResult go(const MappingChange &change, Way way);
-    FileResult putFile(const MappingChange &change, State *to, Way way);
-    void readCustom();
-    QString pathOf(MappingChange::File file) const;
+    FileResult go(const MappingChange &change);
     void followKept();
-    bool isOthers(const MappingChange &change, const MappingChange::Content &expected) const;
+    FileResult keepWorkingCopy(State *now);
     FileResult write(const ActionTable &actions, const QString &name, const QString &fileName, bool alone);
 
     const MappingFiles m_files;
-    XmlMappingReader m_reader;
     XmlMappingWriter m_writer;
+    MappingLists m_lists;
+    const StepFiles m_stepFiles;
     State m_now;
     bool m_begun = false;
     int m_edit = 0; // while assigned() tells of it
@@ -238,6 +229,4 @@ private:
     Aside::Keeper m_keeper;
     Aside::Keeper m_settlePrograms = [] { return FileResult::done(); };
     bool m_programsAct = true;
-    List m_library;
-    List m_custom;
 };

@@ -13,6 +13,14 @@ qint64 sizeOf(const MappingChange::Content &content)
 
 } // namespace
 
+MappingChange MappingChange::reversed() const
+{
+    MappingChange change = *this;
+    std::swap(change.before, change.after);
+    std::swap(change.contentBefore, change.contentAfter);
+    return change;
+}
+
 void MappingSteps::add(MappingChange change)
 {
     m_undone.clear();
@@ -26,6 +34,18 @@ void MappingSteps::add(MappingChange change)
     while (m_done.size() > most || (m_done.size() > 1 && tooMuch())) {
         m_done.pop_front();
     }
+}
+
+bool MappingSteps::joinEdit(MappingChange *change)
+{
+    const MappingChange *before = last();
+    if (change->edit == 0 || before == nullptr || before->edit != change->edit ||
+        before->step.control != change->step.control || before->file == MappingChange::File::WorkingCopy) {
+        return false;
+    }
+    change->before = before->before;
+    dropLast();
+    return true;
 }
 
 void MappingSteps::clear()

@@ -53,6 +53,9 @@ struct MappingChange {
     File file = File::None;
     Content contentBefore;
     Content contentAfter;
+
+    /// What takes it back: the same from after to before.
+    MappingChange reversed() const;
 };
 
 /// The steps that can be taken back, and those that can be done again. Does neither itself.
@@ -66,6 +69,10 @@ public:
 
     /// The last step now; those that were taken back are gone.
     void add(MappingChange change);
+
+    /// Makes one of the last step and @p change, where both are of one edit: the last one is gone, and
+    /// @p change begins where it began. Not with a step that was kept in between. Whether it was so.
+    bool joinEdit(MappingChange *change);
 
     /// Null when there is none. Valid until the next call that is not const.
     const MappingChange *last() const { return m_done.empty() ? nullptr : &m_done.back(); }
