@@ -540,11 +540,7 @@ void tst_Menus::theMapIsPrintedToAFileByTheDialog()
 
 int main(int argc, char *argv[])
 {
-    XServer::Options options;
-    if (qEnvironmentVariable("QT_SCALE_FACTOR") == QLatin1String("2")) {
-        options.screens = QStringList{QStringLiteral("2560x2048")};
-    }
-    XServer server(options);
+    XServer server(XServer::Options::atScale());
     if (!server.isRunning()) {
         qCritical("%s", qPrintable(server.error()));
         return 1;

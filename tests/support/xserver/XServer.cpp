@@ -29,6 +29,15 @@ QSize sizeOf(const QString &screen)
 
 } // namespace
 
+XServer::Options XServer::Options::atScale()
+{
+    Options options;
+    if (qEnvironmentVariable("QT_SCALE_FACTOR") == QLatin1String("2")) {
+        options.screens = QStringList{QStringLiteral("2560x2048")};
+    }
+    return options;
+}
+
 XServer::XServer()
     : XServer(Options())
 {

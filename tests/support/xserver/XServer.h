@@ -23,6 +23,9 @@ public:
         bool framebufferFile = false;
         /// Further arguments, for example {"-extension", "XTEST"}.
         QStringList arguments;
+
+        /// One screen, with as many pixels as the toolkit's scale factor in the test's environment asks for.
+        static Options atScale();
     };
 
     XServer();

@@ -1,159 +1,52 @@
 #include "app/frame/AppFonts.h"
 #include "app/frame/ClickableLabel.h"
-#include "mapping/SpecialAction.h"
-#include "mapping/XmlMappingReader.h"
-#include "tests/support/log/LogCapture.h"
 #include "tests/support/main/Main.h"
-#include "tests/support/page/PageRig.h"
+#include "tests/support/mapping/MappingSamples.h"
+#include "tests/unit/app/PageInWindow.h"
 #include "ui/ComboMapping.h"
 #include "ui/ComboMenu.h"
-#include "ui/DeviceIndicators.h"
 #include "ui/DevicePicture.h"
-#include "ui/NameLine.h"
 #include "ui/SaveDialog.h"
 #include "ui/ShortcutKey.h"
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QDir>
-#include <QElapsedTimer>
 #include <QGraphicsEffect>
 #include <QHelpEvent>
 #include <QLabel>
-#include <QLineEdit>
-#include <QSignalSpy>
 #include <QSlider>
 #include <QToolTip>
 #include <QtTest>
 
-class tst_DeviceZR : public QObject
+/// The page itself: where its widgets stand, the settings that it shows, its notices, and what it tells
+/// readers.
+class tst_DeviceZR : public QObject, private PageInWindow
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { begin(); }
+    void cleanup() { end(); }
+
     void widgetsStandWhereTheyBelong();
-    void marksStandOverTheirControls();
-    void marksFollowTheDevice();
-    void marksChangeAtMostOnceAFrame();
-    void marksOfAHiddenPageAreRightWhenItIsShown();
     void withoutStoredSlidersBothStandAtOne();
     void aFirstStartStoresWhatTheSlidersShow();
     void movedSliderIsStoredAndReadAgain();
     void slowEndIsAtTheLeft();
     void printerButtonIsNotDimmedAtRest();
-    void withoutAWorkingCopyTheLibrarysDefaultIsUsed();
-    void workingCopyWinsOverTheLibrary();
-    void brokenWorkingCopyLeavesTheMenusAsStored();
-    void withoutAnyMappingTheSettingsActAndStayAsTheyAre();
-    void chosenActionActsFromTheNextEvent();
-    void onlyACapturedShortcutWritesTheWorkingCopy();
-    void whatIsNotKeptIsSaidAndKeptOnRequest();
-    void whatCouldNotBeKeptStaysSaid();
-    void whatNoFileHoldsOfTheKnobIsSaid();
-    void aSaveThatFailedIsSaidWhereTheUserLooks();
     void settingsThatCannotBeStoredAreSaid();
     void theStartupBoxShowsWhatIsSo();
-    void whatIsTakenBackIsShownStoredAndActs();
-    void savingTwiceUnderANameListsBothAndDeletingTakesTheFirst();
-    void setMappingActsButWritesNothing();
-    void anOlderVersionsActionsAreUpgradedOnce();
     void versionIsStoredWhenThePageIsBuilt();
     void startupBoxFollowsTheEntryWheneverThePageShows();
     void dimmingEndsWhenADialogHides();
     void noticeStandsOnTheBottomLine();
     void dialogsAskThePagesDesktopForKeys();
-    void lostDeviceClosesTheDialogs();
     void updateNoticeFollowsTheDownload();
-    void libraryWithoutMappingsTakesNoneAway();
     void drawingTellsWhatItsControlsDoAlsoWithoutAMapping();
     void controlsTellWhatTheyDoInEachLayer();
     void everyControlHasANameForScreenReaders();
     void refusedInputIsSaidAtTheBottom();
-    void theNameLineNamesWhatIsInUse();
-    void theNameLineOutlivesTheProgram();
-    void theNameGoesWithTheWorkingCopy();
-    void theHeldLayerAndThePressedBoxStandOut();
-    void whatWasSentIsSaidForTwoSeconds();
-    void whatHasNoWordsTakesNoneAway();
-    void aHiddenPageSaysNothing();
-
-private:
-    void makePage();
-    void press(int button)
-    {
-        Q_EMIT m_serial->onButtonpress(button, true);
-        Q_EMIT m_serial->onButtonpress(button, false);
-    }
-    ComboMenu *menu(int control) const
-    {
-        for (ComboMenu *each : m_page->findChildren<ComboMenu *>()) {
-            if (each->id() == control) {
-                return each;
-            }
-        }
-        return nullptr;
-    }
-    QList<ZRButtonMap *> customMaps();
-    static QByteArray mapping(const char *name, int key, const char *attributes = "");
-    static QByteArray document(const QByteArray &mappings);
-
-    std::unique_ptr<PageRig> m_rig;
-    std::unique_ptr<SerialProtocol> m_serial;
-    std::unique_ptr<QWidget> m_window;
-    DeviceZR *m_page = nullptr;
-    std::unique_ptr<QObject> m_owner;
 };
-
-QByteArray tst_DeviceZR::mapping(const char *name, int key, const char *attributes)
-{
-    return QByteArray("<MAPPING software=\"") + name + "\" " + attributes +
-           "><BUTTON id=\"3\"><NORMAL label=\"key\"><KEY1 type=\"int\">" + QByteArray::number(key) +
-           "</KEY1></NORMAL></BUTTON></MAPPING>";
-}
-
-QByteArray tst_DeviceZR::document(const QByteArray &mappings)
-{
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?><ZR>" + mappings + "</ZR>";
-}
-
-void tst_DeviceZR::init()
-{
-    m_rig = std::make_unique<PageRig>();
-    m_serial = PageRig::makeSerial();
-    m_window = std::make_unique<QWidget>();
-    m_window->resize(900, 650);
-    m_owner = std::make_unique<QObject>();
-}
-
-void tst_DeviceZR::cleanup()
-{
-    m_window.reset();
-    m_serial.reset();
-    m_rig.reset();
-}
-
-void tst_DeviceZR::makePage()
-{
-    m_page = m_rig->makePage(m_window.get(), m_serial.get(), nullptr);
-    m_page->resize(900, 650);
-    m_window->show();
-}
-
-QList<ZRButtonMap *> tst_DeviceZR::customMaps()
-{
-    QList<ZRButtonMap *> maps;
-    XmlMappingReader reader;
-    connect(&reader, &XmlMappingReader::newMapListReady, this, [&](const QList<ZRButtonMap *> &list) {
-        for (ZRButtonMap *map : list) {
-            map->setParent(m_owner.get());
-            maps << map;
-        }
-    });
-    reader.readMapList(m_rig->data.filePath(QStringLiteral("custom.xml")), true);
-    return maps;
-}
 
 void tst_DeviceZR::widgetsStandWhereTheyBelong()
 {
@@ -213,95 +106,6 @@ void tst_DeviceZR::widgetsStandWhereTheyBelong()
     }
 }
 
-void tst_DeviceZR::marksStandOverTheirControls()
-{
-    makePage();
-    const QPoint places[] = {{417, 338}, {392, 322}, {366, 338}, {366, 368}, {417, 368},
-                             {463, 338}, {488, 338}, {513, 338}, {502, 368}, {476, 368}};
-    const int pictures[] = {5, 5, 5, 7, 7, 4, 2, 3, 1, 1};
-    const auto marks = m_page->findChildren<QLabel *>(QStringLiteral("controlMark"));
-    QCOMPARE(marks.size(), 10);
-    for (int control = 0; control < 10; ++control) {
-        QCOMPARE(marks[control]->mapTo(m_page, QPoint()), places[control]);
-        QCOMPARE(marks[control]->size(), QSize(20, 20));
-        QCOMPARE(marks[control]->styleSheet(),
-                 QStringLiteral("background-image: url(:/icons/buttonszr/%1.png)").arg(pictures[control]));
-        QVERIFY(marks[control]->isHidden());
-    }
-    const auto *knob = m_page->findChild<QLabel *>(QStringLiteral("knobMark"));
-    QCOMPARE(knob->mapTo(m_page, QPoint()), QPoint(392, 352));
-    const auto *left = m_page->findChild<QLabel *>(QStringLiteral("leftArrow"));
-    const auto *right = m_page->findChild<QLabel *>(QStringLiteral("rightArrow"));
-    QCOMPARE(QRect(left->mapTo(m_page, QPoint()), left->size()), QRect(373, 325, 58, 39));
-    QCOMPARE(QRect(right->mapTo(m_page, QPoint()), right->size()), QRect(373, 325, 58, 39));
-    QCOMPARE(left->styleSheet(), QStringLiteral("background-color:rgba(0,0,0,0); "
-                                                "background-image:url(:/icons/buttonszr/arrow_left.png)"));
-    QCOMPARE(right->styleSheet(), QStringLiteral("background-color:rgba(0,0,0,0); "
-                                                 "background-image: url(:/icons/buttonszr/arrow_right.png)"));
-    QVERIFY(knob->isHidden() && left->isHidden() && right->isHidden());
-}
-
-void tst_DeviceZR::marksFollowTheDevice()
-{
-    makePage();
-    const auto marks = m_page->findChildren<QLabel *>(QStringLiteral("controlMark"));
-    const auto *knob = m_page->findChild<QLabel *>(QStringLiteral("knobMark"));
-    const auto *left = m_page->findChild<QLabel *>(QStringLiteral("leftArrow"));
-    Q_EMIT m_serial->onButtonpress(7, true);
-    QVERIFY(marks[7]->isHidden()); // the action does not wait for the mark
-    QTRY_VERIFY(marks[7]->isVisible());
-    Q_EMIT m_serial->onKnobevent('D');
-    QTRY_VERIFY(knob->isVisible());
-    Q_EMIT m_serial->onKnobevent('L');
-    QTRY_VERIFY(left->isVisible());
-    Q_EMIT m_serial->onKnobevent('U');
-    Q_EMIT m_serial->onButtonpress(7, false);
-    QTRY_VERIFY(knob->isHidden() && left->isHidden() && marks[7]->isHidden());
-}
-
-// A burst of presses is shown no more often than a screen shows anything, and its end is shown.
-void tst_DeviceZR::marksChangeAtMostOnceAFrame()
-{
-    makePage();
-    auto *mark = m_page->findChildren<QLabel *>(QStringLiteral("controlMark")).at(7);
-    struct : QObject {
-        bool eventFilter(QObject *, QEvent *event) override
-        {
-            changes += event->type() == QEvent::Show || event->type() == QEvent::Hide ? 1 : 0;
-            return false;
-        }
-        int changes = 0;
-    } counter;
-    mark->installEventFilter(&counter);
-    QTest::qWait(50);
-    QElapsedTimer elapsed;
-    elapsed.start();
-    for (int i = 0; i < 100; ++i) {
-        Q_EMIT m_serial->onButtonpress(7, true);
-        QCoreApplication::processEvents();
-        Q_EMIT m_serial->onButtonpress(7, false);
-        QCoreApplication::processEvents();
-    }
-    QVERIFY2(counter.changes <= elapsed.elapsed() / 16 + 1, qPrintable(QString::number(counter.changes)));
-    QVERIFY(counter.changes > 0);
-    Q_EMIT m_serial->onButtonpress(7, true);
-    QTRY_VERIFY(mark->isVisible());
-}
-
-void tst_DeviceZR::marksOfAHiddenPageAreRightWhenItIsShown()
-{
-    makePage();
-    const auto marks = m_page->findChildren<QLabel *>(QStringLiteral("controlMark"));
-    Q_EMIT m_serial->onButtonpress(7, true);
-    QTRY_VERIFY(marks[7]->isVisible());
-    m_page->hide();
-    Q_EMIT m_serial->onButtonpress(7, false);
-    Q_EMIT m_serial->onButtonpress(4, true);
-    m_page->show();
-    QVERIFY(marks[7]->isHidden());
-    QVERIFY(marks[4]->isVisible());
-}
-
 void tst_DeviceZR::withoutStoredSlidersBothStandAtOne()
 {
     makePage();
@@ -347,154 +151,6 @@ void tst_DeviceZR::printerButtonIsNotDimmedAtRest()
     QVERIFY(printer->graphicsEffect() && !printer->graphicsEffect()->isEnabled());
 }
 
-void tst_DeviceZR::withoutAWorkingCopyTheLibrarysDefaultIsUsed()
-{
-    m_rig->writeFile(QStringLiteral("ZR.xml"),
-                     document(mapping("First", 65) + mapping("Second", 66, "default=\"yes\"")));
-    makePage();
-    press(3);
-    QCOMPARE(m_rig->engine.recorder.lines(),
-             QStringList({QStringLiteral("key 66 down"), QStringLiteral("key 66 up")}));
-    QVERIFY(!QFile::exists(m_rig->data.filePath(QStringLiteral("current.xml"))));
-}
-
-void tst_DeviceZR::workingCopyWinsOverTheLibrary()
-{
-    m_rig->writeFile(QStringLiteral("ZR.xml"), document(mapping("First", 65)));
-    m_rig->writeFile(QStringLiteral("current.xml"), document(mapping("current_map", 67)));
-    makePage();
-    press(3);
-    QCOMPARE(m_rig->engine.recorder.lines().constFirst(), QStringLiteral("key 67 down"));
-    QCOMPARE(menu(3)->assignment(Layer::Normal).key1, 67);
-}
-
-void tst_DeviceZR::brokenWorkingCopyLeavesTheMenusAsStored()
-{
-    m_rig->writeFile(QStringLiteral("ZR.xml"), document(mapping("First", 65)));
-    m_rig->writeFile(QStringLiteral("current.xml"), "<ZR><MAPPING");
-    makePage();
-    press(3);
-    QCOMPARE(m_rig->engine.recorder.lines(), QStringList());
-    QCOMPARE(m_rig->readFile(QStringLiteral("current.xml")), QByteArray("<ZR><MAPPING"));
-}
-
-void tst_DeviceZR::withoutAnyMappingTheSettingsActAndStayAsTheyAre()
-{
-    const QMap<QString, QVariant> stored{{QStringLiteral("tonAction.Normal.key1"), 71},
-                                         {QStringLiteral("tonAction.Normal.key2"), -1},
-                                         {QStringLiteral("tonAction.Normal.key3"), -1},
-                                         {QStringLiteral("tonAction.Shift2.value_on"), 21}};
-    for (auto it = stored.begin(); it != stored.end(); ++it) {
-        m_rig->store.setValue(it.key(), it.value());
-    }
-    makePage();
-    press(3);
-    QCOMPARE(m_rig->engine.recorder.lines(),
-             QStringList({QStringLiteral("key 71 down"), QStringLiteral("key 71 up")}));
-    QVERIFY(m_page->findChild<QLabel *>(QStringLiteral("notKept"))->isHidden());
-    QStringList keys = m_rig->store.allKeys();
-    keys.removeOne(QStringLiteral("ZR.ver"));
-    QCOMPARE(keys, QStringList(stored.keys()));
-}
-
-void tst_DeviceZR::chosenActionActsFromTheNextEvent()
-{
-    makePage();
-    shortCut vertical;
-    vertical.key1 = 68;
-    vertical.key2 = -1;
-    vertical.key3 = -1;
-    vertical.label = QStringLiteral("D");
-    menu(3)->getShorcut(0, vertical);
-    press(3);
-    QCOMPARE(m_rig->engine.recorder.lines(),
-             QStringList({QStringLiteral("key 68 down"), QStringLiteral("key 68 up")}));
-}
-
-void tst_DeviceZR::onlyACapturedShortcutWritesTheWorkingCopy()
-{
-    makePage();
-    menu(3)->loadMidi(0, 1, 60, 100, 0, true, true);
-    QVERIFY(!QFile::exists(m_rig->data.filePath(QStringLiteral("current.xml"))));
-    menu(4)->loadShorcut(0, 17, 90, -1, QStringLiteral("Ctrl + Z"));
-    const QByteArray written = m_rig->readFile(QStringLiteral("current.xml"));
-    QVERIFY(written.contains("software=\"current_map\""));
-    QVERIFY(written.contains("label=\"Ctrl + Z\""));
-    QCOMPARE(written.count("<MAPPING"), 1);
-}
-
-void tst_DeviceZR::whatIsNotKeptIsSaidAndKeptOnRequest()
-{
-    makePage();
-    auto *line = m_page->findChild<QLabel *>(QStringLiteral("notKept"));
-    auto *keep = m_page->findChild<ClickableLabel *>(QStringLiteral("keep"));
-    QVERIFY(line->isHidden() && keep->isHidden());
-    menu(3)->loadMidi(0, 1, 60, 100, 0, true, true);
-    QVERIFY(line->isVisible() && keep->isVisible());
-    QVERIFY(!QFile::exists(m_rig->data.filePath(QStringLiteral("current.xml"))));
-    QTest::mouseClick(keep, Qt::LeftButton);
-    QVERIFY(keep->isHidden());
-    QVERIFY(line->isHidden());
-    QVERIFY(m_rig->readFile(QStringLiteral("current.xml")).contains("type=\"midi\""));
-}
-
-void tst_DeviceZR::whatCouldNotBeKeptStaysSaid()
-{
-    makePage();
-    menu(3)->loadMidi(0, 1, 60, 100, 0, true, true);
-    QVERIFY(QDir().mkdir(m_rig->data.filePath(QStringLiteral("current.xml"))));
-    auto *keep = m_page->findChild<ClickableLabel *>(QStringLiteral("keep"));
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("was left as it is")));
-    QTest::mouseClick(keep, Qt::LeftButton);
-    QVERIFY(keep->isVisible());
-    QVERIFY(m_page->findChild<QLabel *>(QStringLiteral("notKept"))->isVisible());
-    const auto *failure = m_page->findChild<QLabel *>(QStringLiteral("failure"), Qt::FindDirectChildrenOnly);
-    QVERIFY(failure->isVisible());
-    QCOMPARE(failure->accessibleName(), QStringLiteral("Not kept: not a regular file"));
-
-    QVERIFY(QDir().rmdir(m_rig->data.filePath(QStringLiteral("current.xml"))));
-    QTest::mouseClick(keep, Qt::LeftButton);
-    QVERIFY(keep->isHidden() && failure->isHidden());
-}
-
-void tst_DeviceZR::whatNoFileHoldsOfTheKnobIsSaid()
-{
-    makePage();
-    menu(3)->loadMidiKnob(0, 1, 17, 127, 0, false, true, 16, false, true, false);
-    const auto *line = m_page->findChild<QLabel *>(QStringLiteral("notKept"));
-    auto *keep = m_page->findChild<ClickableLabel *>(QStringLiteral("keep"));
-    QCOMPARE(line->accessibleName(), QStringLiteral("Your changes end with the program."));
-    QTest::mouseClick(keep, Qt::LeftButton);
-    QVERIFY(keep->isHidden());
-    QVERIFY(line->isVisible());
-    QCOMPARE(line->accessibleName(), QStringLiteral("The knob's encoding ends with the program."));
-    menu(3)->loadShorcut(0, 65, -1, -1, QStringLiteral("A"));
-    QVERIFY(line->isHidden());
-}
-
-void tst_DeviceZR::aSaveThatFailedIsSaidWhereTheUserLooks()
-{
-    m_rig->writeFile(QStringLiteral("custom.xml"), "<ZR><MAPPING");
-    const LogCapture log;
-    makePage();
-    const auto *failure = m_page->findChild<QLabel *>(QStringLiteral("failure"), Qt::FindDirectChildrenOnly);
-    auto *dialog = m_page->findChild<SaveDialog *>();
-    dialog->show();
-    QTest::keyClick(dialog->findChild<QLineEdit *>(), Qt::Key_Return);
-    QVERIFY(dialog->isVisible());
-    QCOMPARE(dialog->findChild<QLabel *>(QStringLiteral("failure"))->accessibleName(),
-             QStringLiteral("Not saved: it is no mapping file; a copy of it lies beside it"));
-    QVERIFY(failure->isHidden());
-    dialog->hide();
-    m_page->deleteMap(QStringLiteral("mine"));
-    QVERIFY(failure->isVisible());
-    QVERIFY(failure->accessibleName().startsWith(QStringLiteral("Not deleted: ")));
-    QVERIFY(QFile::remove(m_rig->data.filePath(QStringLiteral("custom.xml"))));
-    m_page->saveCurrentMap(QStringLiteral("mine"));
-    m_page->deleteMap(QStringLiteral("mine"));
-    QVERIFY(failure->isHidden());
-}
-
 void tst_DeviceZR::settingsThatCannotBeStoredAreSaid()
 {
     makePage();
@@ -520,64 +176,6 @@ void tst_DeviceZR::theStartupBoxShowsWhatIsSo()
     box->click();
     QVERIFY(box->isChecked());
     QVERIFY(failure->isHidden());
-}
-
-// Whatever changes the mapping, the page and the device follow.
-void tst_DeviceZR::whatIsTakenBackIsShownStoredAndActs()
-{
-    makePage();
-    menu(3)->loadShorcut(0, 65, -1, -1, QStringLiteral("A"));
-    menu(3)->loadShorcut(0, 66, -1, -1, QStringLiteral("B"));
-    QVERIFY(m_rig->mappings.takeBack());
-    QCOMPARE(menu(3)->assignment(Layer::Normal).key1, 65);
-    QVERIFY(menu(3)->toolTip().contains(QStringLiteral("Presses A")));
-    QCOMPARE(m_rig->store.value(QStringLiteral("tonAction.Normal.label")).toString(), QStringLiteral("A"));
-    QVERIFY(m_page->findChild<QLabel *>(QStringLiteral("notKept"))->isVisible());
-    press(3);
-    QCOMPARE(m_rig->engine.recorder.lines().constFirst(), QStringLiteral("key 65 down"));
-    m_rig->mappings.assign(3, Layer::Normal, shortCut());
-    QCOMPARE(menu(3)->assignment(Layer::Normal), shortCut());
-}
-
-void tst_DeviceZR::savingTwiceUnderANameListsBothAndDeletingTakesTheFirst()
-{
-    makePage();
-    menu(3)->loadShorcut(0, 65, -1, -1, QStringLiteral("A"));
-    m_page->saveCurrentMap(QStringLiteral("Mine"));
-    menu(3)->loadShorcut(0, 66, -1, -1, QStringLiteral("B"));
-    m_page->saveCurrentMap(QStringLiteral("Mine"));
-    QCOMPARE(customMaps().size(), 2);
-    m_page->deleteMap(QStringLiteral("Mine"));
-    const auto left = customMaps();
-    QCOMPARE(left.size(), 1);
-    QCOMPARE(left.constFirst()->actions[3][Layer::Normal].key1, 66);
-}
-
-void tst_DeviceZR::setMappingActsButWritesNothing()
-{
-    makePage();
-    ZRButtonMap map(QStringLiteral("Other"));
-    map.actions[3][Layer::Normal].key1 = 70;
-    map.actions[3][Layer::Normal].key2 = -1;
-    map.actions[3][Layer::Normal].key3 = -1;
-    m_page->newMap(&map);
-    press(3);
-    QCOMPARE(m_rig->engine.recorder.lines().constFirst(), QStringLiteral("key 70 down"));
-    QVERIFY(!QFile::exists(m_rig->data.filePath(QStringLiteral("current.xml"))));
-    QVERIFY(m_page->findChild<QLabel *>(QStringLiteral("notKept"))->isVisible());
-}
-
-void tst_DeviceZR::anOlderVersionsActionsAreUpgradedOnce()
-{
-    const QString key = QStringLiteral("tonAction.Normal.key1");
-    m_rig->store.setValue(QStringLiteral("ZR.ver"), QStringLiteral("1.09"));
-    m_rig->store.setValue(key, 17);
-    makePage();
-    QCOMPARE(m_rig->store.value(key).toInt(), SPECIAL_ACTION);
-    QCOMPARE(menu(3)->assignment(Layer::Normal).key1, SPECIAL_ACTION);
-    m_rig->store.setValue(key, 17); // by this version, so it is meant
-    makePage();
-    QCOMPARE(m_rig->store.value(key).toInt(), 17);
 }
 
 void tst_DeviceZR::versionIsStoredWhenThePageIsBuilt()
@@ -642,18 +240,6 @@ void tst_DeviceZR::dialogsAskThePagesDesktopForKeys()
                         [](const QLabel *label) { return label->text() == QLatin1String("F1"); }));
 }
 
-void tst_DeviceZR::lostDeviceClosesTheDialogs()
-{
-    makePage();
-    auto *dialog = m_page->findChild<SaveDialog *>();
-    dialog->show();
-    QSignalSpy pages(m_page, &DeviceZR::displayControlPanel);
-    Q_EMIT m_serial->portChange(QString());
-    QVERIFY(dialog->isHidden());
-    QCOMPARE(pages.size(), 1);
-    QCOMPARE(pages.constFirst().constFirst().toString(), QString());
-}
-
 void tst_DeviceZR::updateNoticeFollowsTheDownload()
 {
     makePage();
@@ -672,17 +258,6 @@ void tst_DeviceZR::updateNoticeFollowsTheDownload()
     m_page->hide();
     m_page->show();
     QVERIFY(notice->isHidden());
-}
-
-void tst_DeviceZR::libraryWithoutMappingsTakesNoneAway()
-{
-    m_rig->writeFile(QStringLiteral("ZR.xml"), document(mapping("First", 65) + mapping("Second", 66)));
-    makePage();
-    m_rig->writeFile(QStringLiteral("ZR.xml"), "<html><body><p>Sign in</p></body></html>");
-    QTest::ignoreMessage(QtWarningMsg, "The library holds no mapping: the selector keeps those that it has");
-    Q_EMIT m_rig->mapUpdate.dowloadFinished(true);
-    QCOMPARE(m_rig->mappings.library().size(), 2);
-    QCOMPARE(m_rig->mappings.defaultMapping()->name, QStringLiteral("First"));
 }
 
 void tst_DeviceZR::drawingTellsWhatItsControlsDoAlsoWithoutAMapping()
@@ -719,140 +294,6 @@ void tst_DeviceZR::everyControlHasANameForScreenReaders()
                            qobject_cast<const QCheckBox *>(widget) || widget->focusPolicy() == Qt::NoFocus;
         QVERIFY2(named, widget->metaObject()->className());
     }
-}
-
-void tst_DeviceZR::theNameLineNamesWhatIsInUse()
-{
-    m_rig->writeFile(QStringLiteral("ZR.xml"), document(mapping("First", 65) + mapping("Second", 66)));
-    makePage();
-    const auto *line = m_page->findChild<QLabel *>(QStringLiteral("nameLine"));
-    QVERIFY(QRect(60, 120, 780, 490).contains(line->geometry())); // what is printed
-    QCOMPARE(line->text(), QStringLiteral("First"));
-    m_page->newMap(m_rig->mappings.library().at(1));
-    QCOMPARE(line->text(), QStringLiteral("Second"));
-    m_rig->mappings.assign(4, Layer::Normal, shortCut{67, -1, -1, QStringLiteral("C")});
-    QCOMPARE(line->text(), QString::fromUtf8("Second \u2022"));
-    QVERIFY(line->accessibleName().contains(QLatin1String("changed")));
-    QVERIFY(m_rig->mappings.saveAs(QStringLiteral("Mine")));
-    QCOMPARE(line->text(), QStringLiteral("Mine"));
-
-    shortCut vertical;
-    vertical.key1 = SPECIAL_ACTION;
-    vertical.key2 = static_cast<int>(SpecialAction::Vertical);
-    m_rig->mappings.assign(5, Layer::Normal, vertical);
-    press(5);
-    QVERIFY(line->text().endsWith(QLatin1String("Knob: Vertical")));
-}
-
-void tst_DeviceZR::theNameLineOutlivesTheProgram()
-{
-    m_rig->writeFile(QStringLiteral("ZR.xml"), document(mapping("First", 65) + mapping("Second", 66)));
-    makePage();
-    m_page->newMap(m_rig->mappings.library().at(1));
-    QVERIFY(m_rig->mappings.keep());
-    QCOMPARE(m_rig->store.value(QStringLiteral("Extra.Mapping")).toString(), QStringLiteral("Second"));
-    m_page->newMap(m_rig->mappings.library().at(0)); // not kept
-    QCOMPARE(m_rig->store.value(QStringLiteral("Extra.Mapping")).toString(), QStringLiteral("Second"));
-}
-
-void tst_DeviceZR::theNameGoesWithTheWorkingCopy()
-{
-    m_rig->writeFile(QStringLiteral("ZR.xml"), document(mapping("Work", 65) + mapping("Other", 66)));
-    m_rig->writeFile(QStringLiteral("current.xml"), document(mapping("current_map", 65)));
-    m_rig->store.setValue(QStringLiteral("Extra.Mapping"), QStringLiteral("Work"));
-    makePage();
-    MappingSession &mappings = m_rig->mappings;
-    const auto names = [&] {
-        return QStringList{mappings.name(), m_page->findChild<NameLine *>()->text(),
-                           m_rig->store.value(QStringLiteral("Extra.Mapping")).toString()};
-    };
-    const QString work = QStringLiteral("Work");
-    const QStringList isWork{work, work, work};
-    QCOMPARE(names(), isWork);
-
-    m_page->newMap(mappings.library().at(1));
-    QVERIFY(mappings.keepWithLastStep());
-    QCOMPARE(mappings.name(), QStringLiteral("Other"));
-    QVERIFY(mappings.takeBack());
-    QCOMPARE(names(), isWork);
-
-    QVERIFY(QDir(m_rig->data.path()).mkdir(QStringLiteral("copy")));
-    m_rig->writeFile(QStringLiteral("copy/current.xml"), document(mapping("current_map", 70)));
-    QVERIFY(mappings.restore(m_rig->data.filePath(QStringLiteral("copy/current.xml"))));
-    QCOMPARE(mappings.name(), QString());
-    QVERIFY(!names().contains(work));
-    QVERIFY(mappings.takeBack());
-    QCOMPARE(names(), isWork);
-}
-
-void tst_DeviceZR::theHeldLayerAndThePressedBoxStandOut()
-{
-    makePage();
-    shortCut shift;
-    shift.key1 = SPECIAL_ACTION;
-    shift.key2 = static_cast<int>(SpecialAction::Shift1);
-    for (const Layer layer : Layers::all) {
-        m_rig->mappings.assign(3, layer, shift);
-    }
-    shortCut named;
-    named.key1 = 65;
-    named.label = QStringLiteral("WWWWW");
-    m_rig->mappings.assign(6, Layer::Shift1, named);
-    const auto *outline = menu(3)->findChild<QWidget *>(QStringLiteral("pressed"));
-    const QImage before = menu(6)->grab().toImage();
-    QVERIFY(!outline->isVisible());
-    Q_EMIT m_serial->onButtonpress(3, true);
-    QVERIFY(!outline->isVisible()); // not before what was done
-    QTRY_VERIFY(outline->isVisible());
-    QTRY_VERIFY(menu(6)->grab().toImage() != before);
-    QVERIFY(!menu(6)->findChild<QWidget *>(QStringLiteral("pressed"))->isVisible());
-    Q_EMIT m_serial->onButtonpress(3, false);
-    QTRY_VERIFY(!outline->isVisible());
-    QTRY_COMPARE(menu(6)->grab().toImage(), before);
-}
-
-void tst_DeviceZR::whatWasSentIsSaidForTwoSeconds()
-{
-    makePage();
-    m_rig->mappings.assign(3, Layer::Normal, shortCut{17, 16, 'S', QStringLiteral("Save")});
-    const auto *line = m_page->findChild<QLabel *>(QStringLiteral("sent"));
-    QVERIFY(line->isHidden());
-    press(3);
-    QTRY_VERIFY(line->isVisible());
-    QCOMPARE(line->text(), QString::fromUtf8("3 \u00b7 Ctrl + Shift + S"));
-    for (const QWidget *widget : m_page->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
-        if (widget != line && widget->geometry() != m_page->rect() && !widget->isHidden()) {
-            QVERIFY2(!widget->geometry().intersects(line->geometry()), widget->metaObject()->className());
-        }
-    }
-    QTRY_VERIFY_WITH_TIMEOUT(line->isHidden(), 4000);
-}
-
-void tst_DeviceZR::whatHasNoWordsTakesNoneAway()
-{
-    makePage();
-    m_rig->mappings.assign(3, Layer::Normal, shortCut{17, 16, 'S', QStringLiteral("Save")});
-    shortCut arrows;
-    arrows.key1 = SPECIAL_ACTION;
-    arrows.key2 = static_cast<qint32>(SpecialAction::UpDownKeys);
-    m_rig->mappings.assign(4, Layer::Normal, arrows);
-    press(4);
-    const auto *line = m_page->findChild<QLabel *>(QStringLiteral("sent"));
-    QTRY_VERIFY(line->text().startsWith(QLatin1String("4 ")));
-    press(3); // and, before it is shown, a hand on the knob
-    Q_EMIT m_serial->onKnobevent('D');
-    QTRY_COMPARE(line->text(), QString::fromUtf8("3 \u00b7 Ctrl + Shift + S"));
-    Q_EMIT m_serial->onKnobevent('U');
-}
-
-void tst_DeviceZR::aHiddenPageSaysNothing()
-{
-    makePage();
-    m_window->hide();
-    press(3);
-    QTest::qWait(100);
-    m_window->show();
-    QVERIFY(m_page->findChild<QLabel *>(QStringLiteral("sent"))->isHidden());
 }
 
 void tst_DeviceZR::refusedInputIsSaidAtTheBottom()

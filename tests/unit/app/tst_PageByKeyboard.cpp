@@ -1,7 +1,7 @@
 #include "app/frame/AppFonts.h"
 #include "app/frame/ClickableLabel.h"
 #include "tests/support/main/Main.h"
-#include "tests/support/page/PageRig.h"
+#include "tests/unit/app/PageInWindow.h"
 #include "ui/ComboMapping.h"
 #include "ui/ComboMenu.h"
 #include "ui/ProgramChoice.h"
@@ -13,53 +13,25 @@
 #include <QtTest>
 
 /// The device page without a mouse.
-class tst_PageByKeyboard : public QObject
+class tst_PageByKeyboard : public QObject, private PageInWindow
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
-    void cleanup();
+    void cleanup() { end(); }
     void tabFollowsThePage();
     void keysAloneWorkThePage();
 #ifdef Q_OS_UNIX
     void printerButtonIsDimmedWhileItsDialogIsOpen();
 #endif
-
-private:
-    ComboMenu *menu(int control) const
-    {
-        for (ComboMenu *each : m_page->findChildren<ComboMenu *>()) {
-            if (each->id() == control) {
-                return each;
-            }
-        }
-        return nullptr;
-    }
-
-    std::unique_ptr<PageRig> m_rig;
-    std::unique_ptr<SerialProtocol> m_serial;
-    std::unique_ptr<QWidget> m_window;
-    DeviceZR *m_page = nullptr;
 };
 
 void tst_PageByKeyboard::init()
 {
-    m_rig = std::make_unique<PageRig>();
-    m_serial = PageRig::makeSerial();
-    m_window = std::make_unique<QWidget>();
-    m_window->resize(900, 650);
-    m_page = m_rig->makePage(m_window.get(), m_serial.get(), nullptr);
-    m_page->resize(900, 650);
-    m_window->show();
+    begin();
+    makePage();
     QApplication::setActiveWindow(m_window.get());
-}
-
-void tst_PageByKeyboard::cleanup()
-{
-    m_window.reset();
-    m_serial.reset();
-    m_rig.reset();
 }
 
 void tst_PageByKeyboard::tabFollowsThePage()

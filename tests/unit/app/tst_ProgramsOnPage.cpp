@@ -2,7 +2,8 @@
 #include "mapping/MappingSession.h"
 #include "tests/support/log/LogCapture.h"
 #include "tests/support/main/Main.h"
-#include "tests/support/page/PageRig.h"
+#include "tests/support/mapping/MappingSamples.h"
+#include "tests/unit/app/PageInWindow.h"
 #include "ui/ComboMapping.h"
 #include "ui/ComboMenu.h"
 #include "ui/OverlayDialog.h"
@@ -19,29 +20,16 @@
 #include <QTimer>
 #include <QtTest>
 
-namespace
-{
-
-shortCut key(qint32 code, const char *label)
-{
-    shortCut action;
-    action.key1 = code;
-    action.key2 = -1;
-    action.key3 = -1;
-    action.label = QString::fromLatin1(label);
-    return action;
-}
-
-} // namespace
+#include <functional>
 
 /// The device page, a mapping per program, and programs that get the focus when the test says so.
-class tst_ProgramsOnPage : public QObject
+class tst_ProgramsOnPage : public QObject, private PageInWindow
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { begin(); }
+    void cleanup() { end(); }
 
     void itIsOffUntilItIsUsed();
     void theMenuGivesAndTakes();
@@ -72,42 +60,14 @@ private:
     qint32 inUse(int control = 3) const { return m_rig->mappings.action(control, Layer::Normal).key1; }
     /// Its control 3 presses G; the mapping of all others, whose control 3 presses A, is in use again then.
     void giveGimpItsOwn();
-    ComboMenu *menu(int control) const
-    {
-        for (ComboMenu *menu : m_page->findChildren<ComboMenu *>()) {
-            if (menu->accessibleName().endsWith(QString::number(control))) {
-                return menu;
-            }
-        }
-        return nullptr;
-    }
-
-    std::unique_ptr<PageRig> m_rig;
-    std::unique_ptr<QWidget> m_window;
-    std::unique_ptr<SerialProtocol> m_serial;
-    DeviceZR *m_page = nullptr;
+    /// Gimp gets the focus while the dialog that @p open opens is open, and has its mapping when that is
+    /// closed.
+    void theChangeWaitsForTheDialogOf(const std::function<void()> &open);
 };
-
-void tst_ProgramsOnPage::init()
-{
-    m_rig = std::make_unique<PageRig>();
-    m_serial = PageRig::makeSerial();
-    m_window = std::make_unique<QWidget>();
-    m_window->resize(900, 650);
-}
-
-void tst_ProgramsOnPage::cleanup()
-{
-    m_window.reset();
-    m_serial.reset();
-    m_rig.reset();
-}
 
 void tst_ProgramsOnPage::show()
 {
-    m_page = m_rig->makePage(m_window.get(), m_serial.get(), nullptr);
-    m_page->resize(900, 650);
-    m_window->show();
+    makePage();
     m_rig->mappings.assign(3, Layer::Normal, key(65, "A"));
 }
 
@@ -319,11 +279,8 @@ void tst_ProgramsOnPage::exportingHasTheChangeWait()
     QCOMPARE(inUse(), 71);
 }
 
-void tst_ProgramsOnPage::importingHasTheChangeWait()
+void tst_ProgramsOnPage::theChangeWaitsForTheDialogOf(const std::function<void()> &open)
 {
-    show();
-    giveGimpItsOwn();
-    auto *selector = m_page->findChild<ComboMapping *>();
     bool asked = false;
     QTimer::singleShot(0, this, [&] {
         QWidget *dialog = QApplication::activeModalWidget();
@@ -333,27 +290,23 @@ void tst_ProgramsOnPage::importingHasTheChangeWait()
         asked = true;
         dialog->close();
     });
-    selector->actions().at(1)->trigger();
+    open();
     QVERIFY(asked);
     QTRY_COMPARE(inUse(), 71);
+}
+
+void tst_ProgramsOnPage::importingHasTheChangeWait()
+{
+    show();
+    giveGimpItsOwn();
+    theChangeWaitsForTheDialogOf([this] { m_page->findChild<ComboMapping *>()->actions().at(1)->trigger(); });
 }
 
 void tst_ProgramsOnPage::printingHasTheChangeWait()
 {
     show();
     giveGimpItsOwn();
-    bool asked = false;
-    QTimer::singleShot(0, this, [&] {
-        QWidget *dialog = QApplication::activeModalWidget();
-        QVERIFY(dialog);
-        m_rig->focus.focus(QStringLiteral("Gimp"));
-        QCOMPARE(inUse(), 65);
-        asked = true;
-        dialog->close();
-    });
-    m_page->printCurrentView();
-    QVERIFY(asked);
-    QTRY_COMPARE(inUse(), 71);
+    theChangeWaitsForTheDialogOf([this] { m_page->printCurrentView(); });
 }
 
 void tst_ProgramsOnPage::whatCannotBeKeptIsSaid()

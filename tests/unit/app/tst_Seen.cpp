@@ -2,7 +2,7 @@
 #include "app/frame/AppFonts.h"
 #include "app/frame/ZRDialog.h"
 #include "tests/support/main/Main.h"
-#include "tests/support/page/PageRig.h"
+#include "tests/unit/app/PageInWindow.h"
 #include "tests/unit/ui_menus/PopUp.h"
 #include "ui/ComboMapping.h"
 #include "ui/MidiMenu.h"
@@ -90,13 +90,13 @@ int changedBy(const QImage &before, const QImage &after)
 } // namespace
 
 /// What is seen of texts, frames and the focus, by the pixels.
-class tst_Seen : public QObject
+class tst_Seen : public QObject, private PageInWindow
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
-    void cleanup();
+    void cleanup() { end(); }
 
     void theFocusOnThePage();
     void theFocusInTheDialogs();
@@ -111,32 +111,15 @@ private Q_SLOTS:
 
 private:
     void everyControlShowsTheFocus(QWidget &window);
-
-    std::unique_ptr<PageRig> m_rig;
-    std::unique_ptr<SerialProtocol> m_serial;
-    std::unique_ptr<QWidget> m_window;
-    DeviceZR *m_page = nullptr;
 };
 
 void tst_Seen::init()
 {
-    m_rig = std::make_unique<PageRig>();
-    m_serial = PageRig::makeSerial();
-    m_window = std::make_unique<QWidget>();
+    begin();
     m_window->setAttribute(Qt::WA_StyledBackground);
     m_window->setStyleSheet(QStringLiteral("QWidget { background-color: #5342d9; }"));
-    m_window->resize(900, 650);
-    m_page = m_rig->makePage(m_window.get(), m_serial.get(), nullptr);
-    m_page->resize(900, 650);
-    m_window->show();
+    makePage();
     QApplication::setActiveWindow(m_window.get());
-}
-
-void tst_Seen::cleanup()
-{
-    m_window.reset();
-    m_serial.reset();
-    m_rig.reset();
 }
 
 void tst_Seen::everyControlShowsTheFocus(QWidget &window)

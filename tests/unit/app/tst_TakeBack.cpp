@@ -3,7 +3,7 @@
 #include "mapping/XmlMappingReader.h"
 #include "tests/support/log/LogCapture.h"
 #include "tests/support/main/Main.h"
-#include "tests/support/page/PageRig.h"
+#include "tests/unit/app/PageInWindow.h"
 #include "tests/unit/ui_menus/PopUp.h"
 #include "ui/ComboMenu.h"
 #include "ui/MapNotices.h"
@@ -18,13 +18,13 @@
 #include <QtTest>
 
 /// The way back on the page, and what is said of it.
-class tst_TakeBack : public QObject
+class tst_TakeBack : public QObject, private PageInWindow
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
-    void cleanup();
+    void cleanup() { end(); }
 
     void theKeysTakeBackAndDoAgain();
     void theKeysDoNothingOnAnotherPage();
@@ -48,15 +48,6 @@ private Q_SLOTS:
     void theLinksAreReachedByTabAndHaveNames();
 
 private:
-    ComboMenu *menu(int control) const
-    {
-        for (ComboMenu *each : m_page->findChildren<ComboMenu *>()) {
-            if (each->id() == control) {
-                return each;
-            }
-        }
-        return nullptr;
-    }
     void press(bool again = false) const
     {
         QTest::keyClick(m_page->window(), Qt::Key_Z,
@@ -82,31 +73,15 @@ private:
         "<ZR><MAPPING software=\"Mix\"><BUTTON id=\"3\"><NORMAL label=\"a\"><KEY1 "
         "type=\"int\">65</KEY1></NORMAL>"
         "</BUTTON></MAPPING> <MAPPING software=\"Work\"/><MAPPING software=\"Work\"/></ZR>\n";
-    std::unique_ptr<PageRig> m_rig;
-    std::unique_ptr<SerialProtocol> m_serial;
-    std::unique_ptr<QWidget> m_window;
-    DeviceZR *m_page = nullptr;
 };
 
 void tst_TakeBack::init()
 {
-    m_rig = std::make_unique<PageRig>();
+    begin();
     m_rig->writeFile(QStringLiteral("custom.xml"), m_custom);
-    m_serial = PageRig::makeSerial();
-    m_window = std::make_unique<QWidget>();
-    m_window->resize(900, 650);
-    m_page = m_rig->makePage(m_window.get(), m_serial.get(), nullptr);
-    m_page->resize(900, 650);
-    m_window->show();
+    makePage();
     QApplication::setActiveWindow(m_window.get());
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-}
-
-void tst_TakeBack::cleanup()
-{
-    m_window.reset();
-    m_serial.reset();
-    m_rig.reset();
 }
 
 void tst_TakeBack::theKeysTakeBackAndDoAgain()

@@ -55,28 +55,6 @@ std::unique_ptr<ZRButtonMap> sampleMap(const QString &name)
     return map;
 }
 
-shortCut key(qint32 code)
-{
-    shortCut action;
-    action.key1 = code;
-    action.key2 = -1;
-    action.key3 = -1;
-    action.label = QString::number(code);
-    return action;
-}
-
-QByteArray mapping(const char *name, int code, const char *attributes)
-{
-    return QByteArray("<MAPPING software=\"") + name + "\" " + attributes +
-           "><BUTTON id=\"3\"><NORMAL label=\"key\"><KEY1 type=\"int\">" + QByteArray::number(code) +
-           "</KEY1></NORMAL></BUTTON></MAPPING>";
-}
-
-QByteArray document(const QByteArray &mappings)
-{
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?><ZR>" + mappings + "</ZR>";
-}
-
 shortCut asReadBack(const shortCut &entry)
 {
     shortCut read = entry;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mapping/ZRButtonMap.h"
+#include "tests/support/mapping/MappingSamples.h"
 
 #include <QByteArray>
 #include <QString>
@@ -13,13 +14,6 @@ QByteArray emptyDocument();
 
 /// A map with every kind of entry: shortcuts, all special actions, both MIDI actions, texts that need care.
 std::unique_ptr<ZRButtonMap> sampleMap(const QString &name);
-
-/// One key, labelled with its code.
-shortCut key(qint32 code);
-
-/// What a file holds of a mapping whose control 3 presses a key, and the file around such.
-QByteArray mapping(const char *name, int code, const char *attributes = "");
-QByteArray document(const QByteArray &mappings);
 
 /// What reading back an entry written by the writer gives.
 shortCut asReadBack(const shortCut &entry);

@@ -1,53 +1,27 @@
-#include "MappingFixtures.h"
-#include "mapping/FileHistory.h"
-#include "mapping/ProgramMappings.h"
-#include "mapping/ProgramsFile.h"
-#include "mapping/SpecialAction.h"
+#include "ProgramsInFolder.h"
 #include "tests/support/log/LogCapture.h"
 #include "tests/support/main/Main.h"
 
 #include <QDir>
 #include <QFile>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
-namespace
-{
-
-const QString gimp = QStringLiteral("gimp");
-const QString gimpTitle = QStringLiteral("Gimp");
-const QString browser = QStringLiteral("firefox");
-const QString browserTitle = QStringLiteral("Firefox");
-
-shortCut knobMidi()
-{
-    shortCut action = key(MIDI_KNOB_ACTION);
-    action.channel = 3;
-    action.knobcc = 20;
-    action.m01h = true;
-    return action;
-}
-
-} // namespace
-
 /// The mappings of programs beside the general one: nothing of any is lost, whatever the order of things.
-class tst_ProgramMappings : public QObject
+class tst_ProgramMappings : public QObject, private ProgramsInFolder
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { QVERIFY(begin()); }
+    void cleanup() { end(); }
 
     void withoutAnyNothingIsWritten();
     void aProgramBeginsWithACopyOfWhatIsInUse();
     void eachKeepsItsOwnChanges();
     void unkeptChangesOfTheGeneralOneSurvive();
-    void aChangeIsOnTheDiskAtOnce();
     void theKnobsFieldsComeBack();
     void aMappingThatIsSetBelongsToTheProgram();
-    void theFilesOfTheOthersStayAsTheyAre();
     void keepingWritesWhatIsInUse();
     void stepsBelongToTheirMapping();
     void whatIsKeptWithAStepIsKeptWhereItBelongs();
@@ -56,68 +30,8 @@ private Q_SLOTS:
     void whatWasSwitchedOffComesBack();
     void oneExchangeIsToldOnce();
     void theLogIsNoTraceOfWhatTheUserWorksIn();
-    void aChangeThatIsNotWrittenIsSaidAndTriedAgain();
-    void theNextChangeWritesWhatAnotherCouldNot();
     void whoeverShowsThemIsToldOfEachChange();
-    void aFileThatIsNoneIsSetAside_data();
-    void aFileThatIsNoneIsSetAside();
-    void aFileThatCannotBeReadIsNotReplaced();
-    void namesOfEveryKindComeBack();
-    void whatTheFileHeldGoesToItsHistory();
-    void anEarlierVersionOfAllActsAtOnce();
-    void anEarlierVersionMayHaveNoneForTheProgramInUse();
-    void anEarlierVersionThatDoesNotComeBackChangesNothing();
-    void theMappingsOfAnotherComputerComeAlong();
-    void whatIsHereStaysWhenOthersCome();
-
-private:
-    /// What another computer has: for Gimp, for the browser and for an editor, whose mapping is switched off.
-    QString ofAnotherComputer() const
-    {
-        const QString file = m_directory->filePath(QStringLiteral("from there.xml"));
-        const auto entry = [](const QString &program, const QString &title, bool acts,
-                              const shortCut &action) {
-            ProgramsFile::Entry made{program, title, acts, QString(), {}};
-            made.actions[3][Layer::Normal] = action;
-            return made;
-        };
-        ProgramsFile::write(
-            file, {entry(gimp, gimpTitle, true, knobMidi()), entry(browser, browserTitle, true, key(20)),
-                   entry(QStringLiteral("editor"), QStringLiteral("Editor"), false, key(30))});
-        return file;
-    }
-
-    QString path() const { return m_session->files().programs(); }
-    void assign(qint32 code, int control = 3) { m_session->assign(control, Layer::Normal, key(code)); }
-    qint32 inUse(int control = 3) const { return m_session->action(control, Layer::Normal).key1; }
-    FileResult restart()
-    {
-        m_programs.reset();
-        m_session = std::make_unique<MappingSession>(m_directory->path());
-        m_programs = std::make_unique<ProgramMappings>(*m_session);
-        m_session->load([] {}, [] { return ActionTable(); });
-        return m_programs->load();
-    }
-
-    std::unique_ptr<QTemporaryDir> m_directory;
-    std::unique_ptr<MappingSession> m_session;
-    std::unique_ptr<ProgramMappings> m_programs;
 };
-
-void tst_ProgramMappings::init()
-{
-    m_directory = std::make_unique<QTemporaryDir>();
-    restart();
-    assign(1);
-    QVERIFY(m_session->keep());
-}
-
-void tst_ProgramMappings::cleanup()
-{
-    m_programs.reset();
-    m_session.reset();
-    m_directory.reset();
-}
 
 void tst_ProgramMappings::withoutAnyNothingIsWritten()
 {
@@ -189,20 +103,6 @@ void tst_ProgramMappings::unkeptChangesOfTheGeneralOneSurvive()
     QCOMPARE(inUse(), 1);
 }
 
-void tst_ProgramMappings::aChangeIsOnTheDiskAtOnce()
-{
-    QVERIFY(m_programs->give(gimp, gimpTitle));
-    QSignalSpy kept(m_programs.get(), &ProgramMappings::kept);
-    m_session->assign(4, {{Layer::Normal, key(7)}, {Layer::Shift1, key(8)}, {Layer::Shift2, key(9)}});
-    QCOMPARE(kept.count(), 1);
-    QVERIFY(m_session->isKept());
-    const ProgramsFile::Content content = ProgramsFile::read(path());
-    QCOMPARE(content.entries.size(), std::size_t(1));
-    QCOMPARE(content.entries[0].actions[4][Layer::Shift2].key1, 9);
-    QVERIFY(m_session->takeBack());
-    QCOMPARE(ProgramsFile::read(path()).entries[0].actions[4][Layer::Shift2].key1, 0);
-}
-
 void tst_ProgramMappings::theKnobsFieldsComeBack()
 {
     QVERIFY(m_programs->give(gimp, gimpTitle));
@@ -230,25 +130,6 @@ void tst_ProgramMappings::aMappingThatIsSetBelongsToTheProgram()
     m_programs->use(gimp);
     QCOMPARE(m_session->name(), QStringLiteral("My Mix"));
     QCOMPARE(m_session->action(0, Layer::Normal).key1, mix->actions[0][Layer::Normal].key1);
-}
-
-void tst_ProgramMappings::theFilesOfTheOthersStayAsTheyAre()
-{
-    const QByteArray workingCopy = contentOf(m_session->files().workingCopy());
-    QVERIFY(m_programs->give(gimp, gimpTitle));
-    assign(10);
-    QVERIFY(m_session->keep());
-    QCOMPARE(contentOf(m_session->files().workingCopy()), workingCopy);
-    QVERIFY(!QFile::exists(m_session->files().custom()));
-
-    QVERIFY(m_session->saveAs(QStringLiteral("From Gimp")));
-    QCOMPARE(m_session->custom().size(), 1);
-    QCOMPARE(m_session->custom().first()->actions[3][Layer::Normal].key1, 10);
-    const QByteArray programs = contentOf(path());
-    QVERIFY(m_session->remove(QStringLiteral("From Gimp")));
-    QCOMPARE(inUse(), 10);
-    QCOMPARE(contentOf(path()), programs);
-    QCOMPARE(contentOf(m_session->files().workingCopy()), workingCopy);
 }
 
 void tst_ProgramMappings::keepingWritesWhatIsInUse()
@@ -374,51 +255,6 @@ void tst_ProgramMappings::theLogIsNoTraceOfWhatTheUserWorksIn()
     QCOMPARE(log.takeLines(), QStringList());
 }
 
-void tst_ProgramMappings::aChangeThatIsNotWrittenIsSaidAndTriedAgain()
-{
-    const LogCapture log;
-    QVERIFY(m_programs->give(gimp, gimpTitle));
-    QVERIFY(QFile::remove(path()));
-    QVERIFY(QDir().mkdir(path()));
-    QStringList reasons;
-    connect(m_programs.get(), &ProgramMappings::kept, this,
-            [&reasons](const FileResult &result) { reasons << result.reason(); });
-    assign(10);
-    QCOMPARE(reasons, QStringList{QStringLiteral("not a regular file")});
-    QVERIFY(!m_session->isKept());
-    m_programs->use(QString());
-    m_programs->use(gimp);
-    QCOMPARE(inUse(), 10);
-    QVERIFY(!m_session->isKept());
-    QVERIFY(QDir().rmdir(path()));
-    QVERIFY(m_session->keep());
-    QVERIFY(m_session->isKept());
-    QVERIFY(restart());
-    m_programs->use(gimp);
-    QCOMPARE(inUse(), 10);
-    QCOMPARE(log.warnings().size(), 1);
-}
-
-void tst_ProgramMappings::theNextChangeWritesWhatAnotherCouldNot()
-{
-    const LogCapture log;
-    QVERIFY(m_programs->give(browser, browserTitle));
-    QVERIFY(m_programs->give(gimp, gimpTitle));
-    QVERIFY(QFile::remove(path()));
-    QVERIFY(QDir().mkdir(path()));
-    assign(10);
-    QVERIFY(!m_session->isKept());
-    m_programs->use(browser);
-    QVERIFY(QDir().rmdir(path()));
-    assign(20);
-    QVERIFY(m_session->isKept());
-    m_programs->use(gimp);
-    QVERIFY(m_session->isKept());
-    QVERIFY(restart());
-    m_programs->use(gimp);
-    QCOMPARE(inUse(), 10);
-}
-
 void tst_ProgramMappings::whoeverShowsThemIsToldOfEachChange()
 {
     ProgramMappings none(*m_session);
@@ -445,192 +281,6 @@ void tst_ProgramMappings::whoeverShowsThemIsToldOfEachChange()
     QCOMPARE(changed.count(), 3);
     QVERIFY(m_programs->take(gimp)); // it has none
     QCOMPARE(changed.count(), 3);
-}
-
-void tst_ProgramMappings::aFileThatIsNoneIsSetAside_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<int>("usable");
-    const QByteArray whole = "<MAPPING program=\"gimp\" software=\"\"><BUTTON id=\"3\"><NORMAL label=\"\">"
-                             "<KEY1 type=\"int\">10</KEY1></NORMAL></BUTTON></MAPPING>";
-    QTest::newRow("empty") << QByteArray() << 0;
-    QTest::newRow("cut off") << "<ZR>" + whole + "<MAPPING" << 0;
-    QTest::newRow("no mapping file") << QByteArray("<html/>") << 0;
-    QTest::newRow("a mapping of nobody") << "<ZR>" + whole + "<MAPPING/></ZR>" << 1;
-    QTest::newRow("two of one program") << "<ZR>" + whole + whole + "</ZR>" << 1;
-}
-
-void tst_ProgramMappings::aFileThatIsNoneIsSetAside()
-{
-    QFETCH(QByteArray, content);
-    QFETCH(int, usable);
-    LogCapture log;
-    writeFile(path(), content);
-    const FileResult result = restart();
-    QVERIFY(!result);
-    QCOMPARE(result.reason(), QStringLiteral("it is no mapping file; a copy of it lies beside it"));
-    QVERIFY(log.take(QtWarningMsg, QStringLiteral("was not read as a whole")));
-    QCOMPARE(contentOf(path() + QStringLiteral(".broken")), content);
-    QCOMPARE(m_programs->areUsed(), usable == 1);
-    m_programs->use(gimp);
-    QCOMPARE(inUse(), usable == 1 ? 10 : 1);
-    QVERIFY(m_programs->give(browser, browserTitle));
-    QVERIFY(restart());
-    QVERIFY(m_programs->has(browser));
-    QCOMPARE(m_programs->has(gimp), usable == 1);
-}
-
-void tst_ProgramMappings::aFileThatCannotBeReadIsNotReplaced()
-{
-    LogCapture log;
-    QVERIFY(QDir().mkdir(path()));
-    QVERIFY(!restart());
-    QVERIFY(log.take(QtWarningMsg, QStringLiteral("not a regular file")));
-    const FileResult result = m_programs->give(gimp, gimpTitle);
-    QCOMPARE(result.reason(), QStringLiteral("not a regular file"));
-    assign(10);
-    QCOMPARE(m_programs->inUse(), gimp); // it acts all the same
-    QVERIFY(!m_session->isKept());
-    m_programs->use(browser);
-    m_programs->use(gimp);
-    QCOMPARE(inUse(), 10);
-}
-
-void tst_ProgramMappings::namesOfEveryKindComeBack()
-{
-    const QString odd = QStringLiteral("a\"<&>' b");
-    QVERIFY(m_programs->give(odd, odd));
-    assign(10);
-    QVERIFY(restart());
-    m_programs->use(odd);
-    QCOMPARE(inUse(), 10);
-    QCOMPARE(m_programs->titleInUse(), odd);
-}
-
-void tst_ProgramMappings::whatTheFileHeldGoesToItsHistory()
-{
-    QVERIFY(m_programs->give(gimp, gimpTitle));
-    assign(10);
-    const QByteArray before = contentOf(path());
-    QVERIFY(QDir(m_directory->filePath(QStringLiteral("history")))
-                .removeRecursively());                 // longer ago than a minute
-    m_session->use(*sampleMap(QStringLiteral("Mix"))); // by mistake
-    assign(11);
-    const auto versions = FileHistory::versions(path());
-    QCOMPARE(versions.size(), 1); // one a minute, whatever is done in it
-    QCOMPARE(contentOf(versions.constFirst().path), before);
-    QVERIFY(m_session->restore(versions.constFirst().path));
-    QCOMPARE(contentOf(path()), before);
-    QCOMPARE(inUse(), 10);
-}
-
-void tst_ProgramMappings::anEarlierVersionOfAllActsAtOnce()
-{
-    QVERIFY(m_programs->give(gimp, gimpTitle));
-    assign(10);
-    const QString version = m_directory->filePath(QStringLiteral("programs-20260101T000000000Z.xml"));
-    QVERIFY(QFile::copy(path(), version));
-    assign(11);
-    QVERIFY(m_programs->give(browser, browserTitle));
-    assign(20);
-    m_programs->use(gimp);
-    QSignalSpy replaced(m_session.get(), &MappingSession::replaced);
-    QSignalSpy arrived(m_programs.get(), &ProgramMappings::arrived);
-    QVERIFY(m_session->restore(version));
-    QCOMPARE(replaced.count(), 1);
-    QCOMPARE(arrived.count(), 1);
-    QCOMPARE(m_programs->inUse(), gimp);
-    QCOMPARE(inUse(), 10);
-    QVERIFY(m_session->isKept());
-    QVERIFY(!m_session->canTakeBack()); // what was done was done to what is gone
-    QVERIFY(!m_programs->has(browser));
-    // What is done now is written, and the general one waits as it was.
-    assign(12);
-    QCOMPARE(ProgramsFile::read(path()).entries.at(0).actions[3][Layer::Normal].key1, 12);
-    m_programs->use(QString());
-    QCOMPARE(inUse(), 1);
-    QVERIFY(m_session->canTakeBack());
-    QVERIFY(m_session->isGeneral());
-    // The program that has one again is told of too.
-    QVERIFY(m_programs->take(gimp));
-    QVERIFY(m_session->restore(version));
-    QCOMPARE(arrived.count(), 2);
-    QVERIFY(m_programs->has(gimp));
-    QVERIFY(m_session->isGeneral());
-}
-
-void tst_ProgramMappings::anEarlierVersionMayHaveNoneForTheProgramInUse()
-{
-    QVERIFY(m_programs->give(browser, browserTitle));
-    const QString version = m_directory->filePath(QStringLiteral("programs-20260101T000000000Z.xml"));
-    QVERIFY(QFile::copy(path(), version));
-    QVERIFY(m_programs->give(gimp, gimpTitle));
-    assign(10);
-    QVERIFY(m_session->restore(version));
-    QCOMPARE(m_programs->inUse(), QString());
-    QVERIFY(m_session->isGeneral());
-    QCOMPARE(inUse(), 1);
-    m_programs->use(gimp);
-    QCOMPARE(inUse(), 1);
-}
-
-void tst_ProgramMappings::anEarlierVersionThatDoesNotComeBackChangesNothing()
-{
-    const LogCapture log;
-    QVERIFY(m_programs->give(gimp, gimpTitle));
-    const QString version = m_directory->filePath(QStringLiteral("programs-20260101T000000000Z.xml"));
-    QVERIFY(QFile::copy(path(), version));
-    assign(10);
-    QVERIFY(QFile::remove(path()));
-    QVERIFY(QDir().mkdir(path()));
-    QVERIFY(!m_session->restore(version));
-    QCOMPARE(m_programs->inUse(), gimp);
-    QCOMPARE(inUse(), 10);
-}
-
-void tst_ProgramMappings::theMappingsOfAnotherComputerComeAlong()
-{
-    QSignalSpy arrived(m_programs.get(), &ProgramMappings::arrived);
-    const auto outcome = m_session->importFile(ofAnotherComputer());
-    QCOMPARE(outcome.sentence, QStringLiteral("Imported, each for one program: Gimp, Firefox, Editor"));
-    QCOMPARE(outcome.names.size(), 3);
-    QVERIFY(outcome.forPrograms);
-    QCOMPARE(arrived.count(), 1);
-    QVERIFY(m_session->custom().isEmpty());
-    QVERIFY(!QFile::exists(m_session->files().custom()));
-    for (int time = 0; time < 2; ++time) {
-        m_programs->use(gimp);
-        QVERIFY(m_session->action(3, Layer::Normal) == knobMidi());
-        QCOMPARE(m_programs->titleInUse(), gimpTitle);
-        m_programs->use(browser);
-        QCOMPARE(inUse(), 20);
-        QVERIFY(!m_programs->has(QStringLiteral("editor")));
-        QVERIFY(restart()); // and from the file
-    }
-    QVERIFY(m_programs->give(QStringLiteral("editor"), QStringLiteral("Editor")));
-    QCOMPARE(inUse(), 30);
-}
-
-void tst_ProgramMappings::whatIsHereStaysWhenOthersCome()
-{
-    QVERIFY(m_programs->give(gimp, gimpTitle));
-    assign(10);
-    assign(11);
-    auto outcome = m_session->importFile(ofAnotherComputer());
-    QCOMPARE(outcome.sentence,
-             QStringLiteral("Imported, each for one program: Firefox, Editor. These keep the mappings "
-                            "that they have here: Gimp"));
-    QCOMPARE(inUse(), 11);
-    QVERIFY(m_session->takeBack());
-    QCOMPARE(inUse(), 10);
-    const QByteArray before = contentOf(path());
-    outcome = m_session->importFile(ofAnotherComputer());
-    QVERIFY(outcome.names.isEmpty());
-    QCOMPARE(outcome.sentence,
-             QString::fromUtf8(
-                 "\u201cfrom there.xml\u201d was not imported: these programs have mappings of their own "
-                 "here: Gimp, Firefox, Editor."));
-    QCOMPARE(contentOf(path()), before);
 }
 
 QTEST_GUILESS_MAIN(tst_ProgramMappings)

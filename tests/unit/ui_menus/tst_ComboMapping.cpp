@@ -1,127 +1,41 @@
 #include "mapping/XmlMappingReader.h"
 #include "tests/support/log/LogCapture.h"
 #include "tests/support/main/Main.h"
-#include "tests/unit/ui_menus/PopUp.h"
-#include "ui/ComboMapping.h"
+#include "tests/unit/ui_menus/SelectorOnPage.h"
 #include "ui/SaveDialog.h"
 
 #include <QGraphicsEffect>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPointer>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <memory>
-
-namespace
-{
-
-const QString setText = QStringLiteral("Set");
-const QString deleteText = QStringLiteral("Delete");
-const QString examples = QStringLiteral("Examples");
-const QString custom = QStringLiteral("Custom");
-
-QList<ZRButtonMap *> maps(const QStringList &names)
-{
-    QList<ZRButtonMap *> list;
-    for (const QString &name : names) {
-        list.append(new ZRButtonMap(name));
-    }
-    return list;
-}
-
-} // namespace
-
-class tst_ComboMapping : public QObject
+/// The selector as it looks and opens, what a choice in it says, and what its entries are called.
+class tst_ComboMapping : public QObject, private SelectorOnPage
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { begin(); }
+    void cleanup() { end(); }
 
     void theBarLooksAsItShould();
     void theMenuHasItsEntriesInOrder();
-    void aLibraryFillsExamplesAndLeavesCustomAlone();
-    void customMappingsCanBeDeletedToo();
     void entriesCarryIndexAndType();
-    void aNewListReplacesTheEntriesCompletely();
     void setEmitsTheMappingOfItsPlace();
     void deleteEmitsTheNameOfItsMapping();
     void namesAndTranslationsDecideNothing();
     void namesAreShownAsTheyAre();
     void saveOpensTheDialogAndItsNameIsPassedOn();
-    void aListThatArrivesWhileTheMenuIsOpenWaits();
-    void ofTwoListsThatArriveWhileTheMenuIsOpenTheLastCounts();
-    void aListMayArriveInsideASlotOfNewMap();
-    void aListMayArriveInsideASlotOfDeleteMap();
-    void theListsAreOwned();
-    void listsThatHaveAnOwnerStayTheirs();
-    void aMapInTheOpenMenuOutlivesItsList();
     void theSelectorMayGoWhileItsMenuIsOpen();
     void theBarIsDimmedWhileItsMenuIsOpen();
     void theKeyboardAndTheMouseOpenTheMenu();
     void theLogSaysWhatArrivedAndWhatWasChosen();
-    void aThousandMappingsKeepTheirOrder();
-    void aListIsBuiltWhenItIsOpenedAndOnce();
-    void anEmptyListSaysSo();
     void aCheckMarkStandsAtTheMappingInUse();
     void typingGoesToTheEntryThatBeginsSo();
-    void theDefaultIsSelectedIfThereIsOne();
     void aMappingWithoutANameIsDeletedAsSuch();
-
-private:
-    QMenu *menu() { return m_selector->findChild<QMenu *>(); }
-    QMenu *openMenu(const std::function<void(QMenu &)> &look);
-    QStringList entriesOf(const QString &submenu);
-
-    std::unique_ptr<QWidget> m_page;
-    ComboMapping *m_selector = nullptr;
 };
-
-void tst_ComboMapping::init()
-{
-    m_page = std::make_unique<QWidget>();
-    m_page->resize(900, 650);
-    m_selector = new ComboMapping(m_page.get());
-    m_page->show();
-}
-
-void tst_ComboMapping::cleanup()
-{
-    m_page.reset();
-}
-
-// The menu has no parent: it is only to be had while it is open.
-QMenu *tst_ComboMapping::openMenu(const std::function<void(QMenu &)> &look)
-{
-    PopUp::whenOpen([look] { look(*PopUp::active()); });
-    m_selector->dislayMenu();
-    return nullptr;
-}
-
-// Each mapping as "name: entries".
-QStringList tst_ComboMapping::entriesOf(const QString &submenu)
-{
-    QStringList list;
-    openMenu([&](QMenu &top) {
-        const QList<QAction *> actions = PopUp::submenu(top, submenu)->actions();
-        for (QAction *action : actions) {
-            if (action->menu()) {
-                Q_EMIT action->menu()->aboutToShow();
-            }
-            if (action->isSeparator() || action->menu() == nullptr) {
-                list.append(action->isSeparator() ? QStringLiteral("-") : action->text());
-                continue;
-            }
-            list.append(action->text() + QLatin1String(": ") +
-                        PopUp::texts(*action->menu()).join(QLatin1Char(' ')));
-        }
-    });
-    return list;
-}
 
 void tst_ComboMapping::theBarLooksAsItShould()
 {
@@ -158,25 +72,6 @@ void tst_ComboMapping::theMenuHasItsEntriesInOrder()
                                    QStringLiteral("Save"), QStringLiteral("-")}));
 }
 
-void tst_ComboMapping::aLibraryFillsExamplesAndLeavesCustomAlone()
-{
-    m_selector->newMapListReady(maps({QStringLiteral("mine")}), true, 0);
-    m_selector->newMapListReady(maps({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}), false,
-                                1);
-    QCOMPARE(entriesOf(examples),
-             (QStringList{QStringLiteral("a: Set"), QStringLiteral("-"), QStringLiteral("b: Set"),
-                          QStringLiteral("-"), QStringLiteral("c: Set"), QStringLiteral("-")}));
-    QCOMPARE(entriesOf(custom), (QStringList{QStringLiteral("mine: Set - Delete"), QStringLiteral("-")}));
-}
-
-void tst_ComboMapping::customMappingsCanBeDeletedToo()
-{
-    m_selector->newMapListReady(maps({QStringLiteral("a"), QStringLiteral("b")}), true, 0);
-    QCOMPARE(entriesOf(custom), (QStringList{QStringLiteral("a: Set - Delete"), QStringLiteral("-"),
-                                             QStringLiteral("b: Set - Delete"), QStringLiteral("-")}));
-    QCOMPARE(entriesOf(examples), QStringList());
-}
-
 void tst_ComboMapping::entriesCarryIndexAndType()
 {
     m_selector->newMapListReady(maps({QStringLiteral("a"), QStringLiteral("b")}), false, 0);
@@ -197,15 +92,6 @@ void tst_ComboMapping::entriesCarryIndexAndType()
             }
         }
     });
-}
-
-void tst_ComboMapping::aNewListReplacesTheEntriesCompletely()
-{
-    m_selector->newMapListReady(maps({QStringLiteral("a"), QStringLiteral("b")}), true, 0);
-    m_selector->newMapListReady(maps({QStringLiteral("c")}), true, 0);
-    QCOMPARE(entriesOf(custom), (QStringList{QStringLiteral("c: Set - Delete"), QStringLiteral("-")}));
-    m_selector->newMapListReady({}, true, 0);
-    QCOMPARE(entriesOf(custom), QStringList{QStringLiteral("none yet")});
 }
 
 void tst_ComboMapping::setEmitsTheMappingOfItsPlace()
@@ -302,122 +188,6 @@ void tst_ComboMapping::saveOpensTheDialogAndItsNameIsPassedOn()
     QCOMPARE(saved.at(0).at(0).toString(), QStringLiteral("mine"));
 }
 
-void tst_ComboMapping::aListThatArrivesWhileTheMenuIsOpenWaits()
-{
-    const QPointer<ZRButtonMap> seen = maps({QStringLiteral("seen")}).first();
-    m_selector->newMapListReady({seen}, true, 0);
-    QStringList deleted;
-    connect(m_selector, &ComboMapping::deleteMap, this, [&](const QString &name) { deleted.append(name); });
-    PopUp::whenOpen([&] {
-        m_selector->newMapListReady(maps({QStringLiteral("new")}), true, 0);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        PopUp::choose({custom, QStringLiteral("seen"), deleteText});
-    });
-    m_selector->dislayMenu();
-    QCOMPARE(deleted, QStringList{QStringLiteral("seen")});
-    QCOMPARE(entriesOf(custom), (QStringList{QStringLiteral("new: Set - Delete"), QStringLiteral("-")}));
-    QTRY_VERIFY(!seen);
-}
-
-void tst_ComboMapping::ofTwoListsThatArriveWhileTheMenuIsOpenTheLastCounts()
-{
-    const QPointer<ZRButtonMap> overtaken = maps({QStringLiteral("overtaken")}).first();
-    PopUp::whenOpen([&] {
-        m_selector->newMapListReady({overtaken}, false, 0);
-        m_selector->newMapListReady(maps({QStringLiteral("last"), QStringLiteral("default")}), false, 1);
-    });
-    m_selector->dislayMenu();
-    QVERIFY(!overtaken);
-    QCOMPARE(entriesOf(examples), (QStringList{QStringLiteral("last: Set"), QStringLiteral("-"),
-                                               QStringLiteral("default: Set"), QStringLiteral("-")}));
-}
-
-void tst_ComboMapping::aListMayArriveInsideASlotOfNewMap()
-{
-    const QPointer<ZRButtonMap> old = maps({QStringLiteral("old")}).first();
-    m_selector->newMapListReady({old}, false, 0);
-    QString nameAfterwards;
-    connect(m_selector, &ComboMapping::newMap, this, [&](ZRButtonMap *map) {
-        const QPointer<ZRButtonMap> inHand(map);
-        m_selector->newMapListReady(maps({QStringLiteral("new")}), false, 0);
-        QVERIFY(inHand);
-        nameAfterwards = map->name;
-    });
-    PopUp::chooseWhenOpen({examples, QStringLiteral("old"), setText});
-    m_selector->dislayMenu();
-    QCOMPARE(nameAfterwards, QStringLiteral("old"));
-    QTRY_VERIFY(!old);
-
-    nameAfterwards.clear();
-    PopUp::chooseWhenOpen({examples, QStringLiteral("new"), setText});
-    m_selector->dislayMenu();
-    QCOMPARE(nameAfterwards, QStringLiteral("new"));
-}
-
-void tst_ComboMapping::aListMayArriveInsideASlotOfDeleteMap()
-{
-    m_selector->newMapListReady(maps({QStringLiteral("a"), QStringLiteral("b")}), true, 0);
-    QString nameAfterwards;
-    connect(m_selector, &ComboMapping::deleteMap, this, [&](const QString &name) {
-        m_selector->newMapListReady(maps({QStringLiteral("b")}), true, 0);
-        nameAfterwards = name;
-    });
-    PopUp::chooseWhenOpen({custom, QStringLiteral("a"), deleteText});
-    m_selector->dislayMenu();
-    QCOMPARE(nameAfterwards, QStringLiteral("a"));
-    QCOMPARE(entriesOf(custom), (QStringList{QStringLiteral("b: Set - Delete"), QStringLiteral("-")}));
-}
-
-void tst_ComboMapping::theListsAreOwned()
-{
-    QList<QPointer<ZRButtonMap>> watched;
-    for (const bool own : {false, true}) {
-        for (int i = 0; i < 2; ++i) { // the second replaces the first
-            const QList<ZRButtonMap *> list = maps({QStringLiteral("a"), QStringLiteral("b")});
-            for (ZRButtonMap *map : list) {
-                watched.append(map);
-            }
-            m_selector->newMapListReady(list, own, 0);
-        }
-    }
-    m_page.reset(); // before the replaced ones had their turn
-    for (const QPointer<ZRButtonMap> &map : qAsConst(watched)) {
-        QVERIFY(!map);
-    }
-}
-
-void tst_ComboMapping::listsThatHaveAnOwnerStayTheirs()
-{
-    QObject owner;
-    const QPointer<ZRButtonMap> map = maps({QStringLiteral("a")}).first();
-    map->setParent(&owner);
-    m_selector->newMapListReady({map}, true, 0);
-    m_selector->newMapListReady({}, true, 0);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(map);
-    QCOMPARE(map->parent(), &owner);
-    m_page.reset();
-    QVERIFY(map);
-}
-
-void tst_ComboMapping::aMapInTheOpenMenuOutlivesItsList()
-{
-    auto owner = std::make_unique<QObject>();
-    const QPointer<ZRButtonMap> map = maps({QStringLiteral("seen")}).first();
-    map->setParent(owner.get());
-    m_selector->newMapListReady({map}, true, 0);
-    QString chosen;
-    connect(m_selector, &ComboMapping::newMap, this, [&](const ZRButtonMap *each) { chosen = each->name; });
-    PopUp::whenOpen([&] {
-        m_selector->newMapListReady({}, true, 0);
-        owner.reset();
-        PopUp::choose({custom, QStringLiteral("seen"), setText});
-    });
-    m_selector->dislayMenu();
-    QCOMPARE(chosen, QStringLiteral("seen"));
-    QTRY_VERIFY(!map);
-}
-
 void tst_ComboMapping::theSelectorMayGoWhileItsMenuIsOpen()
 {
     PopUp::whenOpen([this] { m_page.reset(); });
@@ -476,48 +246,6 @@ void tst_ComboMapping::theLogSaysWhatArrivedAndWhatWasChosen()
                                    QStringLiteral("info: Save Current Template")}));
 }
 
-void tst_ComboMapping::aThousandMappingsKeepTheirOrder()
-{
-    QStringList names;
-    for (int i = 0; i < 1000; ++i) {
-        names.append(QString::number((i * 617) % 1000));
-    }
-    m_selector->newMapListReady(maps(names), false, 0);
-    QStringList shown;
-    openMenu([&](QMenu &top) {
-        const QList<QAction *> actions = PopUp::submenu(top, examples)->actions();
-        for (const QAction *action : actions) {
-            if (!action->isSeparator()) {
-                shown.append(action->text());
-            }
-        }
-    });
-    QCOMPARE(shown, names);
-}
-
-void tst_ComboMapping::aListIsBuiltWhenItIsOpenedAndOnce()
-{
-    QStringList many;
-    for (int i = 0; i < 1001; ++i) {
-        many.append(QString::number(i));
-    }
-    m_selector->newMapListReady(maps(many), false, 0);
-    const QMenu *first = nullptr;
-    openMenu([&](QMenu &top) {
-        QMenu *list = PopUp::entry(top, examples)->menu();
-        QVERIFY(list->isEmpty());
-        PopUp::submenu(top, examples);
-        first = list->actions().first()->menu();
-        QVERIFY(first->isEmpty()); // nor is a mapping's own
-    });
-    openMenu([&](QMenu &top) {
-        QCOMPARE(PopUp::submenu(top, examples)->actions().first()->menu(), first);
-        QCOMPARE(PopUp::entry(top, examples)->menu()->actions().size(), 2 * many.size());
-    });
-    m_selector->newMapListReady(maps(many), false, 0);
-    openMenu([](QMenu &top) { QVERIFY(PopUp::entry(top, examples)->menu()->isEmpty()); });
-}
-
 void tst_ComboMapping::aCheckMarkStandsAtTheMappingInUse()
 {
     QList<ZRButtonMap *> maps{new ZRButtonMap(QStringLiteral("A")), new ZRButtonMap(QStringLiteral("B"))};
@@ -542,16 +270,6 @@ void tst_ComboMapping::aCheckMarkStandsAtTheMappingInUse()
     QCOMPARE(marked(), (QStringList{QStringLiteral("Examples"), QStringLiteral("A")}));
     m_selector->setInUse(nullptr);
     QCOMPARE(marked(), QStringList());
-}
-
-void tst_ComboMapping::anEmptyListSaysSo()
-{
-    QCOMPARE(entriesOf(custom), QStringList{QStringLiteral("none yet")});
-    openMenu([&](QMenu &top) { QVERIFY(!PopUp::submenu(top, custom)->actions().first()->isEnabled()); });
-    m_selector->newMapListReady(maps({QStringLiteral("Mine")}), true, 0);
-    QVERIFY(!entriesOf(custom).contains(QStringLiteral("none yet")));
-    m_selector->newMapListReady({}, true, 0);
-    QCOMPARE(entriesOf(custom), QStringList{QStringLiteral("none yet")});
 }
 
 void tst_ComboMapping::typingGoesToTheEntryThatBeginsSo()
@@ -590,24 +308,6 @@ void tst_ComboMapping::typingGoesToTheEntryThatBeginsSo()
         QTest::keyClick(list, Qt::Key_Right);
         QCOMPARE(PopUp::texts(*PopUp::active()), QStringList{setText});
     });
-}
-
-void tst_ComboMapping::theDefaultIsSelectedIfThereIsOne()
-{
-    QSignalSpy chosen(m_selector, &ComboMapping::newMap);
-    m_selector->selectDefault();
-    const QList<ZRButtonMap *> library = maps({QStringLiteral("a"), QStringLiteral("b")});
-    m_selector->newMapListReady(maps({QStringLiteral("mine")}), true, 0);
-    m_selector->selectDefault();
-    QCOMPARE(chosen.size(), 0);
-    m_selector->newMapListReady(library, false, 1);
-    QCOMPARE(chosen.size(), 0); // not by itself
-    m_selector->selectDefault();
-    QCOMPARE(chosen.size(), 1);
-    QCOMPARE(chosen.at(0).at(0).value<ZRButtonMap *>(), library.at(1));
-    m_selector->newMapListReady(maps({QStringLiteral("a")}), false, 1);
-    m_selector->selectDefault();
-    QCOMPARE(chosen.size(), 1); // outside the list
 }
 
 void tst_ComboMapping::aMappingWithoutANameIsDeletedAsSuch()
