@@ -53,7 +53,7 @@ QString translated(const char *text)
 
 QString inUsersWords(const QString &reason)
 {
-    const QString whole = translated(reason.toUtf8().constData());
+    QString whole = translated(reason.toUtf8().constData());
     if (whole != reason) {
         return whole;
     }

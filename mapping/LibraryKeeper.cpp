@@ -92,9 +92,9 @@ FileResult LibraryKeeper::keep(const QString &library, int mappings)
     if (mappings <= 0 || same(current, MappingFile::read(keptFile(library)))) {
         return FileResult::done();
     }
-    const FileResult result = current.status == MappingFile::Status::Read
-                                  ? MappingFile::replace(keptFile(library), current.bytes)
-                                  : FileResult::failed(current.reason);
+    FileResult result = current.status == MappingFile::Status::Read
+                            ? MappingFile::replace(keptFile(library), current.bytes)
+                            : FileResult::failed(current.reason);
     if (!result) {
         qCWarning(lcMapping).noquote() << "The library" << library << "could not be kept:" << result.reason();
     }

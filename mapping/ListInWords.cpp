@@ -18,7 +18,7 @@ QString joined(const QStringList &all, const QString &separator)
 
 QString shortened(const QString &name)
 {
-    const QString line = name.left(2 * ListInWords::longestName).simplified();
+    QString line = name.left(2 * ListInWords::longestName).simplified();
     if (line.size() <= ListInWords::longestName) {
         return line;
     }

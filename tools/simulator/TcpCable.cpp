@@ -11,7 +11,7 @@ namespace simulator
 namespace
 {
 
-constexpr qint64 mostPendingBytes = 64 * 1024;
+constexpr qint64 mostPendingBytes = qint64{64} * 1024;
 
 } // namespace
 

@@ -43,6 +43,7 @@ void tst_ScreenJump::jump_data()
     QTest::newRow("odd sizes are halved down")
         << QVector<QRect>{wide, QRect(1920, 0, 801, 601)} << QPoint(1900, 1000) << false << QPoint(2320, 300);
     QTest::newRow("beside the screens: the nearest") << two << QPoint(5000, 5) << true << QPoint(960, 5);
+    QTest::newRow("at the edge where two meet") << two << QPoint(1920, 200) << false << QPoint(0, 200);
     QTest::newRow("amid two screens: the first")
         << QVector<QRect>{QRect(0, 0, 100, 100), QRect(199, 0, 100, 100)} << QPoint(149, 5) << false
         << QPoint(249, 5);
