@@ -56,7 +56,7 @@ QString writeWhole(QFile &file, const QByteArray &bytes, const QFileInfo &old)
         !file.flush()) {
         return file.errorString();
     }
-    const QString fault = DiskSync::sync(file.handle());
+    QString fault = DiskSync::sync(file.handle());
     if (!fault.isEmpty()) {
         return fault;
     }
