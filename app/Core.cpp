@@ -16,7 +16,10 @@ Core::Core(Platform &platform, OwedMessages &owedMessages)
     connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, &Core::end);
 }
 
-Core::~Core() = default;
+Core::~Core()
+{
+    m_midi.closePort();
+}
 
 // While the event loop still stands: nothing may be held in the system, nor by a MIDI controller, when the
 // program is gone.

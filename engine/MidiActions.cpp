@@ -19,6 +19,9 @@ constexpr unsigned int controlChange = 0xB0;
 // itself.
 constexpr int mostAlike = 11;
 
+// What was accepted before so many others has left.
+constexpr std::size_t mostInPort = 100;
+
 // Unsigned, so that no channel can overflow.
 unsigned char statusByte(unsigned int kind, int channel)
 {
@@ -28,6 +31,13 @@ unsigned char statusByte(unsigned int kind, int channel)
 bool isController(const OwedMessages::Message &message)
 {
     return (message[0] & 0xF0U) == controlChange;
+}
+
+// Whether both are about the same note or the same controller.
+bool concernTheSame(const OwedMessages::Message &one, const OwedMessages::Message &other)
+{
+    return isController(one) == isController(other) && ((one[0] ^ other[0]) & 0x0FU) == 0 &&
+           one[1] == other[1];
 }
 
 unsigned char lowByte(int value)
@@ -158,13 +168,23 @@ void MidiActions::releaseHeld()
     tellAfterCrash();
 }
 
+void MidiActions::closePort()
+{
+    if (m_port.closePort()) {
+        m_inPort.clear();
+        tellAfterCrash();
+    }
+}
+
 // Whatever is overdue goes first, so that it never ends a note that was begun since.
 bool MidiActions::send(const Message &message, bool ends)
 {
     sendOverdue();
     const bool accepted = m_overdue.empty() && isAccepted(message);
     logSent(message);
-    if (!accepted && ends && m_port.isOpen()) {
+    if (accepted) {
+        noteAccepted(message, ends);
+    } else if (ends && m_port.isOpen()) {
         owe(message);
     }
     return accepted;
@@ -176,11 +196,41 @@ void MidiActions::sendOverdue()
         const bool accepted = isAccepted(message);
         if (accepted) {
             logSent(message);
+            noteAccepted(message, true);
         }
         return !accepted;
     });
     if (refused != m_overdue.begin()) {
         m_overdue.erase(m_overdue.begin(), refused);
+        tellAfterCrash();
+    }
+}
+
+// What begins a note or sets a controller anew makes the end before it void: the new one is owed its own, or
+// is meant to stay.
+void MidiActions::noteAccepted(const Message &message, bool ends)
+{
+    if (!ends) {
+        const auto isVoid = [&](const Message &each) { return concernTheSame(each, message); };
+        const auto kept = std::remove_if(m_inPort.begin(), m_inPort.end(), isVoid);
+        if (kept != m_inPort.end()) {
+            m_inPort.erase(kept, m_inPort.end());
+            tellAfterCrash();
+        }
+    } else if (!m_port.isAllSent()) {
+        if (m_inPort.size() == mostInPort) {
+            m_inPort.erase(m_inPort.begin());
+        }
+        m_inPort.push_back(message);
+        tellAfterCrash();
+        retryLater();
+    }
+}
+
+void MidiActions::forgetWhatLeft()
+{
+    if (!m_inPort.empty() && m_port.isOpen() && m_port.isAllSent()) {
+        m_inPort.clear();
         tellAfterCrash();
     }
 }
@@ -211,7 +261,8 @@ void MidiActions::retryLater()
     m_clock.singleShot(retryInterval, this, [this] {
         m_retries = false;
         sendOverdue();
-        if (!m_overdue.empty()) {
+        forgetWhatLeft();
+        if (!m_overdue.empty() || !m_inPort.empty()) {
             retryLater();
         }
     });
@@ -219,7 +270,8 @@ void MidiActions::retryLater()
 
 void MidiActions::tellAfterCrash()
 {
-    std::vector<Message> all = m_overdue;
+    std::vector<Message> all = m_inPort;
+    all.insert(all.end(), m_overdue.begin(), m_overdue.end());
     all.insert(all.end(), m_owed.begin(), m_owed.end());
     m_afterCrash.set(all);
 }

@@ -20,7 +20,8 @@ class OwedMessages;
 /// does not depend on it.
 ///
 /// What ends a note or puts a controller back is owed until the port has accepted it: while the port is full
-/// it is tried again every 50 ms, and goes before any other message. Used on the GUI thread.
+/// it is tried again every 50 ms, and goes before any other message. A port may keep what it accepted until
+/// its server fetches it: until then the end is owed after a crash. Used on the GUI thread.
 class MidiActions : public QObject
 {
     Q_OBJECT
@@ -56,12 +57,17 @@ public:
     /// Sends what ends each note and puts each controller of the ledger back, oldest first, and empties it.
     void releaseHeld();
 
+    /// Closes the port. What its server has not fetched then stays owed after a crash. To be called last.
+    void closePort();
+
 private:
     using Message = std::array<unsigned char, 3>;
 
     bool isAccepted(const Message &message);
     bool send(const Message &message, bool ends);
     void sendOverdue();
+    void noteAccepted(const Message &message, bool ends);
+    void forgetWhatLeft();
     void retryLater();
     void owe(const Message &message);
     void tellAfterCrash();
@@ -74,6 +80,7 @@ private:
     Clock &m_clock;
     std::vector<Message> m_owed;    // what ends what was begun, in its order; controllers once each
     std::vector<Message> m_overdue; // what ends or puts back and was not accepted, oldest first
+    std::vector<Message> m_inPort; // what ends or puts back, was accepted and may not have left, oldest first
     bool m_retries = false;
     int m_knobValue = 0; // 0 to 126
 };

@@ -1,8 +1,9 @@
 #include "midi/JackMidi.h"
+#include "midi/MidiSystem.h"
 
 std::unique_ptr<MidiBackend> openJackOutput(std::chrono::milliseconds)
 {
-    return nullptr;
+    throw MidiSystemAbsent("not in this build");
 }
 
 std::unique_ptr<MidiBackend> openJackInput()

@@ -1,6 +1,7 @@
 #include "midi/JackServerWatch.h"
 
 #include "midi/MidiLog.h"
+#include "midi/MidiSystem.h"
 
 namespace
 {
@@ -10,12 +11,12 @@ void logJack(const char *text)
     qCDebug(lcMidi) << "JACK:" << text;
 }
 
-jack_client_t *openClient()
+jack_client_t *openClient(jack_status_t *status)
 {
     // The library prints to standard error otherwise, several lines when there simply is no server.
     jack_set_error_function(logJack);
     jack_set_info_function(logJack);
-    return jack_client_open("Veltrix watch", JackNoStartServer, nullptr);
+    return jack_client_open("Veltrix watch", JackNoStartServer, status);
 }
 
 // The list is the library's until here, and may be null.
@@ -33,8 +34,13 @@ std::set<std::string> taken(const char **list)
 
 std::unique_ptr<JackServerWatch> JackServerWatch::connect()
 {
-    jack_client_t *client = openClient();
+    jack_status_t status{};
+    jack_client_t *client = openClient(&status);
     if (client == nullptr) {
+        // The one failure that needs no server: its socket takes no connection.
+        if ((status & JackServerFailed) != 0) {
+            throw MidiSystemAbsent("no server runs");
+        }
         return nullptr;
     }
     std::unique_ptr<JackServerWatch> watch(new JackServerWatch(client));
@@ -48,7 +54,7 @@ std::unique_ptr<JackServerWatch> JackServerWatch::connect()
 
 bool JackServerWatch::serverRuns()
 {
-    jack_client_t *client = openClient();
+    jack_client_t *client = openClient(nullptr);
     if (client == nullptr) {
         return false;
     }

@@ -13,7 +13,8 @@ class JackServerWatch final : public ServerWatch
     Q_DISABLE_COPY_MOVE(JackServerWatch)
 
 public:
-    /// Null when no server runs; none is started. Waits for the server's answer.
+    /// Null when the server refuses; throws MidiSystemAbsent when none runs; none is started. Waits for the
+    /// server's answer.
     static std::unique_ptr<JackServerWatch> connect();
 
     /// Whether a server runs. Waits for the server's answer.

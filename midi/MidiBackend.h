@@ -42,7 +42,8 @@ public:
 
     /// Output only, when the port is open. False when what is sent is not known to arrive there: some
     /// libraries keep it to themselves when their server refuses the connection. True as well when the port
-    /// has gone. May wait for the server.
+    /// has gone. Ports with the name that openPort() was given are taken for this one. May wait for the
+    /// server.
     virtual bool isConnected() { return true; }
 
     /// Output only. @p message is not empty. To be called only after isAlive() and hasRoomFor() said yes.

@@ -45,7 +45,7 @@ int MidiPort::portCount()
     return count;
 }
 
-int MidiPort::openPort(int index)
+int MidiPort::openPort(int index, const std::string &name)
 {
     if (m_open) {
         return 0;
@@ -55,14 +55,13 @@ int MidiPort::openPort(int index)
         qCWarning(lcMidi) << "there is no MIDI port with number" << index;
         return 1;
     }
-    m_open = attempt([&] { m_backend->openPort(static_cast<unsigned int>(index), "RtMidi"); });
+    m_open = attempt([&] { m_backend->openPort(static_cast<unsigned int>(index), name); });
     return m_open ? 0 : 1;
 }
 
-void MidiPort::closePort()
+bool MidiPort::closePort()
 {
-    if (m_open) {
-        attempt([this] { m_backend->closePort(); });
-    }
+    const bool closed = !m_open || attempt([this] { m_backend->closePort(); });
     m_open = false;
+    return closed;
 }

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <string>
 
 /// A MIDI port of this program. Errors of the MIDI library never leave it: they are logged, and callers see
 /// isOpen() and the result of openPort(). Used on the GUI thread; no call waits longer than about two
@@ -24,10 +25,11 @@ public:
     /// 0 after an error.
     int portCount();
 
-    /// Opens the port with this index of portNames(). Does nothing when a port is open already.
-    /// Returns 0 on success, another value on failure (the error is logged).
-    int openPort(int index);
-    void closePort();
+    /// Opens the port with this index of portNames(), under a name of our own. Does nothing when a port is
+    /// open already. Returns 0 on success, another value on failure (the error is logged).
+    int openPort(int index, const std::string &name = "RtMidi");
+    /// False when what was sent may not have left this process: its server did not answer in time.
+    bool closePort();
     bool isOpen() const { return m_open; }
 
 protected:

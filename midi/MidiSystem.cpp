@@ -18,7 +18,7 @@ void requireAlsaSequencer()
 {
     QFile sequencer(QStringLiteral("/dev/snd/seq"));
     if (!sequencer.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered)) {
-        throw std::runtime_error("no sequencer: " + sequencer.errorString().toStdString());
+        throw MidiSystemAbsent("no sequencer: " + sequencer.errorString().toStdString());
     }
 }
 
@@ -53,10 +53,12 @@ std::vector<MidiSystem> compiledSystems(Backend (*open)(RtMidi::Api),
 
 } // namespace
 
-std::unique_ptr<MidiBackend> openFirstWorking(const QString &purpose, const std::vector<MidiSystem> &systems)
+std::unique_ptr<MidiBackend> openFirstWorking(const QString &purpose, const std::vector<MidiSystem> &systems,
+                                              bool *allAbsent)
 {
     std::unique_ptr<MidiBackend> chosen;
     QString chosenName;
+    std::size_t absent = 0;
     for (const MidiSystem &system : systems) {
         try {
             std::unique_ptr<MidiBackend> backend = system.open();
@@ -72,8 +74,12 @@ std::unique_ptr<MidiBackend> openFirstWorking(const QString &purpose, const std:
                 break;
             }
         } catch (const std::exception &error) {
+            absent += dynamic_cast<const MidiSystemAbsent *>(&error) ? 1 : 0;
             qCInfo(lcMidi).noquote().nospace() << system.name << ": " << QString::fromLocal8Bit(error.what());
         }
+    }
+    if (allAbsent) {
+        *allAbsent = absent == systems.size();
     }
     if (chosen) {
         qCInfo(lcMidi).noquote() << purpose << "goes through" << chosenName;
@@ -88,11 +94,12 @@ std::unique_ptr<MidiBackend> openMidiOutput()
     return openMidiOutput(StallGuard::patience);
 }
 
-std::unique_ptr<MidiBackend> openMidiOutput(std::chrono::milliseconds patience)
+std::unique_ptr<MidiBackend> openMidiOutput(std::chrono::milliseconds patience, bool *allAbsent)
 {
     return openFirstWorking(
         QStringLiteral("MIDI output"),
-        compiledSystems(&RtMidiBackend::openOutput, [patience] { return openJackOutput(patience); }));
+        compiledSystems(&RtMidiBackend::openOutput, [patience] { return openJackOutput(patience); }),
+        allAbsent);
 }
 
 std::unique_ptr<MidiBackend> openMidiInput()

@@ -3,9 +3,14 @@
 #include "midi/MidiOutPort.h"
 #include "midi/MidiSystem.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <chrono>
+#include <future>
+#include <string>
 #include <thread>
+#include <utility>
 
 namespace
 {
@@ -17,7 +22,6 @@ constexpr std::chrono::milliseconds betweenTries(20);
 constexpr int triesAtMost = 100;
 constexpr int untilFetched = 500;
 constexpr std::chrono::milliseconds betweenConnections(500);
-constexpr std::chrono::milliseconds altogether(30000);
 
 constexpr quint32 present = 1U << 24U;
 
@@ -45,6 +49,12 @@ QByteArray whatFits(const QString &name, std::size_t size)
     }
     bytes.truncate(static_cast<int>(end));
     return bytes;
+}
+
+// Nobody else's: a program that was started anew plays under the ordinary one.
+std::string ownName()
+{
+    return "RtMidi " + std::to_string(QCoreApplication::applicationPid());
 }
 
 void awaitFetched(const MidiOutPort &port)
@@ -95,31 +105,53 @@ bool OwedMessages::isPort(const QString &name) const
     return whatFits(name, m_port.size() - 1) == m_port.data();
 }
 
+// One time for all of it: each of the many answers may be waited for in vain.
+void OwedMessages::send(std::chrono::milliseconds altogether) const
+{
+    std::packaged_task<void()> task([this, altogether] { keepSending(altogether); });
+    const std::future<void> end = task.get_future();
+    std::thread(std::move(task)).detach();
+    end.wait_for(altogether);
+}
+
 // A server can need five seconds to notice that a client died, and answers nobody meanwhile. Nobody waits
 // for this process, so it waits for the answer: connections that were given up would all be made when the
 // server goes on, and what they do to its cycles can cost the message. What may have got lost all the same is
-// sent again, through another connection: ending twice what sounds once does no harm.
-void OwedMessages::send() const
+// sent again, through another connection: ending twice what sounds once does no harm. A connection that is
+// lost says nothing about the server, which may have closed only that one; the next one tells.
+void OwedMessages::keepSending(std::chrono::milliseconds altogether) const
 {
     const auto end = std::chrono::steady_clock::now() + altogether;
+    bool unseen = true;
     while (std::chrono::steady_clock::now() < end) {
-        MidiOutPort port(openMidiOutput(altogether));
+        bool allAbsent = false;
+        MidiOutPort port(openMidiOutput(altogether, &allAbsent));
+        if (allAbsent) {
+            return;
+        }
         const QStringList names = port.portNames();
         const auto found =
             std::find_if(names.begin(), names.end(), [this](const QString &name) { return isPort(name); });
-        if (found != names.end() && port.openPort(static_cast<int>(found - names.begin())) == 0 &&
-            sendThrough(port)) {
-            return;
+        if (found != names.end() && port.openPort(static_cast<int>(found - names.begin()), ownName()) == 0) {
+            if (sendThrough(port, unseen)) {
+                return;
+            }
+            unseen = false;
         }
         std::this_thread::sleep_for(betweenConnections);
     }
 }
 
-// Whether there is nothing left to send: a server that has gone has taken along what sounded.
-bool OwedMessages::sendThrough(MidiOutPort &port) const
+// Whether they have arrived: what is fetched from a port goes where it is connected at that moment, so it
+// has to be seen connected before and after.
+bool OwedMessages::sendThrough(MidiOutPort &port, bool unseen) const
 {
     std::this_thread::sleep_for(afterConnecting);
     awaitFetched(port);
+    const bool connected = port.isConnected();
+    if (!connected && !unseen) {
+        return false;
+    }
     for (const std::atomic<quint32> &word : m_messages) {
         if (word == 0) {
             break;
@@ -132,5 +164,5 @@ bool OwedMessages::sendThrough(MidiOutPort &port) const
     }
     // A port that is closed takes along what its server has not fetched yet.
     awaitFetched(port);
-    return !port.mayAcceptLater() || (port.isAllSent() && port.isConnected());
+    return connected && port.mayAcceptLater() && port.isAllSent() && port.isConnected();
 }

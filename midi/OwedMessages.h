@@ -5,6 +5,7 @@
 
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <vector>
 
 class MidiOutPort;
@@ -41,13 +42,17 @@ public:
     bool isEmpty() const { return m_messages.front() == 0; }
 
     /// Sends them to the port through a connection of its own, on the default MIDI system or the first other
-    /// one that works. For a process that does nothing else: it is tried for half a minute, and an answer
-    /// that is under way then is waited for. Without the port nothing is sent.
-    void send() const;
+    /// one that works, until they are known to have arrived; at once no more when no MIDI system runs, for
+    /// what sounded went with it. Without the port nothing is sent. For a process that does nothing else and
+    /// ends next: after @p altogether a call that is under way is left behind, which goes on to use this
+    /// object.
+    void send(std::chrono::milliseconds altogether = std::chrono::seconds(30)) const;
 
 private:
     std::size_t count() const;
-    bool sendThrough(MidiOutPort &port) const;
+    void keepSending(std::chrono::milliseconds altogether) const;
+    /// @p unseen: also where the server does not show that the port is connected.
+    bool sendThrough(MidiOutPort &port, bool unseen) const;
 
     std::array<char, 256> m_port{};
     std::array<std::atomic<quint32>, capacity> m_messages{}; // 0 behind the last one

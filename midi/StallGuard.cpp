@@ -54,6 +54,13 @@ void release(StallGuard::Guarded *guarded)
     awaitCycles(*owned->watch, owned->watch->cycles(), untilEndOfCycle);
 }
 
+// Of a "client:port", whether the port is called so.
+bool isCalled(const std::string &source, const std::string &port)
+{
+    const std::size_t colon = source.rfind(':');
+    return colon != std::string::npos && source.compare(colon + 1, std::string::npos, port) == 0;
+}
+
 bool releaseWithin(std::chrono::milliseconds limit, std::shared_ptr<StallGuard::Guarded> guarded,
                    std::optional<quint32> sentAt)
 {
@@ -129,6 +136,7 @@ void StallGuard::openPort(unsigned int index, const std::string &name)
     ask([guarded = m_guarded, opened, index, name](MidiBackend &backend) {
         if (guarded->watch) {
             opened->port = backend.portName(index);
+            opened->name = name;
             opened->sourcesBefore = guarded->watch->sources();
         }
         backend.openPort(index, name);
@@ -170,7 +178,7 @@ bool StallGuard::isAllSent()
 }
 
 // RtMidi ignores that a client was not activated, as happens while the server waits for one that has just
-// died, and that its port was not connected.
+// died, and that its port was not connected. What other programs connect meanwhile is not ours.
 bool StallGuard::isConnected()
 {
     const auto connected = std::make_shared<bool>(true);
@@ -178,7 +186,9 @@ bool StallGuard::isConnected()
         if (guarded->watch) {
             const std::set<std::string> &before = opened.sourcesBefore;
             const auto now = guarded->watch->sourcesOf(opened.port);
-            *connected = !now || !std::includes(before.begin(), before.end(), now->begin(), now->end());
+            *connected = !now || std::any_of(now->begin(), now->end(), [&](const std::string &source) {
+                return before.count(source) == 0 && isCalled(source, opened.name);
+            });
         }
     });
     return *connected;

@@ -54,10 +54,12 @@ public:
 private:
     StallGuard(std::shared_ptr<Guarded> guarded, std::chrono::milliseconds limit);
 
-    /// What the port that was opened is called, and which ports there were before that could be connected to
-    /// it. The connections of before are no measure: they may still name a port whose place another one has.
+    /// What the port that was opened is called, what we are called there, and which ports there were before
+    /// that could be connected to it. The connections of before are no measure: they may still name a port
+    /// whose place another one has.
     struct Opened {
         std::string port;
+        std::string name;
         std::set<std::string> sourcesBefore;
     };
 

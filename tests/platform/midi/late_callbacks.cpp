@@ -1,7 +1,7 @@
 // Stands in front of JACK's library in this process and holds up the MIDI library as an overloaded machine
 // does: its callback while it has the queue in its hands, and a thread that closes a port until such a
 // callback runs. Ends the process where the queue is freed meanwhile. Refuses to activate a client, as a
-// server does that waits for one that has just died.
+// server does that waits for one that has just died, or throws it out.
 
 #include "tests/platform/midi/late_callbacks.h"
 
@@ -31,6 +31,7 @@ thread_local bool reading = false;
 /// Shared with the release process, which is forked from this one.
 struct Refusal {
     std::atomic<int> activation{0}; ///< of those that are still to come; 0: none
+    std::atomic<bool> expels{false};
     const pid_t here = getpid();
 };
 
@@ -53,6 +54,13 @@ struct Callback {
     JackProcessCallback function;
     void *argument;
 };
+
+struct Shutdown {
+    JackShutdownCallback function;
+    void *argument;
+};
+
+Shutdown lastShutdown{};
 
 int process(jack_nframes_t frames, void *self)
 {
@@ -82,6 +90,11 @@ void refuseAfterCrash(int activation)
     refusal().activation = activation;
 }
 
+void expelAfterCrash()
+{
+    refusal().expels = true;
+}
+
 extern "C" {
 
 int jack_activate(jack_client_t *client)
@@ -89,7 +102,18 @@ int jack_activate(jack_client_t *client)
     if (getpid() != madeBeforeTheFork.here && refusal().activation > 0 && --refusal().activation == 0) {
         return -1;
     }
-    return following<decltype(jack_activate)>("jack_activate")(client);
+    const int result = following<decltype(jack_activate)>("jack_activate")(client);
+    if (getpid() != madeBeforeTheFork.here && lastShutdown.function != nullptr &&
+        refusal().expels.exchange(false)) {
+        lastShutdown.function(lastShutdown.argument);
+    }
+    return result;
+}
+
+void jack_on_shutdown(jack_client_t *client, JackShutdownCallback function, void *argument)
+{
+    lastShutdown = {function, argument};
+    following<decltype(jack_on_shutdown)>("jack_on_shutdown")(client, function, argument);
 }
 
 int jack_set_process_callback(jack_client_t *client, JackProcessCallback function, void *argument)

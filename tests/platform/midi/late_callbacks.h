@@ -9,3 +9,7 @@ void lingerWhenEmpty(int milliseconds);
 /// Once this process is gone, has the @p activation'th of its clients that the release process activates
 /// refused.
 void refuseAfterCrash(int activation);
+
+/// Once this process is gone, has the first of its clients that the release process activates thrown out, as
+/// a server does that thinks it dead.
+void expelAfterCrash();

@@ -5,9 +5,12 @@
 //   send HEX         send one message                          sent
 //   flood COUNT      send COUNT times 90 3C 64                 flooded MILLISECONDS
 //   note NUMBER      begin a note that its release would end  begun
+//   off NUMBER       end it                                   ended
+//   owed COUNT       have what is owed sent now, for at most COUNT milliseconds   tried MILLISECONDS
 //   late COUNT       make each callback take COUNT milliseconds  late
 //   linger COUNT     make each callback take COUNT milliseconds once its queue is empty   lingers
 //   refuse COUNT     have the COUNTth client of the release process refused   refused
+//   expel            have the first client of the release process thrown out   expelled
 //   close            close the port                            closed MILLISECONDS
 //   delete           delete the port                           deleted MILLISECONDS
 //   threads          count the threads of the process          threads COUNT
@@ -30,6 +33,7 @@
 #include <QTimer>
 
 #include <RtMidi.h>
+#include <chrono>
 #include <ctime>
 #include <iostream>
 #include <memory>
@@ -87,6 +91,13 @@ public:
     {
     }
 
+    ~Probe()
+    {
+        if (m_port && m_actions) {
+            m_actions->closePort();
+        }
+    }
+
     std::string answer(const std::string &command, const std::string &argument)
     {
         QElapsedTimer timer;
@@ -103,6 +114,14 @@ public:
         if (command == "note") {
             m_actions->sendMidi(1, std::stoi(argument), 100, 0, true, true, true);
             return "begun";
+        }
+        if (command == "off") {
+            m_actions->sendMidi(1, std::stoi(argument), 100, 0, true, true, false);
+            return "ended";
+        }
+        if (command == "owed") {
+            m_owed.send(std::chrono::milliseconds(std::stoi(argument)));
+            return "tried" + took();
         }
         if (command == "send") {
             std::vector<unsigned char> message = bytesOf(argument);
@@ -126,6 +145,10 @@ public:
         if (command == "refuse") {
             refuseAfterCrash(std::stoi(argument));
             return "refused";
+        }
+        if (command == "expel") {
+            expelAfterCrash();
+            return "expelled";
         }
         if (command == "close") {
             m_port->closePort();

@@ -3,10 +3,24 @@
 #include "tests/support/main/Main.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QtTest>
 
 namespace
 {
+
+QByteArray fileText(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray();
+}
+
+/// One that nobody has waited for yet has gone, too.
+bool isGone(const QByteArray &process)
+{
+    const QByteArray status = fileText(QStringLiteral("/proc/%1/stat").arg(QString::fromLatin1(process)));
+    return status.isEmpty() || status.mid(status.lastIndexOf(')') + 2).startsWith('Z');
+}
 
 /// The program under test; see midi_probe.cpp for its commands.
 class Probe
@@ -70,6 +84,13 @@ public:
         m_process.waitForFinished(5000);
     }
 
+    /// The process that it starts first of all.
+    QByteArray releaseProcess() const
+    {
+        const QString list = QStringLiteral("/proc/%1/task/%1/children").arg(m_process.processId());
+        return fileText(list).split(' ').value(0);
+    }
+
     /// What came on standard error so far: not from the log.
     QString printed() { return QString::fromLocal8Bit(m_process.readAllStandardError()); }
 
@@ -93,6 +114,9 @@ constexpr int afterConnecting = 100;
 
 // Calls that wait for an answer give up after 2000 ms; rounded up for a busy machine.
 constexpr int patience = 4000;
+
+// The release process may try for half a minute.
+constexpr int releasePatience = 40000;
 
 } // namespace
 
@@ -206,6 +230,75 @@ private Q_SLOTS:
         m_probe->killNow();
         const QStringList endings = m_listener->waitForLines(2, 45000).mid(1);
         QVERIFY2(endings == QStringList(text("midi 80 3C 00")), qPrintable(endings.join(QLatin1Char(','))));
+    }
+
+    void aKilledProgramsNotesAreEndedThoughItsServerThrowsAClientOut()
+    {
+        m_probe->ask(text("create"));
+        QCOMPARE(m_probe->ask(text("choose")), text("chose tester:FROM host"));
+        QTest::qWait(afterConnecting);
+        m_probe->ask(text("note 60"));
+        QCOMPARE(m_listener->waitForLines(1), QStringList(text("midi 90 3C 64")));
+        QCOMPARE(m_probe->ask(text("expel")), text("expelled"));
+        m_probe->killNow();
+        QCOMPARE(m_listener->waitForLines(2, releasePatience).mid(1), QStringList(text("midi 80 3C 00")));
+    }
+
+    // What ends a note is still in the program's memory when that goes.
+    void anEndThatTheServerDidNotFetchIsSentAfterAKill()
+    {
+        const QByteArray release = beginNoteAndEndItBesideAStoppedServer();
+        QVERIFY(!release.isEmpty());
+        m_probe->killNow();
+        m_server->resume();
+        QCOMPARE(m_listener->waitForLines(2, releasePatience).mid(1), QStringList(text("midi 80 3C 00")));
+        QTRY_VERIFY_WITH_TIMEOUT(isGone(release), releasePatience);
+        QCOMPARE(m_listener->lines().size(), 2); // once
+    }
+
+    void anEndThatTheServerDidNotFetchIsSentAfterTheEnd()
+    {
+        const QByteArray release = beginNoteAndEndItBesideAStoppedServer();
+        QVERIFY(!release.isEmpty());
+        VERIFY_BETWEEN(m_probe->end(), 0, patience);
+        m_server->resume();
+        const QStringList endings = m_listener->waitForLines(2, releasePatience).mid(1);
+        QVERIFY2(endings.contains(text("midi 80 3C 00")), qPrintable(endings.join(QLatin1Char(','))));
+        QTRY_VERIFY_WITH_TIMEOUT(isGone(release), releasePatience);
+    }
+
+    void anEndThatTheServerFetchedIsNotSentAgain()
+    {
+        openPort();
+        m_probe->ask(text("note 60"));
+        m_probe->ask(text("off 60"));
+        const QByteArray release = m_probe->releaseProcess();
+        QVERIFY(!release.isEmpty() && !isGone(release));
+        VERIFY_BETWEEN(m_probe->end(), 0, 1000);
+        QTRY_VERIFY_WITH_TIMEOUT(isGone(release), 1000);
+        QCOMPARE(m_listener->waitForLines(2), QStringList({text("midi 90 3C 64"), text("midi 80 3C 00")}));
+    }
+
+    void whatIsOwedIsNotTriedLongerThanItMayBe()
+    {
+        m_server->pause();
+        VERIFY_BETWEEN(m_probe->askNumber(text("owed 500")), 500, patience);
+        m_probe->killNow();
+    }
+
+    // What sounded went with it.
+    void nothingIsOwedToAServerThatIsNoMore()
+    {
+        if (QFile::exists(text("/dev/snd/seq"))) {
+            QSKIP("there is another MIDI system");
+        }
+        openPort();
+        m_probe->ask(text("note 60"));
+        const QByteArray release = m_probe->releaseProcess();
+        QVERIFY(!release.isEmpty() && !isGone(release));
+        m_server->kill();
+        m_probe->killNow();
+        QTRY_VERIFY_WITH_TIMEOUT(isGone(release), patience);
     }
 
     void theChoiceOfTheSystemIsLogged()
@@ -397,6 +490,17 @@ private:
         VERIFY_BETWEEN(m_probe->askNumber(text("create")), 0, patience);
         QCOMPARE(m_probe->ask(text("choose")), text("chose tester:FROM host"));
         QTest::qWait(afterConnecting);
+    }
+
+    /// The release process, or nothing when that failed.
+    QByteArray beginNoteAndEndItBesideAStoppedServer()
+    {
+        openPort();
+        m_probe->ask(text("note 60"));
+        const bool sounds = m_listener->waitForLines(1) == QStringList(text("midi 90 3C 64"));
+        m_server->pause();
+        const bool ended = m_probe->ask(text("off 60")) == text("ended");
+        return sounds && ended ? m_probe->releaseProcess() : QByteArray();
     }
 
     bool hasGoneIsLogged() const { return !m_probe->log.filter(text("has gone")).isEmpty(); }

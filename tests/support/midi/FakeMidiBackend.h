@@ -21,6 +21,7 @@ struct FakeMidi {
     MidiBackend::Callback callback;
     bool alive = true;
     bool hasRoom = true;
+    bool allSent = true;
     bool isOpen = false;
     int destroyed = 0;
 
@@ -70,6 +71,7 @@ public:
     }
     bool isAlive() override { return m_midi->alive; }
     bool hasRoomFor(std::size_t) override { return m_midi->alive && m_midi->hasRoom; }
+    bool isAllSent() override { return m_midi->allSent; }
     void sendMessage(const std::vector<unsigned char> &message) override
     {
         m_midi->called("sendMessage");

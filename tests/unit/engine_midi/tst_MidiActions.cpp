@@ -497,6 +497,81 @@ private Q_SLOTS:
         QCOMPARE(sent(), QStringList({QStringLiteral("80 3C 00"), QStringLiteral("80 3D 00")}));
     }
 
+    void anEndThatThePortKeepsIsOwedAfterACrashUntilItHasLeft()
+    {
+        m_actions->sendMidi(1, 60, 100, 0, true, true, true);
+        m_midi->allSent = false;
+        m_actions->sendMidi(1, 60, 100, 0, true, true, false);
+        m_actions->sendMidi(1, 7, 100, 5, false, true, true);
+        m_actions->sendMidi(1, 7, 100, 5, false, true, false);
+        sent();
+        m_clock.advance(10 * MidiActions::retryInterval);
+        QVERIFY(m_afterCrash->contains({0x80, 60, 0}));
+        QVERIFY(m_afterCrash->contains({0xB0, 7, 5}));
+        m_midi->allSent = true;
+        m_clock.advance(MidiActions::retryInterval);
+        QVERIFY(m_afterCrash->isEmpty());
+        QCOMPARE(m_clock.pendingCount(), std::size_t(0));
+        QCOMPARE(sent(), QStringList()); // the program itself sends it once
+    }
+
+    void anOverdueEndThatThePortKeepsIsOwedAfterACrash()
+    {
+        m_actions->sendMidi(1, 60, 100, 0, true, true, true);
+        m_midi->hasRoom = false;
+        m_actions->sendMidi(1, 60, 100, 0, true, true, false);
+        m_midi->hasRoom = true;
+        m_midi->allSent = false;
+        m_clock.advance(MidiActions::retryInterval);
+        QVERIFY(sent().contains(QStringLiteral("80 3C 00")));
+        QVERIFY(m_afterCrash->contains({0x80, 60, 0}));
+        m_midi->allSent = true;
+        m_clock.advance(MidiActions::retryInterval);
+        QVERIFY(m_afterCrash->isEmpty());
+    }
+
+    void whatIsBegunAnewMakesTheEndBeforeItVoid()
+    {
+        m_midi->allSent = false;
+        for (const bool note : {true, false}) {
+            m_actions->sendMidi(1, 60, 100, 0, note, true, true);
+            m_actions->sendMidi(1, 60, 100, 0, note, true, false);
+            m_actions->sendMidi(1, 61, 100, 0, note, true, true);
+            m_actions->sendMidi(1, 61, 100, 0, note, true, false);
+            m_actions->sendMidi(1, 60, 100, 0, note, false, true); // meant to stay
+        }
+        QVERIFY(!m_afterCrash->contains({0x80, 60, 0}));
+        QVERIFY(m_afterCrash->contains({0x80, 61, 0}));
+        QVERIFY(!m_afterCrash->contains({0xB0, 60, 0}));
+        QVERIFY(m_afterCrash->contains({0xB0, 61, 0}));
+        m_midi->allSent = true;
+        m_clock.advance(MidiActions::retryInterval);
+        QVERIFY(m_afterCrash->isEmpty());
+    }
+
+    void whatAClosedPortSentIsOwedNoMore_data()
+    {
+        QTest::addColumn<bool>("fails");
+        QTest::newRow("closed") << false;
+        QTest::newRow("not closed in time") << true;
+    }
+
+    void whatAClosedPortSentIsOwedNoMore()
+    {
+        QFETCH(bool, fails);
+        m_midi->allSent = false;
+        m_actions->sendMidi(1, 60, 100, 0, true, true, true);
+        m_actions->sendMidi(1, 60, 100, 0, true, true, false);
+        if (fails) {
+            m_midi->fail["closePort"] = {1, 1};
+        }
+        m_actions->closePort();
+        QCOMPARE(m_afterCrash->isEmpty(), !fails);
+        m_clock.advance(10 * MidiActions::retryInterval);
+        QCOMPARE(m_afterCrash->isEmpty(), !fails);
+        QCOMPARE(m_clock.pendingCount(), std::size_t(0));
+    }
+
     void aPortThatHasGoneForGoodIsNotAskedAgain()
     {
         m_actions->sendMidi(1, 60, 100, 0, true, true, true);

@@ -80,6 +80,30 @@ private Q_SLOTS:
         QCOMPARE(m_log->lines(), QStringList(QStringLiteral("MIDI output is off: no MIDI system works")));
     }
 
+    void allAreAbsentOnlyWhenThatIsCertainOfEach()
+    {
+        const auto areAbsent = [](const std::vector<MidiSystem> &systems) {
+            bool absent = false;
+            openFirstWorking(QStringLiteral("MIDI output"), systems, &absent);
+            return absent;
+        };
+        const MidiSystem none{QStringLiteral("none"),
+                              []() -> std::unique_ptr<MidiBackend> { throw MidiSystemAbsent("not there"); }};
+        const MidiSystem silent{QStringLiteral("silent"), [] { return std::unique_ptr<MidiBackend>(); }};
+        const MidiSystem broken{QStringLiteral("broken"), []() -> std::unique_ptr<MidiBackend> {
+                                    throw std::runtime_error("no answer");
+                                }};
+        const MidiSystem there{QStringLiteral("there"), [this]() -> std::unique_ptr<MidiBackend> {
+                                   return std::make_unique<FakeMidiBackend>(m_first);
+                               }};
+        QVERIFY(areAbsent({}));
+        QVERIFY(areAbsent({none, none}));
+        for (const MidiSystem &other : {silent, broken, there}) {
+            QVERIFY2(!areAbsent({none, other}), qPrintable(other.name));
+            QVERIFY2(!areAbsent({other, none}), qPrintable(other.name));
+        }
+    }
+
 private:
     std::unique_ptr<MidiBackend> choose()
     {

@@ -317,6 +317,17 @@ private Q_SLOTS:
         QVERIFY(gone->isConnected());
     }
 
+    void whatOthersConnectMeanwhileIsNotOurs()
+    {
+        m_server->refuses = true;
+        const auto guard = create();
+        guard->openPort(1, "RtMidi 17");
+        m_server->sources = {"Veltrix-02:RtMidi", "keys:out", "keys:RtMidi 170"};
+        QVERIFY(!guard->isConnected());
+        m_server->sources.insert("Veltrix-01:RtMidi 17");
+        QVERIFY(guard->isConnected());
+    }
+
     void aConnectionIsTakenUpInAWholeCycle()
     {
         m_server->cycles = 100;
