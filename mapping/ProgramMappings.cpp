@@ -28,7 +28,7 @@ ProgramMappings::ProgramMappings(MappingSession &session, QObject *parent)
     m_editRest.setSingleShot(true);
     m_editRest.setInterval(editRest);
     connect(&m_editRest, &QTimer::timeout, this, &ProgramMappings::finishEdit);
-    connect(qApp, &QCoreApplication::aboutToQuit, this, &ProgramMappings::finishEdit);
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, &ProgramMappings::finishEdit);
 }
 
 ProgramMappings::~ProgramMappings()

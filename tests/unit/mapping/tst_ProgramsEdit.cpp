@@ -126,8 +126,8 @@ void tst_ProgramsEdit::whatIsSwitchedOffIsWrittenBefore()
 void tst_ProgramsEdit::theEndWritesThem()
 {
     type(1);
-    QVERIFY(
-        QMetaObject::invokeMethod(qApp, "aboutToQuit", Qt::DirectConnection)); // only the toolkit emits it
+    QVERIFY(QMetaObject::invokeMethod(QCoreApplication::instance(), "aboutToQuit",
+                                      Qt::DirectConnection)); // only the toolkit emits it
     QCOMPARE(onDisk(), 1);
     type(2);
     m_programs.reset();
