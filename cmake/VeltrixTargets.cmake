@@ -144,7 +144,7 @@ function(veltrix_add_test_at_scale name scale)
     list(GET program 0 program)
     add_test(NAME ${name}_${scale}x COMMAND ${program} ${name})
     set_tests_properties(${name}_${scale}x PROPERTIES
-        LABELS "${labels}" TIMEOUT ${timeout} ENVIRONMENT "${environment};QT_SCALE_FACTOR=${scale}")
+        LABELS "${labels}" TIMEOUT ${timeout} COST ${timeout} ENVIRONMENT "${environment};QT_SCALE_FACTOR=${scale}")
 endfunction()
 
 function(veltrix_add_test_at_scale_2 name)
