@@ -2,7 +2,6 @@
 #include "tests/support/main/Main.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 #include <QLockFile>
 #include <QSysInfo>
@@ -80,8 +79,7 @@ private:
     static QString nextPath()
     {
         static int number = 0;
-        return QStringLiteral("%1/LCK..tst_PortLocks-%2-%3")
-            .arg(QDir::tempPath())
+        return QStringLiteral("/tmp/LCK..tst_PortLocks-%1-%2")
             .arg(QCoreApplication::applicationPid())
             .arg(++number);
     }
