@@ -1,5 +1,5 @@
-// For builds that count lines: a process that ends at once would leave no counts behind. The linker puts these in the place
-// of the C library's functions.
+// For builds that count lines: a process that ends at once would leave no counts behind. The linker puts
+// these in the place of the C library's functions.
 #include <stdnoreturn.h>
 
 extern void __gcov_dump(void);
