@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/prctl.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace
@@ -109,8 +110,13 @@ QProcessEnvironment JackServer::environmentWithoutServer()
 
 void JackServer::pause()
 {
-    if (isRunning())
-        ::kill(static_cast<pid_t>(processId()), SIGSTOP);
+    if (!isRunning())
+        return;
+    const auto process = static_cast<id_t>(processId());
+    ::kill(static_cast<pid_t>(process), SIGSTOP);
+    // On a busy machine it can answer once more before the signal stops it.
+    siginfo_t state{};
+    waitid(P_PID, process, &state, WSTOPPED | WEXITED | WNOWAIT);
 }
 
 void JackServer::resume()
