@@ -8,6 +8,8 @@
 
 using Kind = DeviceFinding::Kind;
 
+Q_DECLARE_METATYPE(DeviceFinding)
+
 class tst_FindingText : public QObject
 {
     Q_OBJECT
@@ -87,6 +89,5 @@ void tst_FindingText::leadsToAHeadingOfTheGuide()
     QVERIFY2(headings.contains(FindingText::section(finding)), qPrintable(headings.join(QLatin1Char('\n'))));
 }
 
-Q_DECLARE_METATYPE(DeviceFinding)
 QTEST_GUILESS_MAIN(tst_FindingText)
 #include "tst_FindingText.moc"
