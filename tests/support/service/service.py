@@ -33,6 +33,13 @@ def free_port():
         return probe.getsockname()[1]
 
 
+def _processor_time(process):
+    proc = Path(f"/proc/{process}")
+    times = (proc / "stat").read_text(encoding="ascii").rpartition(")")[2].split()
+    children = (proc / f"task/{process}/children").read_text(encoding="ascii").split()
+    return sum(map(int, times[11:13])) / os.sysconf("SC_CLK_TCK") + sum(map(_processor_time, children))
+
+
 class Service:
     def __init__(self, directory, limits=True):
         self.directory = Path(directory)
@@ -75,6 +82,10 @@ class Service:
     def errors(self):
         log = self.directory / "error.log"
         return log.read_text(encoding="utf-8", errors="replace") if log.exists() else ""
+
+    def processor_time(self):
+        """Seconds that nginx and its workers have used so far."""
+        return _processor_time(self._nginx.pid)
 
     def stop(self):
         if self._nginx:
