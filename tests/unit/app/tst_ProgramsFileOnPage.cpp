@@ -1,6 +1,7 @@
 #include "app/frame/ZRDialog.h"
 #include "mapping/ProgramsFile.h"
 #include "tests/support/main/Main.h"
+#include "tests/support/mapping/MappingSamples.h"
 #include "tests/support/page/PageRig.h"
 #include "ui/ComboMenu.h"
 #include "ui/MappingFileExchange.h"
@@ -11,20 +12,6 @@
 #include <QMenu>
 #include <QTimer>
 #include <QtTest>
-
-namespace
-{
-
-shortCut key(qint32 code)
-{
-    shortCut action;
-    action.key1 = code;
-    action.key2 = -1;
-    action.key3 = -1;
-    return action;
-}
-
-} // namespace
 
 /// The device page and the file of the programs' mappings.
 class tst_ProgramsFileOnPage : public QObject

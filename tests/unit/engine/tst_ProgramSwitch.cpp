@@ -2,6 +2,7 @@
 #include "engine/platform/recording/RecordingFocus.h"
 #include "mapping/ProgramMappings.h"
 #include "tests/support/main/Main.h"
+#include "tests/support/mapping/MappingSamples.h"
 #include "tests/support/script/EngineRig.h"
 
 #include <QSignalSpy>
@@ -13,15 +14,6 @@ namespace
 
 const QString gimp = QStringLiteral("gimp");
 const QString browser = QStringLiteral("firefox");
-
-shortCut key(qint32 code)
-{
-    shortCut action;
-    action.key1 = code;
-    action.key2 = -1;
-    action.key3 = -1;
-    return action;
-}
 
 } // namespace
 

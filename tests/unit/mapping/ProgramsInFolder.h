@@ -3,6 +3,7 @@
 #include "MappingFixtures.h"
 #include "mapping/MappingSession.h"
 #include "mapping/ProgramMappings.h"
+#include "mapping/ProgramsFile.h"
 #include "mapping/SpecialAction.h"
 
 #include <QTemporaryDir>
@@ -24,17 +25,21 @@ inline shortCut knobMidi()
     return action;
 }
 
-/// The mappings of programs beside the general one, in a folder of their own. Control 3 of the general one
-/// presses 1, and that is kept.
+/// The mappings of programs beside the general one, in a folder of their own.
 class ProgramsInFolder
 {
 protected:
     FileResult begin()
     {
         m_directory = std::make_unique<QTemporaryDir>();
-        restart();
+        return restart();
+    }
+    /// Control 3 of the general one presses 1 from the beginning.
+    FileResult beginWithOne()
+    {
+        const FileResult begun = begin();
         assign(1);
-        return m_session->keep();
+        return begun ? m_session->keep() : begun;
     }
     void end()
     {
@@ -45,6 +50,8 @@ protected:
     QString path() const { return m_session->files().programs(); }
     void assign(qint32 code, int control = 3) { m_session->assign(control, Layer::Normal, key(code)); }
     qint32 inUse(int control = 3) const { return m_session->action(control, Layer::Normal).key1; }
+    /// What control 3 presses for the first program of the file.
+    qint32 onDisk() const { return ProgramsFile::read(path()).entries.at(0).actions[3][Layer::Normal].key1; }
     FileResult restart()
     {
         m_programs.reset();

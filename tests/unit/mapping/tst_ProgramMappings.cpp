@@ -13,7 +13,7 @@ class tst_ProgramMappings : public QObject, private ProgramsInFolder
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QVERIFY(begin()); }
+    void init() { QVERIFY(beginWithOne()); }
     void cleanup() { end(); }
 
     void withoutAnyNothingIsWritten();

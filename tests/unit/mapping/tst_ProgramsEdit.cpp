@@ -1,29 +1,20 @@
-#include "MappingFixtures.h"
-#include "mapping/ProgramMappings.h"
-#include "mapping/ProgramsFile.h"
+#include "ProgramsInFolder.h"
 #include "tests/support/log/LogCapture.h"
 #include "tests/support/main/Main.h"
 
 #include <QDir>
 #include <QFile>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
-namespace
-{
-
-const QString gimp = QStringLiteral("gimp");
-
-} // namespace
-
 /// What is typed in a dialog for a program's mapping is written once, and never later than anything else.
-class tst_ProgramsEdit : public QObject
+class tst_ProgramsEdit : public QObject, private ProgramsInFolder
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
+    void cleanup() { end(); }
 
     void keystrokesAreWrittenOnce();
     void aRestInTypingWritesThem();
@@ -38,26 +29,15 @@ private Q_SLOTS:
     void theGeneralOneIsNotWritten();
 
 private:
-    QString path() const { return m_session->files().programs(); }
     void type(qint32 code) { m_session->assign(3, {{Layer::Normal, key(code)}}, 1); }
-    qint32 onDisk() const { return ProgramsFile::read(path()).entries.at(0).actions[3][Layer::Normal].key1; }
 
-    std::unique_ptr<QTemporaryDir> m_directory;
-    std::unique_ptr<MappingSession> m_session;
-    std::unique_ptr<ProgramMappings> m_programs;
     std::unique_ptr<QSignalSpy> m_kept;
     std::unique_ptr<QSignalSpy> m_keptChanged;
 };
 
 void tst_ProgramsEdit::init()
 {
-    m_programs.reset();
-    m_session.reset();
-    m_directory = std::make_unique<QTemporaryDir>();
-    m_session = std::make_unique<MappingSession>(m_directory->path());
-    m_programs = std::make_unique<ProgramMappings>(*m_session);
-    m_session->load([] {}, [] { return ActionTable(); });
-    QVERIFY(m_programs->load());
+    QVERIFY(begin());
     QVERIFY(m_programs->give(gimp, gimp));
     m_kept = std::make_unique<QSignalSpy>(m_programs.get(), &ProgramMappings::kept);
     m_keptChanged = std::make_unique<QSignalSpy>(m_session.get(), &MappingSession::keptChanged);

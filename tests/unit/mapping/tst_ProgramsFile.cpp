@@ -16,7 +16,7 @@ class tst_ProgramsFile : public QObject, private ProgramsInFolder
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QVERIFY(begin()); }
+    void init() { QVERIFY(beginWithOne()); }
     void cleanup() { end(); }
 
     void aChangeIsOnTheDiskAtOnce();

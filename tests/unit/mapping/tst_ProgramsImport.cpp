@@ -1,30 +1,20 @@
-#include "MappingFixtures.h"
+#include "ProgramsInFolder.h"
 #include "mapping/FileHistory.h"
-#include "mapping/ProgramMappings.h"
-#include "mapping/ProgramsFile.h"
 #include "tests/support/log/LogCapture.h"
 #include "tests/support/main/Main.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
-namespace
-{
-
-const QString gimp = QStringLiteral("gimp");
-const QString gimpTitle = QStringLiteral("Gimp");
-
-} // namespace
-
 /// Mappings of programs that come from a file: what is said of them is what is on the disk and acts.
-class tst_ProgramsImport : public QObject
+class tst_ProgramsImport : public QObject, private ProgramsInFolder
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
+    void cleanup() { end(); }
 
     void whatWasSwitchedOffGivesWayToOneThatActs();
     void whatIsSwitchedOffThereLeavesWhatIsHere();
@@ -36,14 +26,10 @@ private Q_SLOTS:
     void whereNoProgramIsToldTheMessageSaysSo();
 
 private:
-    QString path() const { return m_session->files().programs(); }
     QString version() const
     {
         return m_directory->filePath(QStringLiteral("programs-20260101T000000000Z.xml"));
     }
-    void assign(qint32 code) { m_session->assign(3, Layer::Normal, key(code)); }
-    qint32 inUse() const { return m_session->action(3, Layer::Normal).key1; }
-    qint32 onDisk() const { return ProgramsFile::read(path()).entries.at(0).actions[3][Layer::Normal].key1; }
     /// A mapping of Gimp's whose control 3 presses 20.
     QString fromThere(bool acts = true) const
     {
@@ -65,21 +51,11 @@ private:
     {
         QVERIFY(QDir().rmdir(path()) && QFile::rename(path() + QStringLiteral(".away"), path()));
     }
-
-    std::unique_ptr<QTemporaryDir> m_directory;
-    std::unique_ptr<MappingSession> m_session;
-    std::unique_ptr<ProgramMappings> m_programs;
 };
 
 void tst_ProgramsImport::init()
 {
-    m_programs.reset();
-    m_session.reset();
-    m_directory = std::make_unique<QTemporaryDir>();
-    m_session = std::make_unique<MappingSession>(m_directory->path());
-    m_programs = std::make_unique<ProgramMappings>(*m_session);
-    m_session->load([] {}, [] { return ActionTable(); });
-    QVERIFY(m_programs->load());
+    QVERIFY(begin());
     assign(1);
 }
 
