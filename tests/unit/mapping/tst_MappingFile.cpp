@@ -1,44 +1,10 @@
-#include "MappingFixtures.h"
-#include "mapping/FileHistory.h"
-#include "mapping/MappingFile.h"
-#include "mapping/MappingSession.h"
-#include "tests/support/disk/FullDisk.h"
-#include "tests/support/log/LogCapture.h"
+#include "FileInFolder.h"
 #include "tests/support/main/Main.h"
 
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <array>
-#include <cerrno>
-#include <sys/stat.h>
-#include <sys/syscall.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-namespace
-{
-
-int syncError = 0; // what the disk answers when it is to be synchronized, as an error number
-bool endsInSync = false;
-
-} // namespace
-
-// In the system's place, for the program under test too.
-extern "C" int fsync(int fileDescriptor)
-{
-    if (endsInSync) {
-        _exit(0);
-    }
-    if (syncError != 0) {
-        errno = syncError;
-        return -1;
-    }
-    return static_cast<int>(syscall(SYS_fsync, fileDescriptor));
-}
 
 namespace
 {
@@ -78,30 +44,6 @@ unsigned modeOf(const QString &path)
     return status.st_mode & 07777U;
 }
 
-ino_t inodeOf(const QString &path)
-{
-    struct stat status {
-    };
-    if (stat(QFile::encodeName(path).constData(), &status) != 0) {
-        qFatal("%s cannot be examined", qPrintable(path));
-    }
-    return status.st_ino;
-}
-
-void setMode(const QString &path, mode_t mode)
-{
-    if (chmod(QFile::encodeName(path).constData(), mode) != 0) {
-        qFatal("%s keeps its mode", qPrintable(path));
-    }
-}
-
-void makeLink(const QString &target, const QString &link)
-{
-    if (symlink(QFile::encodeName(target).constData(), QFile::encodeName(link).constData()) != 0) {
-        qFatal("%s cannot be linked", qPrintable(link));
-    }
-}
-
 QString targetOf(const QString &link)
 {
     std::array<char, 4096> target{};
@@ -111,12 +53,13 @@ QString targetOf(const QString &link)
 
 } // namespace
 
-class tst_MappingFile : public QObject
+/// How a file is read and replaced: limits, permissions, links.
+class tst_MappingFile : public QObject, private FileInFolder
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
+    void init() { begin(); }
 
     void aFileIsReadWhole();
     void aMissingFileIsNoFailure();
@@ -136,49 +79,13 @@ private Q_SLOTS:
     void aDanglingLinkGetsItsTarget();
     void linksInACircleFail();
     void asManyLinksAreFollowedAsTheSystemFollows();
-    void aFullDiskLeavesTheOldFile_data();
-    void aFullDiskLeavesTheOldFile();
-    void aDiskThatFailsLeavesTheOldFile();
-    void aDiskThatKnowsNoSuchThingIsNoFailure();
     void aFileIsMadeWritableForItsOwner();
     void aDirectoryThatCannotBeWrittenLeavesTheOldFile();
     void aFileThatMustNotBeWrittenIsNotReplaced();
     void aDirectoryIsNotReplaced();
     void moreThanTheLimitIsNotWritten();
     void asMuchAsTheLimitIsWritten();
-    void whatAKilledWriteLeavesIsRemoved_data();
-    void whatAKilledWriteLeavesIsRemoved();
-    void usersFilesAreNoLeftovers();
-    void anEarlierVersionCostsNoCopy();
-    void onAnotherDiskAnEarlierVersionIsACopy();
-    void aLinkedFilesEarlierVersionIsNoLink();
-    void aStepThatCannotBeTakenBackLeavesAllAsItIs();
-
-private:
-    QString path(const char *name = "file.xml") const { return m_directory->filePath(QLatin1String(name)); }
-    QStringList names() const
-    {
-        return QDir(m_directory->path())
-            .entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System);
-    }
-
-    std::unique_ptr<QTemporaryDir> m_directory;
-    bool replace(const QString &path, const QByteArray &bytes)
-    {
-        const FileResult result = MappingFile::replace(path, bytes);
-        m_reason = result.reason();
-        return bool(result);
-    }
-
-    QString m_reason;
 };
-
-void tst_MappingFile::init()
-{
-    m_directory = std::make_unique<QTemporaryDir>();
-    setMode(m_directory->path(), 0777);
-    m_reason.clear();
-}
 
 void tst_MappingFile::aFileIsReadWhole()
 {
@@ -363,53 +270,6 @@ void tst_MappingFile::asManyLinksAreFollowedAsTheSystemFollows()
     QCOMPARE(names().size(), links + 1); // each is still there, and nothing else
 }
 
-void tst_MappingFile::aFullDiskLeavesTheOldFile_data()
-{
-    QTest::addColumn<int>("limit");
-    QTest::addColumn<int>("size");
-    QTest::newRow("nothing fits, small document") << 0 << 100;
-    QTest::newRow("a part fits, small document") << 50 << 100;
-    QTest::newRow("a part fits, large document") << 100000 << 1000000;
-    QTest::newRow("all but one byte") << 999999 << 1000000;
-}
-
-void tst_MappingFile::aFullDiskLeavesTheOldFile()
-{
-    QFETCH(int, limit);
-    QFETCH(int, size);
-    writeFile(path(), "old");
-    bool replaced = true;
-    {
-        const FullDisk full(static_cast<rlim_t>(limit));
-        replaced = replace(path(), QByteArray(size, 'n'));
-    }
-    QVERIFY(!replaced);
-    QVERIFY(!m_reason.isEmpty());
-    QCOMPARE(contentOf(path()), QByteArray("old"));
-    QCOMPARE(names(), QStringList(QStringLiteral("file.xml"))); // nothing half-written stays behind
-}
-
-void tst_MappingFile::aDiskThatFailsLeavesTheOldFile()
-{
-    writeFile(path(), "old");
-    syncError = EIO;
-    const bool replaced = replace(path(), "new");
-    syncError = 0;
-    QVERIFY(!replaced);
-    QCOMPARE(m_reason, QStringLiteral("Input/output error"));
-    QCOMPARE(contentOf(path()), QByteArray("old"));
-    QCOMPARE(names(), QStringList(QStringLiteral("file.xml")));
-}
-
-void tst_MappingFile::aDiskThatKnowsNoSuchThingIsNoFailure()
-{
-    syncError = EINVAL;
-    const bool replaced = replace(path(), "new");
-    syncError = 0;
-    QVERIFY(replaced);
-    QCOMPARE(contentOf(path()), QByteArray("new"));
-}
-
 void tst_MappingFile::aFileIsMadeWritableForItsOwner()
 {
     writeFile(path(), "old");
@@ -466,113 +326,6 @@ void tst_MappingFile::asMuchAsTheLimitIsWritten()
 {
     QVERIFY(replace(path(), QByteArray(static_cast<int>(MappingFile::maximumSize), 'n')));
     QCOMPARE(QFileInfo(path()).size(), MappingFile::maximumSize);
-}
-
-void tst_MappingFile::whatAKilledWriteLeavesIsRemoved_data()
-{
-    QTest::addColumn<QString>("written");
-    for (const char *name : {"custom.xml", "custom.xml.broken", "custom.xml.kept"}) {
-        QTest::newRow(name) << QString::fromLatin1(name);
-    }
-}
-
-void tst_MappingFile::whatAKilledWriteLeavesIsRemoved()
-{
-    QFETCH(QString, written);
-    writeFile(path("custom.xml"), "old");
-    const QStringList before = names();
-    const pid_t process = fork();
-    if (process == 0) {
-        endsInSync = true;
-        replace(path(written.toLatin1()), "new");
-        _exit(1);
-    }
-    int status = -1;
-    QCOMPARE(waitpid(process, &status, 0), process);
-    QCOMPARE(status, 0);
-    QCOMPARE(names().size(), before.size() + 1);
-    makeLink(QStringLiteral("custom.xml"), path("zlink.xml"));
-    MappingFile::removeUnfinished(path("zlink.xml")); // beside the file, not beside the link
-    QCOMPARE(names(), before + QStringList(QStringLiteral("zlink.xml")));
-}
-
-void tst_MappingFile::usersFilesAreNoLeftovers()
-{
-    for (const char *name :
-         {"custom.xml", "custom.xml.BackUp", "custom.xml.backup", "custom.xml.broken", "custom.xml.veltrix",
-          "custom.xml.veltrix-backup", "other.xml.AbCdEf", "other.xml.veltrix-0123456789abcdef"}) {
-        writeFile(path(name), "mine");
-    }
-    const QStringList before = names();
-    MappingFile::removeUnfinished(path("custom.xml"));
-    QCOMPARE(names(), before);
-}
-
-void tst_MappingFile::anEarlierVersionCostsNoCopy()
-{
-    writeFile(path("custom.xml"), "old");
-    const ino_t before = inodeOf(path("custom.xml"));
-    syncError = EIO; // nothing is written
-    QVERIFY(FileHistory::note(path("custom.xml")));
-    syncError = 0;
-    const QString version = FileHistory::versions(path("custom.xml")).constFirst().path;
-    QCOMPARE(inodeOf(version), before);
-    QVERIFY(MappingFile::replace(path("custom.xml"), "new"));
-    QCOMPARE(contentOf(version), QByteArray("old"));
-}
-
-void tst_MappingFile::onAnotherDiskAnEarlierVersionIsACopy()
-{
-    const QTemporaryDir elsewhere(QStringLiteral("/dev/shm/history-XXXXXX"));
-    QVERIFY(elsewhere.isValid());
-    makeLink(elsewhere.path(), path("history"));
-    writeFile(path("custom.xml"), "old");
-    QVERIFY(FileHistory::note(path("custom.xml")));
-    const QString version = FileHistory::versions(path("custom.xml")).constFirst().path;
-    QVERIFY(inodeOf(version) != inodeOf(path("custom.xml")));
-    QCOMPARE(contentOf(version), QByteArray("old"));
-
-    writeFile(path("current.xml"), "old");
-    syncError = EIO;
-    const LogCapture log;
-    QVERIFY(!FileHistory::note(path("current.xml"))); // whole on the disk, or not at all
-    syncError = 0;
-    QVERIFY(FileHistory::versions(path("current.xml")).isEmpty());
-}
-
-void tst_MappingFile::aLinkedFilesEarlierVersionIsNoLink()
-{
-    QVERIFY(QDir().mkdir(path("elsewhere")));
-    writeFile(path("elsewhere/mine.xml"), "old");
-    makeLink(path("elsewhere/mine.xml"), path("custom.xml"));
-    QVERIFY(FileHistory::note(path("custom.xml")));
-    QVERIFY(MappingFile::replace(path("custom.xml"), "new"));
-    const QString version = FileHistory::versions(path("custom.xml")).constFirst().path;
-    QVERIFY(!QFileInfo(version).isSymbolicLink());
-    QCOMPARE(contentOf(version), QByteArray("old"));
-}
-
-void tst_MappingFile::aStepThatCannotBeTakenBackLeavesAllAsItIs()
-{
-    const QByteArray mine = "<ZR>\n<MAPPING software='One'/> </ZR>";
-    writeFile(path("custom.xml"), mine);
-    MappingSession session(m_directory->path());
-    session.load([] {}, [] { return ActionTable(); });
-    QVERIFY(session.remove(QStringLiteral("One")));
-    const QByteArray without = contentOf(path("custom.xml"));
-    syncError = EIO;
-    for (int times = 0; times < 2; ++times) {
-        const FileResult result = session.takeBack();
-        QVERIFY(!result);
-        QCOMPARE(result.reason(), QStringLiteral("Input/output error"));
-        QCOMPARE(contentOf(path("custom.xml")), without);
-        QVERIFY(session.custom().isEmpty());
-        QVERIFY(session.canTakeBack() && !session.canRedo());
-    }
-    syncError = 0;
-    QVERIFY(session.takeBack());
-    QCOMPARE(contentOf(path("custom.xml")), mine);
-    QCOMPARE(session.custom().size(), 1);
 }
 
 QTEST_GUILESS_MAIN(tst_MappingFile)

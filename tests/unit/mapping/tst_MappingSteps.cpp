@@ -1,35 +1,18 @@
-#include "MappingFixtures.h"
-#include "mapping/FileHistory.h"
-#include "mapping/MappingSession.h"
-#include "tests/support/log/LogCapture.h"
+#include "StepsInFolder.h"
 #include "tests/support/main/Main.h"
 
-#include <QDir>
 #include <QFile>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
-#include <memory>
-
-namespace
-{
-
-// As somebody writes it by hand: nothing of it may get lost on the way back.
-const QByteArray byHand =
-    "<ZR>\n\n<!-- mine -->\n  <MAPPING software=\"One\"/><MAPPING software='Two' x=\"1\"/>\n"
-    "  <MAPPING software=\"Two\"/>  <MAPPING software=\"Three\"/>\n</ZR>\n";
-
-} // namespace
-
 /// Taking back what was written, and doing it again.
-class tst_MappingSteps : public QObject
+class tst_MappingSteps : public QObject, private StepsInFolder
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { begin(); }
+    void cleanup() { end(); }
 
     void aDeletionIsTakenBackByteForByte();
     void aSaveIsTakenBackByteForByte();
@@ -44,61 +27,18 @@ private Q_SLOTS:
     void whatHappenedIsSaid();
     void aFileThatGrowsIsBounded();
     void aHugeStepTakesTheOneBeforeAway();
-    void whatIsOverwrittenGoesToTheHistory();
-    void whatTakingBackOverwritesGoesToTheHistory();
-    void anEarlierVersionIsBroughtBackAndTakenBack();
-    void anEarlierWorkingCopyIsInUseAtOnce();
-    void whatWasNotKeptIsNotLostByRestoring();
-    void aVersionThatIsNoneChangesNothing();
     void whatIsKeptElsewhereIsKeptAgain();
     void whatIsKeptElsewhereAtOnceIsKeptOnce();
     void anEditIsOneStep();
     void anEditThatEndsWhereItBeganIsNone();
     void whatComesInBetweenEndsAnEdit();
     void aKeepInBetweenEndsAnEdit();
-
-private:
-    QString path(const char *name) const { return m_directory->filePath(QString::fromLatin1(name)); }
-    QByteArray custom() const { return contentOf(path("custom.xml")); }
-    QByteArray workingCopy() const { return contentOf(path("current.xml")); }
-    void start()
-    {
-        m_session = std::make_unique<MappingSession>(m_directory->path());
-        m_session->load([] {}, [] { return ActionTable(); });
-    }
-    void capture(int control, qint32 code)
-    {
-        m_session->assign(control, Layer::Normal, key(code));
-        QVERIFY(m_session->keepWithLastStep());
-    }
-    qint32 inUse(int control = 3) const { return m_session->action(control, Layer::Normal).key1; }
-    QStringList names() const
-    {
-        QStringList found;
-        for (const ZRButtonMap *map : m_session->custom()) {
-            found << map->name;
-        }
-        return found;
-    }
-
-    std::unique_ptr<QTemporaryDir> m_directory;
-    std::unique_ptr<MappingSession> m_session;
 };
-
-void tst_MappingSteps::init()
-{
-    m_directory = std::make_unique<QTemporaryDir>();
-}
-
-void tst_MappingSteps::cleanup()
-{
-    m_session.reset();
-}
 
 void tst_MappingSteps::aDeletionIsTakenBackByteForByte()
 {
     writeFile(path("custom.xml"), byHand);
-    start();
+    load();
     const QStringList before = names();
     QSignalSpy replaced(m_session.get(), &MappingSession::replaced);
     QVERIFY(m_session->remove(QStringLiteral("Two")));
@@ -116,7 +56,7 @@ void tst_MappingSteps::aDeletionIsTakenBackByteForByte()
 void tst_MappingSteps::aSaveIsTakenBackByteForByte()
 {
     writeFile(path("custom.xml"), byHand);
-    start();
+    load();
     m_session->assign(3, Layer::Normal, key(65));
     QVERIFY(m_session->saveAs(QStringLiteral("Two"))); // over one that exists
     QCOMPARE(names().size(), 5);
@@ -131,7 +71,7 @@ void tst_MappingSteps::aSaveIsTakenBackByteForByte()
 
 void tst_MappingSteps::theFirstSaveIsTakenBackToNoFile()
 {
-    start();
+    load();
     QVERIFY(m_session->saveAs(QStringLiteral("One")));
     QCOMPARE(names(), QStringList{QStringLiteral("One")});
     QVERIFY(m_session->takeBack());
@@ -145,7 +85,7 @@ void tst_MappingSteps::aCapturedShortcutsWorkingCopyIsTakenBack()
 {
     const QByteArray begin = "<ZR> <MAPPING software='current_map'> <!-- by hand --> </MAPPING></ZR>";
     writeFile(path("current.xml"), begin);
-    start();
+    load();
     m_session->assign(4, Layer::Normal, key(80)); // written by nobody
     capture(3, 65);
     const QByteArray first = workingCopy();
@@ -165,7 +105,7 @@ void tst_MappingSteps::aCapturedShortcutsWorkingCopyIsTakenBack()
 
 void tst_MappingSteps::theFirstWorkingCopyIsTakenBackToNone()
 {
-    start();
+    load();
     capture(3, 65);
     QVERIFY(m_session->takeBack());
     QVERIFY(!QFile::exists(path("current.xml")));
@@ -176,7 +116,7 @@ void tst_MappingSteps::theFirstWorkingCopyIsTakenBackToNone()
 
 void tst_MappingSteps::whatWasKeptSinceIsWrittenAnew()
 {
-    start();
+    load();
     capture(3, 65);
     capture(3, 66);
     m_session->assign(4, Layer::Normal, key(80));
@@ -193,7 +133,7 @@ void tst_MappingSteps::whatWasKeptSinceIsWrittenAnew()
 
 void tst_MappingSteps::aKeepOfItsOwnIsNotTakenBack()
 {
-    start();
+    load();
     m_session->assign(3, Layer::Normal, key(65));
     QVERIFY(m_session->keep());
     const QByteArray written = workingCopy();
@@ -211,7 +151,7 @@ void tst_MappingSteps::aKeepOfItsOwnIsNotTakenBack()
 
 void tst_MappingSteps::whatWasKeptTwiceIsTakenBackToWhatTheFileHolds()
 {
-    start();
+    load();
     m_session->assign(3, Layer::Normal, key(65));
     QVERIFY(m_session->keep());
     QVERIFY(m_session->keepWithLastStep());
@@ -224,7 +164,7 @@ void tst_MappingSteps::whatWasKeptTwiceIsTakenBackToWhatTheFileHolds()
 void tst_MappingSteps::stepsOfAllKindsGoBackAndForth()
 {
     writeFile(path("custom.xml"), byHand);
-    start();
+    load();
     capture(3, 65);
     QVERIFY(m_session->saveAs(QStringLiteral("Four")));
     m_session->use(*sampleMap(QStringLiteral("Sample")));
@@ -256,7 +196,7 @@ void tst_MappingSteps::stepsOfAllKindsGoBackAndForth()
 void tst_MappingSteps::whatSomebodyElseWroteStays()
 {
     writeFile(path("custom.xml"), byHand);
-    start();
+    load();
     m_session->assign(3, Layer::Normal, key(65));
     QVERIFY(m_session->remove(QStringLiteral("One")));
     writeFile(path("custom.xml"), "<ZR><MAPPING software=\"Theirs\"/></ZR>");
@@ -273,7 +213,7 @@ void tst_MappingSteps::whatSomebodyElseWroteStays()
 
 void tst_MappingSteps::whatHappenedIsSaid()
 {
-    start();
+    load();
     QStringList said;
     connect(m_session.get(), &MappingSession::stepped, this,
             [&](const MappingStep &step, MappingSession::Way way) {
@@ -325,125 +265,9 @@ void tst_MappingSteps::aHugeStepTakesTheOneBeforeAway()
     QVERIFY(steps.last() == nullptr); // two are already more than the memory is to hold
 }
 
-void tst_MappingSteps::whatIsOverwrittenGoesToTheHistory()
-{
-    writeFile(path("custom.xml"), byHand);
-    writeFile(path("current.xml"), "<ZR/>");
-    start();
-    capture(3, 65);
-    QVERIFY(m_session->saveAs(QStringLiteral("Four")));
-    QVERIFY(m_session->remove(QStringLiteral("Four"))); // within the minute
-    const auto customs = FileHistory::versions(path("custom.xml"));
-    const auto currents = FileHistory::versions(path("current.xml"));
-    QCOMPARE(customs.size(), 1);
-    QCOMPARE(contentOf(customs.constFirst().path), byHand);
-    QCOMPARE(currents.size(), 1);
-    QCOMPARE(contentOf(currents.constFirst().path), QByteArray("<ZR/>"));
-
-    // Without a history the save is done all the same.
-    QVERIFY(QDir(path("history")).removeRecursively());
-    writeFile(path("history"), "in the way");
-    LogCapture log;
-    QVERIFY(m_session->saveAs(QStringLiteral("Five")));
-    QCOMPARE(log.linesHolding(QStringLiteral("No earlier version")).size(), 1);
-    QVERIFY(names().contains(QStringLiteral("Five")));
-}
-
-void tst_MappingSteps::whatTakingBackOverwritesGoesToTheHistory()
-{
-    start();
-    QVERIFY(m_session->saveAs(QStringLiteral("One")));
-    const QByteArray saved = custom();
-    QVERIFY(m_session->takeBack());
-    QVERIFY(!QFile::exists(path("custom.xml")));
-    const auto versions = FileHistory::versions(path("custom.xml"));
-    QCOMPARE(versions.size(), 1);
-    QCOMPARE(contentOf(versions.constFirst().path), saved);
-}
-
-void tst_MappingSteps::anEarlierVersionIsBroughtBackAndTakenBack()
-{
-    writeFile(path("custom.xml"), byHand);
-    start();
-    QVERIFY(m_session->remove(QStringLiteral("One")));
-    const QByteArray without = custom();
-    const QString version = FileHistory::versions(path("custom.xml")).constFirst().path;
-    QVERIFY(m_session->restore(version));
-    QCOMPARE(custom(), byHand);
-    QCOMPARE(names().size(), 4);
-    QCOMPARE(contentOf(FileHistory::versions(path("custom.xml")).constFirst().path), without);
-    QVERIFY(m_session->takeBack());
-    QCOMPARE(custom(), without);
-    QCOMPARE(names().size(), 3);
-}
-
-void tst_MappingSteps::anEarlierWorkingCopyIsInUseAtOnce()
-{
-    start();
-    capture(3, 65);
-    capture(3, 66);
-    const QByteArray present = workingCopy();
-    QVERIFY(FileHistory::noteAnyway(path("current.xml")));
-    capture(3, 67);
-    QSignalSpy replaced(m_session.get(), &MappingSession::replaced);
-    QVERIFY(m_session->restore(FileHistory::versions(path("current.xml")).constFirst().path));
-    QCOMPARE(inUse(), 66);
-    QCOMPARE(replaced.size(), 1);
-    QVERIFY(m_session->isKept());
-    QCOMPARE(workingCopy(), present);
-    QVERIFY(m_session->takeBack());
-    QCOMPARE(inUse(), 67);
-    QVERIFY(m_session->isKept());
-    QVERIFY(m_session->takeBack());
-    QCOMPARE(inUse(), 66);
-}
-
-void tst_MappingSteps::whatWasNotKeptIsNotLostByRestoring()
-{
-    start();
-    capture(3, 65);
-    QVERIFY(FileHistory::noteAnyway(path("current.xml")));
-    const QString version = FileHistory::versions(path("current.xml")).constFirst().path;
-    const shortCut kept = m_session->action(3, Layer::Normal);
-    shortCut edited = kept;
-    edited.key1 = 66;
-    m_session->assign(3, Layer::Normal, edited);
-    QSignalSpy stepped(m_session.get(), &MappingSession::stepped);
-    QSignalSpy keptChanged(m_session.get(), &MappingSession::keptChanged);
-    QVERIFY(m_session->restore(version)); // what the file holds anyway
-    QCOMPARE(keptChanged.size(), 1);
-    QCOMPARE(inUse(), 65);
-    QCOMPARE(stepped.size(), 1);
-    QVERIFY(m_session->takeBack());
-    QCOMPARE(inUse(), 66);
-    QVERIFY(!m_session->isKept());
-    QVERIFY(m_session->redo());
-    QCOMPARE(inUse(), 65);
-    QVERIFY(m_session->restore(version)); // nothing changes at all
-    QCOMPARE(stepped.size(), 3);
-}
-
-void tst_MappingSteps::aVersionThatIsNoneChangesNothing()
-{
-    writeFile(path("custom.xml"), byHand);
-    start();
-    QVERIFY(QDir().mkdir(path("copy")));
-    writeFile(path("copy/custom.xml"), "<ZR><MAPPING");
-    writeFile(path("copy/current.xml"), "<ZR/>");
-    QSignalSpy generalNeeded(m_session.get(), &MappingSession::generalNeeded);
-    QVERIFY(!m_session->restore(path("copy/current.xml")));
-    QVERIFY(!m_session->restore(QStringLiteral("nonsense")));
-    QCOMPARE(generalNeeded.size(), 0);
-    QVERIFY(!m_session->restore(path("copy/custom.xml")));
-    QVERIFY(!m_session->restore(path("copy/mine.xml")));
-    QCOMPARE(custom(), byHand);
-    QCOMPARE(names().size(), 4);
-    QVERIFY(!m_session->canTakeBack());
-}
-
 void tst_MappingSteps::whatIsKeptElsewhereIsKeptAgain()
 {
-    start();
+    load();
     QVector<qint32> kept;
     bool fails = false;
     MappingSession::Aside aside;
@@ -475,7 +299,7 @@ void tst_MappingSteps::whatIsKeptElsewhereIsKeptAgain()
 
 void tst_MappingSteps::whatIsKeptElsewhereAtOnceIsKeptOnce()
 {
-    start();
+    load();
     int written = 0;
     MappingSession::Aside aside;
     aside.keeper = [&written] {
@@ -494,7 +318,7 @@ void tst_MappingSteps::whatIsKeptElsewhereAtOnceIsKeptOnce()
 
 void tst_MappingSteps::anEditIsOneStep()
 {
-    start();
+    load();
     m_session->assign(3, Layer::Normal, key(65));
     QSignalSpy stepped(m_session.get(), &MappingSession::stepped);
     for (const qint32 code : {6, 60, 61}) {
@@ -519,7 +343,7 @@ void tst_MappingSteps::anEditIsOneStep()
 
 void tst_MappingSteps::anEditThatEndsWhereItBeganIsNone()
 {
-    start();
+    load();
     m_session->assign(3, Layer::Normal, key(6));
     m_session->assign(3, {{Layer::Normal, key(60)}}, 1);
     QSignalSpy forgotten(m_session.get(), &MappingSession::stepForgotten);
@@ -532,7 +356,7 @@ void tst_MappingSteps::anEditThatEndsWhereItBeganIsNone()
 
 void tst_MappingSteps::aKeepInBetweenEndsAnEdit()
 {
-    start();
+    load();
     QVERIFY(!QFile::exists(path("current.xml")));
     m_session->assign(3, {{Layer::Normal, key(6)}}, 1);
     QVERIFY(m_session->keepWithLastStep());
@@ -546,7 +370,7 @@ void tst_MappingSteps::aKeepInBetweenEndsAnEdit()
 
 void tst_MappingSteps::whatComesInBetweenEndsAnEdit()
 {
-    start();
+    load();
     ZRButtonMap other(QStringLiteral("Other"));
     m_session->assign(3, {{Layer::Normal, key(6)}}, 1);
     m_session->use(other);
