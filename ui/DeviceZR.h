@@ -76,6 +76,9 @@ public:
     /// Ends the game as its chord on the device would.
     void leaveGame();
 
+    /// Says at the bottom of the page that the program in front gets no keys from this one.
+    void showRefusedInput();
+
 Q_SIGNALS:
     /// The page to show: "ZR" for this one, "GAME" for the game, an empty name when the device is gone.
     void displayControlPanel(QString name);
@@ -88,8 +91,6 @@ public Q_SLOTS:
     void replyFinished(QNetworkReply *reply);
     void dowloadFinished(bool success);
     void printCurrentView();
-    /// Says at the bottom of the page that the program in front gets no keys from this one.
-    void showRefusedInput();
     void saveCurrentMap(const QString &name);
     void deleteMap(const QString &name);
     void setKnobSensitivityNormal(int val);

@@ -14,6 +14,7 @@
 #include <QGraphicsEffect>
 #include <QHelpEvent>
 #include <QLabel>
+#include <QMetaMethod>
 #include <QSlider>
 #include <QToolTip>
 #include <QtTest>
@@ -28,6 +29,7 @@ private Q_SLOTS:
     void init() { begin(); }
     void cleanup() { end(); }
 
+    void signalsAndSlotsStandInOrder();
     void widgetsStandWhereTheyBelong();
     void withoutStoredSlidersBothStandAtOne();
     void aFirstStartStoresWhatTheSlidersShow();
@@ -47,6 +49,35 @@ private Q_SLOTS:
     void everyControlHasANameForScreenReaders();
     void refusedInputIsSaidAtTheBottom();
 };
+
+void tst_DeviceZR::signalsAndSlotsStandInOrder()
+{
+    QStringList names;
+    const QMetaObject &page = DeviceZR::staticMetaObject;
+    for (int i = page.methodOffset(); i < page.methodCount(); ++i) {
+        names << QString::fromLatin1(page.method(i).methodSignature());
+    }
+    QCOMPARE(names, (QStringList{QStringLiteral("displayControlPanel(QString)"),
+                                 QStringLiteral("gameControl(char)"),
+                                 QStringLiteral("onDeviceConnected(QString)"),
+                                 QStringLiteral("restoreMouse()"),
+                                 QStringLiteral("newMap(ZRButtonMap*)"),
+                                 QStringLiteral("replyFinished(QNetworkReply*)"),
+                                 QStringLiteral("dowloadFinished(bool)"),
+                                 QStringLiteral("printCurrentView()"),
+                                 QStringLiteral("saveCurrentMap(QString)"),
+                                 QStringLiteral("deleteMap(QString)"),
+                                 QStringLiteral("setKnobSensitivityNormal(int)"),
+                                 QStringLiteral("setKnobSensitivityShift1(int)"),
+                                 QStringLiteral("onButtonpress(int,bool)"),
+                                 QStringLiteral("onKnobevent(char)"),
+                                 QStringLiteral("onKnobevent(int)"),
+                                 QStringLiteral("setLaunchOnStartup(bool)"),
+                                 QStringLiteral("onUserMovingMouse()"),
+                                 QStringLiteral("reEnableZR()"),
+                                 QStringLiteral("saveCurrentMapAsDefault()"),
+                                 QStringLiteral("loadDefaultMap(ZRButtonMap*)")}));
+}
 
 void tst_DeviceZR::widgetsStandWhereTheyBelong()
 {
