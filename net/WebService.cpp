@@ -61,8 +61,12 @@ void WebService::limit(QNetworkReply *reply, int deadline)
         }
     };
     QObject::connect(reply, &QNetworkReply::readyRead, reply, check);
-    QTimer::singleShot(deadline, reply,
-                       [reply] { giveUp(reply, Limit::Deadline, "does not come to an end"); });
+    // It goes with the reply: QTimer::singleShot() would wake the program a minute after each answer.
+    auto *end = new QTimer(reply);
+    end->setSingleShot(true);
+    QObject::connect(end, &QTimer::timeout, reply,
+                     [reply] { giveUp(reply, Limit::Deadline, "does not come to an end"); });
+    end->start(deadline);
 }
 
 QByteArray WebService::body(QNetworkReply *reply)

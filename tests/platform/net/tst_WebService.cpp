@@ -3,6 +3,7 @@
 #include "tests/support/http/HttpServer.h"
 #include "tests/support/main/Main.h"
 
+#include <QAbstractEventDispatcher>
 #include <QNetworkReply>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -28,6 +29,7 @@ private Q_SLOTS:
     void largerAnswerCountsAsNone();
     void answerThatDoesNotEndCountsAsNone_data();
     void answerThatDoesNotEndCountsAsNone();
+    void nothingWaitsForADeadlineOnceTheAnswerIsGone();
 
 private:
     std::unique_ptr<QNetworkReply> get(const HttpAnswer &answer, int deadline);
@@ -150,6 +152,19 @@ void tst_WebService::answerThatDoesNotEndCountsAsNone()
     QVERIFY(reply->isFinished());
     QVERIFY(WebService::limitOf(reply.get()) == WebService::Limit::Deadline);
     QCOMPARE(WebService::body(reply.get()), QByteArray());
+}
+
+void tst_WebService::nothingWaitsForADeadlineOnceTheAnswerIsGone()
+{
+    // A timer that nobody owns belongs to the dispatcher, and wakes the program when its time has come.
+    const QObject *dispatcher = QAbstractEventDispatcher::instance();
+    const int before = dispatcher->children().size();
+    HttpAnswer answer;
+    answer.generatedSize = 1;
+    auto reply = get(answer, WebService::answerDeadline);
+    QCOMPARE(WebService::body(reply.get()).size(), 1);
+    reply.reset();
+    QCOMPARE(dispatcher->children().size(), before);
 }
 
 QTEST_GUILESS_MAIN(tst_WebService)
