@@ -32,6 +32,13 @@ QPalette menuPalette()
     return palette;
 }
 
+QPalette chosenPalette()
+{
+    QPalette palette = menuPalette();
+    palette.setColor(QPalette::WindowText, paper);
+    return palette;
+}
+
 void drawHeading(const QStyleOptionMenuItem &item, QPainter &painter)
 {
     painter.save();
@@ -62,6 +69,7 @@ void drawCheckMark(const QStyleOptionMenuItem &item, QPainter &painter)
 ComboMenuStyle::ComboMenuStyle()
     : QProxyStyle(QStringLiteral("Fusion"))
     , m_palette(menuPalette())
+    , m_chosenPalette(chosenPalette())
     , m_font(Look::font(Look::Face::Menu, 10))
 {
 }
@@ -101,5 +109,20 @@ void ComboMenuStyle::drawControl(ControlElement element, const QStyleOption *opt
         if (item->checked && item->checkType != QStyleOptionMenuItem::NotCheckable) {
             drawCheckMark(*item, *painter);
         }
+    }
+}
+
+void ComboMenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                                   const QWidget *widget) const
+{
+    if ((element == PE_IndicatorArrowRight || element == PE_IndicatorArrowLeft) &&
+        option->palette.color(QPalette::WindowText) == paper) {
+        // Fusion makes this palette anew at each painting, and keeps the arrow's picture under the palette's
+        // number: the pictures would fill the cache, and none would ever be found again.
+        QStyleOption arrow(*option);
+        arrow.palette = m_chosenPalette;
+        QProxyStyle::drawPrimitive(element, &arrow, painter, widget);
+    } else {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
 }

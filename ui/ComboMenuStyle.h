@@ -26,8 +26,11 @@ public:
                   QStyleHintReturn *returnData) const override;
     void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
                      const QWidget *widget) const override;
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override;
 
 private:
     const QPalette m_palette;
+    const QPalette m_chosenPalette; // of the arrow of the entry that is chosen
     const QFont m_font;
 };
