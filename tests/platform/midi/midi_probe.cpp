@@ -15,9 +15,11 @@
 //   delete           delete the port                           deleted MILLISECONDS
 //   threads          count the threads of the process          threads COUNT
 //   cpu              processor time spent so far               cpu MILLISECONDS
+//   outputs          list the MIDI outputs on the server       outputs NAME, NAME
 //   input HEX        send HEX to an input port of our own      got BYTE0 BYTE1 BYTE2
 //
-// Ends with its standard input. Log lines stand between the answers, after "log ".
+// Ends with its standard input. Log lines stand between the answers, after "log ". "input" logs the MIDI
+// inputs on the server.
 
 #include "app/AfterCrash.h"
 #include "engine/MidiActions.h"
@@ -57,6 +59,16 @@ std::vector<unsigned char> bytesOf(const std::string &hex)
     return {bytes.begin(), bytes.end()};
 }
 
+// What a client of the server's can be connected to.
+QString portsFor(RtMidi &client)
+{
+    QStringList names;
+    for (unsigned int index = 0; index < client.getPortCount(); ++index) {
+        names.append(QString::fromStdString(client.getPortName(index)));
+    }
+    return names.join(QStringLiteral(", "));
+}
+
 std::string receive(const std::string &hex)
 {
     RtMidiOut source(RtMidi::UNIX_JACK, "source");
@@ -65,6 +77,7 @@ std::string receive(const std::string &hex)
     const int index = port.portNames().indexOf(QStringLiteral("source:keys"));
     if (port.openPort(index) != 0)
         return "no port";
+    log(QtInfoMsg, QMessageLogContext(), QStringLiteral("inputs ") + portsFor(source));
     QString got;
     QObject::connect(&port, &MidiInPort::gotMessage, qApp,
                      [&](const QString &byte0, const QString &byte1, const QString &byte2) {
@@ -164,6 +177,10 @@ public:
                                                    .size());
         if (command == "cpu")
             return "cpu " + std::to_string(1000 * std::clock() / CLOCKS_PER_SEC);
+        if (command == "outputs") {
+            RtMidiIn client(RtMidi::UNIX_JACK, "client");
+            return "outputs " + portsFor(client).toStdString();
+        }
         if (command == "input")
             return receive(argument);
         return "what?";

@@ -64,6 +64,12 @@ private Q_SLOTS:
         QCOMPARE(none.lines() + second.lines(), QStringList());
     }
 
+    void othersSeeThePortUnderTheProgramsName()
+    {
+        openPort();
+        QCOMPARE(m_probe->ask(text("outputs")), text("outputs Veltrix:RtMidi"));
+    }
+
     void theChoiceOfTheSystemIsLogged()
     {
         openPort();
@@ -243,6 +249,9 @@ private Q_SLOTS:
     void anInputPortSaysWhatArrives()
     {
         QCOMPARE(m_probe->ask(text("input 903C64")), text("got 144 60 100"));
+        const QStringList inputs = m_probe->log.filter(text("inputs "));
+        QCOMPARE(inputs.size(), 1);
+        QVERIFY2(inputs.first().contains(text("RtMidi Input Client:RtMidi")), qPrintable(inputs.first()));
         QCOMPARE(m_probe->ask(text("input C105")), text("got 193 5"));
         VERIFY_BETWEEN(m_probe->end(), 0, 1000);
     }

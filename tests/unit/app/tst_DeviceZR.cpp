@@ -1,5 +1,6 @@
 #include "app/frame/AppFonts.h"
 #include "app/frame/ClickableLabel.h"
+#include "tests/support/log/LogCapture.h"
 #include "tests/support/main/Main.h"
 #include "tests/support/mapping/MappingSamples.h"
 #include "tests/unit/app/PageInWindow.h"
@@ -44,6 +45,7 @@ private Q_SLOTS:
     void noticeStandsOnTheBottomLine();
     void dialogsAskThePagesDesktopForKeys();
     void updateNoticeFollowsTheDownload();
+    void eachShowAsksTheServiceOnce();
     void drawingTellsWhatItsControlsDoAlsoWithoutAMapping();
     void controlsTellWhatTheyDoInEachLayer();
     void everyControlHasANameForScreenReaders();
@@ -289,6 +291,18 @@ void tst_DeviceZR::updateNoticeFollowsTheDownload()
     m_page->hide();
     m_page->show();
     QVERIFY(notice->isHidden());
+}
+
+void tst_DeviceZR::eachShowAsksTheServiceOnce()
+{
+    const LogCapture log;
+    makePage();
+    const auto asked = [&log] { return log.linesHolding(QStringLiteral("Checking server for updates...")); };
+    QCOMPARE(asked().size(), 1);
+    m_page->hide();
+    QCOMPARE(asked().size(), 1);
+    m_page->show();
+    QCOMPARE(asked().size(), 2);
 }
 
 void tst_DeviceZR::drawingTellsWhatItsControlsDoAlsoWithoutAMapping()

@@ -17,6 +17,7 @@ private Q_SLOTS:
     void rectanglesAreOnWholePixels();
     void paintsBallAndPaddlesInTheirColours();
     void scoresStandOnTheirBaselines();
+    void scoresAreLargeAndBold();
     void knobLeftMovesUpUntilItIsLetGo();
     void knobLeftTwiceStopsAtTheTop();
     void lettingGoWithoutAKeyKeepsStill();
@@ -114,6 +115,30 @@ void tst_GameView::scoresStandOnTheirBaselines()
     QVERIFY(inked({300, 5, 40, 46}));
     QVERIFY(inked({600, 5, 40, 46}));
     QVERIFY(!inked({300, 56, 40, 40}));
+}
+
+void tst_GameView::scoresAreLargeAndBold()
+{
+    class Scores : public QWidget
+    {
+        void paintEvent(QPaintEvent * /*event*/) override
+        {
+            QPainter painter(this);
+            painter.setPen(QColor(200, 200, 200));
+            painter.setFont(QFont(QStringLiteral("Helvetica"), 40, 75));
+            painter.drawText(300, 50, QStringLiteral("0"));
+            painter.drawText(600, 50, QStringLiteral("0"));
+        }
+    };
+    GameView view(nullptr);
+    Scores scores;
+    for (QWidget *each : {static_cast<QWidget *>(&view), static_cast<QWidget *>(&scores)}) {
+        each->resize(900, 650);
+    }
+    for (const int x : {300, 600}) {
+        const QRect place(x, 0, 60, 60);
+        QCOMPARE(view.grab(place).toImage(), scores.grab(place).toImage());
+    }
 }
 
 void tst_GameView::knobLeftMovesUpUntilItIsLetGo()
