@@ -1,9 +1,9 @@
 #include "app/UpdateDialog.h"
 #include "app/frame/ZRDialog.h"
-#include "tests/platform/ui_dialogs/XClient.h"
 #include "tests/support/main/Main.h"
 #include "tests/support/xserver/KeyWindow.h"
-#include "tests/support/xserver/XServer.h"
+#include "tests/support/xserver/RunOnServer.h"
+#include "tests/support/xserver/XClient.h"
 
 #include <QApplication>
 #include <QFile>
@@ -30,6 +30,16 @@ QPoint placeOn(Display &display, WId window)
     return place;
 }
 
+Window focused(const XServer &server)
+{
+    Display *display = XOpenDisplay(server.display().constData());
+    Window window = None;
+    int revert = 0;
+    XGetInputFocus(display, &window, &revert);
+    XCloseDisplay(display);
+    return window;
+}
+
 } // namespace
 
 /// A question about an update comes up while the user types in another program, on a desktop with a window
@@ -47,6 +57,10 @@ public:
 private Q_SLOTS:
     void initTestCase();
     void cleanupTestCase();
+    // The window manager takes the focus that a test's windows leave, and would else take it from those of
+    // the next.
+    void cleanup() { QTRY_COMPARE(focused(m_server), m_whenNobodyHasIt); }
+
     void keysStayWhereTheUserTypes_data();
     void keysStayWhereTheUserTypes();
     void keysArriveOnceTheUserHasGoneThere();
@@ -54,6 +68,7 @@ private Q_SLOTS:
 private:
     const XServer &m_server;
     QProcess m_windowManager;
+    Window m_whenNobodyHasIt = None;
 };
 
 void tst_UpdateFocus::initTestCase()
@@ -65,6 +80,7 @@ void tst_UpdateFocus::initTestCase()
     m_windowManager.start(QStringLiteral(START_SERVER), {QStringLiteral("window-manager"), started});
     QVERIFY(m_windowManager.waitForStarted());
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(started), 20000);
+    m_whenNobodyHasIt = focused(m_server);
 }
 
 void tst_UpdateFocus::cleanupTestCase()
@@ -145,16 +161,7 @@ void tst_UpdateFocus::keysArriveOnceTheUserHasGoneThere()
 
 int main(int argc, char *argv[])
 {
-    XServer server;
-    if (!server.isRunning()) {
-        qCritical("%s", qPrintable(server.error()));
-        return 1;
-    }
-    server.exportDisplay();
-    QApplication application(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
-    tst_UpdateFocus test(server);
-    return QTest::qExec(&test, argc, argv);
+    return runOnServer<tst_UpdateFocus>(argc, argv);
 }
 
 #include "tst_UpdateFocus.moc"

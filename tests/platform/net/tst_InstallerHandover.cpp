@@ -1,4 +1,5 @@
 #include "net/OSHelper.h"
+#include "tests/platform/net/FileContent.h"
 #include "tests/platform/net/UpdaterRig.h"
 #include "tests/support/main/Main.h"
 
@@ -13,12 +14,6 @@
 
 namespace
 {
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-}
 
 void writeProgram(const QString &path, const QByteArray &content)
 {

@@ -1,4 +1,5 @@
 #include "net/MapUpdate.h"
+#include "tests/platform/net/FileContent.h"
 #include "tests/support/http/HttpServer.h"
 #include "tests/support/main/Main.h"
 #include "tests/support/signing/SigningKey.h"
@@ -15,17 +16,6 @@
 #include <QTest>
 
 #include <memory>
-
-namespace
-{
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-}
-
-} // namespace
 
 class tst_MapUpdate : public QObject
 {

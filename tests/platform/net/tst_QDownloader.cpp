@@ -1,32 +1,18 @@
-#include "net/QDownloader.h"
-#include "tests/support/disk/FullDisk.h"
-#include "tests/support/http/HttpServer.h"
+#include "tests/platform/net/DownloadRig.h"
 #include "tests/support/main/Main.h"
 
-#include <QElapsedTimer>
 #include <QFile>
-#include <QNetworkReply>
-#include <QRegularExpression>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 namespace
 {
 
-constexpr int shortStall = 300; // ms
 #ifdef VELTRIX_ADDRESS_SANITIZER
 constexpr qint64 allowedGrowth = 320LL * 1024 * 1024; // the sanitizer keeps 256 MiB of what has been freed
 #else
 constexpr qint64 allowedGrowth = 32LL * 1024 * 1024;
 #endif
-constexpr qint64 gigabyte = qint64(1024) * 1024 * 1024;
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-}
 
 qint64 residentBytes()
 {
@@ -37,19 +23,16 @@ qint64 residentBytes()
     return status.readAll().split(' ').value(1).toLongLong() * 4096;
 }
 
-void expectWarning(const char *pattern)
-{
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QString::fromLatin1(pattern)));
-}
-
 } // namespace
 
-class tst_QDownloader : public QObject
+/// What arrives, what is said of it meanwhile, and how a download is stopped or followed by another.
+class tst_QDownloader : public QObject, private DownloadRig
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
+    void init() { begin(); }
+
     void wholeFileArrives();
     void progressIsAFraction();
     void unknownLengthGivesNegativeProgress();
@@ -57,56 +40,15 @@ private Q_SLOTS:
     void unknownLength();
     void existingFileIsEmptiedAtOnce();
     void emptyBodyIsSuccess();
-    void cutOffLeavesThePartialFile_data();
-    void cutOffLeavesThePartialFile();
-    void stallIsFailure_data();
-    void stallIsFailure();
-    void slowServerIsNoStall();
-    void errorStatusIsFailure_data();
-    void errorStatusIsFailure();
-    void redirectIsFailureAndNotFollowed();
-    void nobodyListensIsFailure();
-    void addressThatIsNotHttpIsFailure_data();
-    void addressThatIsNotHttpIsFailure();
     void cancelBeforeAnyData();
     void cancelHalfWayThroughAGigabyteIsBoundedInMemory();
     void cancelWithoutADownloadDoesNothing();
-    void diskFullIsFailure();
-    void deviceFullIsFailure();
-    void missingFolderIsFailure_data();
-    void missingFolderIsFailure();
-    void tooLargeIsFailure();
-    void endThatHasToBeMarkedIsFailureWithTheHead();
-    void endThatHasToBeMarkedMayBeByChunks();
-    void announcedSizeThatIsTooLargeIsFailureWithTheHead();
-    void drippingIsBoundedAsAWhole();
-    void createNewRefusesALink();
     void createNewIsForThisUserAlone();
     void usedAgainReportsEachEndOnce();
     void startedFromWithinTheReport();
     void startedWhileAnotherRuns();
     void goneWhileItRuns();
-
-private:
-    QString path(const char *name) const { return m_dir->filePath(QString::fromLatin1(name)); }
-    void download() { m_downloader->download(m_server->url("/file"), path("file")); }
-    // What the next report of an end says; nothing when there is none.
-    QVariant outcome() { return m_finished->wait() ? m_finished->last().first() : QVariant(); }
-
-    std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<HttpServer> m_server;
-    std::unique_ptr<QDownloader> m_downloader;
-    std::unique_ptr<QSignalSpy> m_finished;
 };
-
-void tst_QDownloader::init()
-{
-    m_dir = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_dir->isValid());
-    m_server = std::make_unique<HttpServer>();
-    m_downloader = std::make_unique<QDownloader>();
-    m_finished = std::make_unique<QSignalSpy>(m_downloader.get(), &QDownloader::dowloadFinished);
-}
 
 void tst_QDownloader::wholeFileArrives()
 {
@@ -201,129 +143,6 @@ void tst_QDownloader::emptyBodyIsSuccess()
     QCOMPARE(contentOf(path("file")), QByteArray());
 }
 
-void tst_QDownloader::cutOffLeavesThePartialFile_data()
-{
-    QTest::addColumn<int>("size");
-    QTest::newRow("at the head") << 0;
-    QTest::newRow("a few bytes") << 10;
-    QTest::newRow("more than a packet") << 120'000;
-    QTest::newRow("all but one byte") << 199'999;
-}
-
-void tst_QDownloader::cutOffLeavesThePartialFile()
-{
-    QFETCH(int, size);
-    HttpAnswer answer;
-    answer.generatedSize = 200'000;
-    answer.breakOffAt = size;
-    m_server->setAnswer("/file", answer);
-    expectWarning("closed");
-    download();
-    QCOMPARE(outcome(), QVariant(false));
-    QCOMPARE(m_finished->size(), 1);
-    QVERIFY(contentOf(path("file")) == HttpServer::generated(0, size));
-}
-
-void tst_QDownloader::stallIsFailure_data()
-{
-    QTest::addColumn<qint64>("after");
-    QTest::newRow("without an answer") << qint64(-1);
-    QTest::newRow("behind the head") << qint64(0);
-    QTest::newRow("in the body") << qint64(1000);
-}
-
-void tst_QDownloader::stallIsFailure()
-{
-    QFETCH(qint64, after);
-    HttpAnswer answer;
-    answer.generatedSize = 5000;
-    answer.silent = after < 0;
-    answer.stallAt = after;
-    m_server->setAnswer("/file", answer);
-    m_downloader->setStallTimeout(shortStall);
-    expectWarning("canceled");
-    download();
-    QCOMPARE(outcome(), QVariant(false));
-    QCOMPARE(QFile(path("file")).size(), qMax(qint64(0), after));
-}
-
-void tst_QDownloader::slowServerIsNoStall()
-{
-    HttpAnswer answer;
-    answer.generatedSize = 2000;
-    answer.pieceSize = 100;
-    answer.pause = 50; // a second in all, several times the stall timeout
-    m_server->setAnswer("/file", answer);
-    m_downloader->setStallTimeout(shortStall);
-    download();
-    QCOMPARE(outcome(), QVariant(true));
-    QVERIFY(contentOf(path("file")) == HttpServer::generated(0, 2000));
-}
-
-void tst_QDownloader::errorStatusIsFailure_data()
-{
-    QTest::addColumn<int>("status");
-    QTest::newRow("not found") << 404;
-    QTest::newRow("server error") << 500;
-    QTest::newRow("unavailable") << 503;
-}
-
-void tst_QDownloader::errorStatusIsFailure()
-{
-    QFETCH(int, status);
-    HttpAnswer answer;
-    answer.status = status;
-    answer.body = "<html>no</html>";
-    m_server->setAnswer("/file", answer);
-    expectWarning("server replied");
-    download();
-    QCOMPARE(outcome(), QVariant(false));
-}
-
-void tst_QDownloader::redirectIsFailureAndNotFollowed()
-{
-    HttpAnswer answer;
-    answer.status = 302;
-    answer.headers = {{"Location", m_server->url("/elsewhere").toLatin1()}};
-    m_server->setAnswer("/file", answer);
-    m_server->setAnswer("/elsewhere", "found");
-    expectWarning("status 302");
-    download();
-    QCOMPARE(outcome(), QVariant(false));
-    QTest::qWait(50);
-    QCOMPARE(m_server->requestCount("/elsewhere"), 0);
-}
-
-void tst_QDownloader::nobodyListensIsFailure()
-{
-    const QString url = m_server->url("/file");
-    m_server.reset();
-    expectWarning("refused");
-    m_downloader->download(url, path("file"));
-    QCOMPARE(outcome(), QVariant(false));
-    QCOMPARE(contentOf(path("file")), QByteArray());
-}
-
-void tst_QDownloader::addressThatIsNotHttpIsFailure_data()
-{
-    QTest::addColumn<QString>("url");
-    QTest::newRow("local file") << QStringLiteral("file:///etc/hostname");
-    QTest::newRow("data") << QStringLiteral("data:text/plain,hello");
-    QTest::newRow("empty") << QString();
-    QTest::newRow("words") << QStringLiteral("not an address");
-}
-
-void tst_QDownloader::addressThatIsNotHttpIsFailure()
-{
-    QFETCH(QString, url);
-    expectWarning("Not an HTTP address");
-    expectWarning("Protocol");
-    m_downloader->download(url, path("file"));
-    QCOMPARE(outcome(), QVariant(false));
-    QCOMPARE(m_finished->size(), 1);
-    QCOMPARE(contentOf(path("file")), QByteArray());
-}
-
 void tst_QDownloader::cancelBeforeAnyData()
 {
     HttpAnswer answer;
@@ -379,130 +198,6 @@ void tst_QDownloader::cancelWithoutADownloadDoesNothing()
     QTest::qWait(20);
     QCOMPARE(m_finished->size(), 1);
     QCOMPARE(m_finished->first().first().toBool(), true);
-}
-
-void tst_QDownloader::diskFullIsFailure()
-{
-    constexpr rlim_t limit = 100'000;
-    HttpAnswer answer;
-    answer.generatedSize = 1'000'000;
-    m_server->setAnswer("/file", answer);
-    expectWarning("File too large|written whole");
-    {
-        const FullDisk full(limit);
-        download();
-        QVERIFY(m_finished->wait());
-    }
-    QCOMPARE(m_finished->size(), 1);
-    QCOMPARE(m_finished->first().first().toBool(), false);
-    QVERIFY(QFile(path("file")).size() <= qint64(limit));
-}
-
-void tst_QDownloader::deviceFullIsFailure()
-{
-    m_server->setAnswer("/file", "a few bytes");
-    expectWarning("No space left");
-    m_downloader->download(m_server->url("/file"), QStringLiteral("/dev/full"));
-    QCOMPARE(outcome(), QVariant(false));
-}
-
-void tst_QDownloader::missingFolderIsFailure_data()
-{
-    QTest::addColumn<QByteArray>("body");
-    QTest::newRow("with a body") << QByteArray("body");
-    QTest::newRow("with an empty body") << QByteArray();
-}
-
-void tst_QDownloader::missingFolderIsFailure()
-{
-    QFETCH(QByteArray, body);
-    m_server->setAnswer("/file", body);
-    expectWarning("No such file or directory");
-    m_downloader->download(m_server->url("/file"), path("missing/file"));
-    QCOMPARE(outcome(), QVariant(false));
-    QCOMPARE(m_finished->size(), 1);
-    QVERIFY(!QFile::exists(path("missing")));
-}
-
-void tst_QDownloader::tooLargeIsFailure()
-{
-    HttpAnswer answer;
-    answer.generatedSize = 100'000;
-    m_server->setAnswer("/file", answer);
-    m_downloader->setMaximumSize(99'999);
-    expectWarning("larger than 99999 bytes");
-    download();
-    QCOMPARE(outcome(), QVariant(false));
-    QVERIFY(QFile(path("file")).size() <= 99'999);
-
-    m_downloader->setMaximumSize(100'000);
-    download();
-    QCOMPARE(outcome(), QVariant(true));
-}
-
-void tst_QDownloader::endThatHasToBeMarkedIsFailureWithTheHead()
-{
-    HttpAnswer answer;
-    answer.generatedSize = gigabyte;
-    answer.length = HttpAnswer::Length::Unknown;
-    m_server->setAnswer("/file", answer);
-    m_downloader->setMarkedEndRequired(true);
-    expectWarning("did not tell the length");
-    download();
-    QCOMPARE(outcome(), QVariant(false));
-    QCOMPARE(contentOf(path("file")), QByteArray());
-}
-
-void tst_QDownloader::endThatHasToBeMarkedMayBeByChunks()
-{
-    HttpAnswer answer;
-    answer.generatedSize = 100'000;
-    answer.length = HttpAnswer::Length::Chunked;
-    m_server->setAnswer("/file", answer);
-    m_downloader->setMarkedEndRequired(true);
-    download();
-    QCOMPARE(outcome(), QVariant(true));
-    QVERIFY(contentOf(path("file")) == HttpServer::generated(0, answer.generatedSize));
-}
-
-void tst_QDownloader::announcedSizeThatIsTooLargeIsFailureWithTheHead()
-{
-    HttpAnswer answer;
-    answer.generatedSize = gigabyte;
-    answer.stallAt = 0;
-    m_server->setAnswer("/file", answer);
-    m_downloader->setMaximumSize(1000);
-    expectWarning("larger than 1000 bytes");
-    download();
-    QCOMPARE(outcome(), QVariant(false));
-}
-
-void tst_QDownloader::drippingIsBoundedAsAWhole()
-{
-    HttpAnswer answer;
-    answer.generatedSize = 100'000;
-    answer.pieceSize = 1;
-    answer.pause = 20;
-    m_server->setAnswer("/file", answer);
-    m_downloader->setStallTimeout(5000);
-    m_downloader->setDeadline(400);
-    expectWarning("does not come to an end");
-    QElapsedTimer time;
-    time.start();
-    download();
-    QCOMPARE(outcome(), QVariant(false));
-    QVERIFY(time.elapsed() < 3000);
-}
-
-void tst_QDownloader::createNewRefusesALink()
-{
-    QVERIFY(QFile::link(path("target"), path("file")));
-    m_server->setAnswer("/file", "body");
-    m_downloader->setCreateNew(true);
-    expectWarning("exists");
-    download();
-    QCOMPARE(outcome(), QVariant(false));
-    QVERIFY(!QFile::exists(path("target")));
 }
 
 void tst_QDownloader::createNewIsForThisUserAlone()

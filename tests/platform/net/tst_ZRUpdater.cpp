@@ -1,3 +1,4 @@
+#include "tests/platform/net/FileContent.h"
 #include "tests/platform/net/UpdaterRig.h"
 #include "tests/platform/net/UpdaterTexts.h"
 #include "tests/support/main/Main.h"

@@ -3,7 +3,7 @@
 #include "app/frame/AppFonts.h"
 #include "app/frame/ZRBaseWindow.h"
 #include "engine/platform/x11/X11Desktop.h"
-#include "tests/platform/ui_dialogs/XClient.h"
+#include "tests/support/xserver/XClient.h"
 #include "tests/support/xserver/XServer.h"
 #include "ui/ShortcutKey.h"
 

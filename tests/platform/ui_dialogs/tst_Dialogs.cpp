@@ -1,6 +1,7 @@
 #include "tests/platform/ui_dialogs/DialogOnServer.h"
 #include "tests/support/main/Main.h"
 #include "tests/support/xserver/KeyWindow.h"
+#include "tests/support/xserver/RunOnServer.h"
 #include "ui/MidiMenu.h"
 
 #include <QApplication>
@@ -310,15 +311,7 @@ void tst_Dialogs::thePageShowsAroundTheWhitePanel()
 
 int main(int argc, char *argv[])
 {
-    XServer server(XServer::Options::atScale());
-    if (!server.isRunning()) {
-        qCritical("%s", qPrintable(server.error()));
-        return 1;
-    }
-    server.exportDisplay();
-    QApplication app(argc, argv);
-    tst_Dialogs test(server);
-    return QTest::qExec(&test, argc, argv);
+    return runOnServer<tst_Dialogs>(argc, argv, XServer::Options::atScale());
 }
 
 #include "tst_Dialogs.moc"

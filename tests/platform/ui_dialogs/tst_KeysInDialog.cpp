@@ -2,6 +2,7 @@
 #include "engine/platform/xkb/KeysymTable.h"
 #include "tests/platform/ui_dialogs/DialogOnServer.h"
 #include "tests/support/main/Main.h"
+#include "tests/support/xserver/RunOnServer.h"
 
 #include <QApplication>
 #include <QtTest>
@@ -230,15 +231,7 @@ void tst_KeysInDialog::aKeyHeldFromBeforeIsNotRecorded()
 
 int main(int argc, char *argv[])
 {
-    XServer server(XServer::Options::atScale());
-    if (!server.isRunning()) {
-        qCritical("%s", qPrintable(server.error()));
-        return 1;
-    }
-    server.exportDisplay();
-    QApplication app(argc, argv);
-    tst_KeysInDialog test(server);
-    return QTest::qExec(&test, argc, argv);
+    return runOnServer<tst_KeysInDialog>(argc, argv, XServer::Options::atScale());
 }
 
 #include "tst_KeysInDialog.moc"

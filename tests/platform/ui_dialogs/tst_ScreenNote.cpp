@@ -1,7 +1,7 @@
-#include "XClient.h"
 #include "tests/support/main/Main.h"
 #include "tests/support/xserver/KeyWindow.h"
-#include "tests/support/xserver/XServer.h"
+#include "tests/support/xserver/RunOnServer.h"
+#include "tests/support/xserver/XClient.h"
 #include "ui/ScreenNote.h"
 
 #include <QApplication>
@@ -98,16 +98,7 @@ void tst_ScreenNote::itGoesByItself()
 
 int main(int argc, char *argv[])
 {
-    XServer server;
-    if (!server.isRunning()) {
-        qCritical("%s", qPrintable(server.error()));
-        return 1;
-    }
-    server.exportDisplay();
-    QApplication app(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
-    tst_ScreenNote test(server);
-    return QTest::qExec(&test, argc, argv);
+    return runOnServer<tst_ScreenNote>(argc, argv);
 }
 
 #include "tst_ScreenNote.moc"

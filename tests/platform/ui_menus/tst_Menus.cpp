@@ -1,31 +1,21 @@
+#include "MenusOnServer.h"
 #include "app/frame/ActionLabels.h"
-#include "app/frame/AppFonts.h"
-#include "engine/Settings.h"
-#include "tests/platform/ui_dialogs/XClient.h"
 #include "tests/support/main/Main.h"
-#include "tests/support/xserver/XServer.h"
+#include "tests/support/xserver/RunOnServer.h"
 #include "tests/unit/ui_menus/PopUp.h"
-#include "ui/ComboMapping.h"
-#include "ui/ComboMenu.h"
 #include "ui/ComboMenuLabel.h"
-#include "ui/MapPrinter.h"
 #include "ui/SaveDialog.h"
 
-#include <QComboBox>
-#include <QDialog>
 #include <QElapsedTimer>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPointer>
 #include <QProxyStyle>
 #include <QScreen>
 #include <QSignalSpy>
-#include <QTemporaryDir>
+#include <QTimer>
 #include <QWindow>
 #include <QtTest>
 
 #include <algorithm>
-#include <memory>
+#include <functional>
 
 namespace
 {
@@ -71,19 +61,20 @@ double timeToOpen(QMenu &menu)
 } // namespace
 
 /// The menus on a real X server, with the user's mouse and keyboard.
-class tst_Menus : public QObject
+class tst_Menus : public QObject, private MenusOnServer
 {
     Q_OBJECT
 
 public:
     explicit tst_Menus(const XServer &server)
-        : m_server(server)
+        : MenusOnServer(server)
     {
     }
 
 private Q_SLOTS:
-    void init();
-    void cleanup() { m_page.reset(); }
+    void initTestCase() { beginAll(); }
+    void init() { begin(); }
+    void cleanup() { end(); }
 
     void theMouseChoosesAnAction();
     void theKeyboardChoosesAnAction();
@@ -94,11 +85,6 @@ private Q_SLOTS:
     void aNotchOfTheWheelScrollsByThreeEntriesAndOpensNone();
     void noTextLeavesItsBar();
     void aLabelIsCutExactlyWhereItIsSaidNotToFit();
-    void thePrintedMapIsDarkOnWhite();
-    void aCancelledPrintLeavesThePageUntouched();
-    void thePrintDialogGoesWithItsPage();
-    void theDialogForAFileGoesWithItsPage();
-    void theMapIsPrintedToAFileByTheDialog();
 
 private:
     QList<ZRButtonMap *> maps(int count) const;
@@ -106,42 +92,7 @@ private:
     void click(const QPoint &global);
     void clickEntry(const QString &text);
     void whenOpen(const std::function<void()> &then);
-
-    const XServer &m_server;
-    std::unique_ptr<XClient> m_user;
-    QTemporaryDir m_folder;
-    Settings m_settings{m_folder.filePath(QStringLiteral("settings.ini"))};
-    QObject m_link;
-    std::unique_ptr<QWidget> m_page;
-    QList<ComboMenu *> m_menus;
-    ComboMapping *m_selector = nullptr;
 };
-
-void tst_Menus::init()
-{
-    m_user = std::make_unique<XClient>(m_server.display());
-    m_user->moveMouse({5, 5});
-    m_page = std::make_unique<QWidget>();
-    m_page->setAttribute(Qt::WA_StyledBackground);
-    m_page->setStyleSheet(QStringLiteral("background-color:#5342d9"));
-    m_page->resize(900, 650);
-    m_page->move(50, 50);
-    auto *drawing = new QLabel(m_page.get());
-    drawing->setGeometry(248, 258, 402, 192);
-    drawing->setStyleSheet(QStringLiteral("background-image: url(:/icons/zr.png)"));
-    m_menus.clear();
-    for (int control = 0; control < ActionTable::controlCount; ++control) {
-        auto *menu = new ComboMenu(control, &m_link, m_page.get(), m_settings);
-        menu->setGeometry(control < 5 ? 88 : 650, 239 + 47 * (control % 5), 160, 41);
-        m_menus.append(menu);
-    }
-    m_selector = new ComboMapping(m_page.get());
-    m_selector->setGeometry(680, 12, 160, 51);
-    m_page->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_page.get()));
-    m_page->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(m_page.get()));
-}
 
 QList<ZRButtonMap *> tst_Menus::maps(int count) const
 {
@@ -438,120 +389,9 @@ void tst_Menus::aLabelIsCutExactlyWhereItIsSaidNotToFit()
     QVERIFY(isCut(QStringLiteral("Tile to the right"), QString()));
 }
 
-void tst_Menus::thePrintedMapIsDarkOnWhite()
-{
-    m_menus.at(0)->loadShorcut(0, 17, 90, -1, QStringLiteral("Ctrl + Z"));
-    const QImage printed = MapPrinter::recoloured(MapPrinter::capture(*m_page));
-    QCOMPARE(printed.size(), QSize(780, 490) * m_page->devicePixelRatioF());
-    QCOMPARE(printed.pixelColor(2, 2), QColor(Qt::white));
-    QHash<QRgb, int> count;
-    int dark = 0;
-    for (int y = 0; y < printed.height(); ++y) {
-        for (int x = 0; x < printed.width(); ++x) {
-            ++count[printed.pixel(x, y)];
-            dark += qGray(printed.pixel(x, y)) < 64 ? 1 : 0;
-        }
-    }
-    QVERIFY(count.value(qRgb(255, 255, 255)) > printed.width() * printed.height() / 2);
-    QVERIFY(dark > 100); // the texts
-    for (const QRgb kept : {qRgb(171, 166, 166), qRgb(161, 75, 40), qRgb(160, 53, 46), qRgb(62, 86, 166),
-                            qRgb(85, 128, 95), qRgb(152, 131, 44)}) {
-        QVERIFY2(count.value(kept) > 100, qPrintable(QColor(kept).name()));
-    }
-}
-
-void tst_Menus::aCancelledPrintLeavesThePageUntouched()
-{
-    m_page->setStyleSheet(QStringLiteral("background-color:red"));
-    QString title;
-    QTimer::singleShot(0, this, [&] {
-        QWidget *dialog = QApplication::activeModalWidget();
-        QVERIFY(dialog);
-        title = dialog->windowTitle();
-        QCOMPARE(dialog->parentWidget(), m_page.get());
-        QTest::keyClick(dialog, Qt::Key_Escape);
-    });
-    QVERIFY(!MapPrinter::askAndPrint(*m_page, true));
-    QCOMPARE(title, QStringLiteral("Print ZR Map"));
-    QCOMPARE(m_page->styleSheet(), QStringLiteral("background-color:red"));
-}
-
-void tst_Menus::thePrintDialogGoesWithItsPage()
-{
-    QPointer<QWidget> inner;
-    QTimer::singleShot(0, this, [&] {
-        QWidget *dialog = QApplication::activeModalWidget();
-        QVERIFY(dialog);
-        // Where the name of the file is chosen, say: it has a loop of its own.
-        QTimer::singleShot(0, this, [&] { m_page->hide(); });
-        inner = new QDialog(dialog);
-        static_cast<QDialog *>(inner.data())->exec();
-    });
-    QVERIFY(!MapPrinter::askAndPrint(*m_page, true));
-    QVERIFY(!QApplication::activeModalWidget());
-    QVERIFY(!m_page->isVisible());
-}
-
-void tst_Menus::theDialogForAFileGoesWithItsPage()
-{
-    bool stayed = false;
-    QTimer::singleShot(0, this, [&] {
-        QPointer<QWidget> dialog = QApplication::activeModalWidget();
-        QVERIFY(dialog);
-        m_page->hide();
-        QTimer::singleShot(0, this, [dialog, &stayed] {
-            stayed = dialog && dialog->isVisible();
-            if (stayed) {
-                dialog->close();
-            }
-        });
-    });
-    QVERIFY(!MapPrinter::askAndWritePdf(*m_page));
-    QCoreApplication::processEvents();
-    QVERIFY(!stayed);
-}
-
-void tst_Menus::theMapIsPrintedToAFileByTheDialog()
-{
-    const QTemporaryDir folder;
-    const QString file = folder.filePath(QStringLiteral("map.pdf"));
-    QTimer::singleShot(0, this, [&] {
-        QWidget *dialog = QApplication::activeModalWidget();
-        QVERIFY(dialog);
-        // Whatever printers there are.
-        auto *printers = dialog->findChild<QComboBox *>(QStringLiteral("printers"));
-        QVERIFY(printers);
-        printers->setCurrentIndex(printers->findText(QStringLiteral("PDF"), Qt::MatchContains));
-        auto *name = dialog->findChild<QLineEdit *>(QStringLiteral("filename"));
-        QVERIFY(name && name->isVisible());
-        QVERIFY2(name->text().contains(QLatin1String("/Veltrix")), qPrintable(name->text()));
-        name->setText(file);
-        // The page's colours stay outside.
-        const QImage ground = dialog->grab({2, 2, 1, 1}).toImage();
-        QVERIFY(ground.pixelColor(0, 0).lightness() > 200);
-        QMetaObject::invokeMethod(dialog, "accept");
-    });
-    QVERIFY(MapPrinter::askAndPrint(*m_page, true));
-    QFile sheet(file);
-    QVERIFY(sheet.open(QIODevice::ReadOnly));
-    QVERIFY(sheet.read(5) == "%PDF-");
-    QCOMPARE(m_page->styleSheet(), QStringLiteral("background-color:#5342d9"));
-}
-
 int main(int argc, char *argv[])
 {
-    XServer server(XServer::Options::atScale());
-    if (!server.isRunning()) {
-        qCritical("%s", qPrintable(server.error()));
-        return 1;
-    }
-    server.exportDisplay();
-    QApplication app(argc, argv);
-    QCoreApplication::setOrganizationName(QStringLiteral("veltrix-test"));
-    QCoreApplication::setApplicationName(QStringLiteral("menus"));
-    AppFonts::load();
-    tst_Menus test(server);
-    return QTest::qExec(&test, argc, argv);
+    return runOnServer<tst_Menus>(argc, argv, XServer::Options::atScale());
 }
 
 #include "tst_Menus.moc"

@@ -1,4 +1,4 @@
-#include "tests/platform/ui_dialogs/XClient.h"
+#include "tests/support/xserver/XClient.h"
 
 #include "engine/platform/x11/XTestSources.h"
 
