@@ -85,6 +85,7 @@ DeviceZR::DeviceZR(QWidget *parent, SerialProtocol *serial, const Parts &parts)
             const ProgramsOnPage::Asking asking(m_programs);
             return QFileDialog::getOpenFileName(this, title, folder, filter);
         });
+    m_parts.settings->setUsedBy(QLatin1String(AppInfo::version));
 }
 
 void DeviceZR::load()
@@ -95,8 +96,6 @@ void DeviceZR::load()
     if (m_programs != nullptr) {
         m_programs->load();
     }
-
-    m_parts.settings->setUsedBy(QLatin1String(AppInfo::version));
 }
 
 DeviceZR::~DeviceZR() = default;

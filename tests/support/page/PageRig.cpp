@@ -43,12 +43,17 @@ QByteArray PageRig::readFile(const QString &name) const
 
 DeviceZR *PageRig::makePage(QWidget *parent, SerialProtocol *serial, ZRUpdater *updater)
 {
-    auto *page = new DeviceZR(parent, serial,
-                              {&mappings, engine.dispatcher.get(), &store, &engine.settings, &launchOnStartup,
-                               &mapUpdate, updater, &desktop, QStringLiteral("Not Available"), notice,
-                               &programMappings, &programSwitch});
+    DeviceZR *page = buildPage(parent, serial, updater);
     page->load();
     return page;
+}
+
+DeviceZR *PageRig::buildPage(QWidget *parent, SerialProtocol *serial, ZRUpdater *updater)
+{
+    return new DeviceZR(parent, serial,
+                        {&mappings, engine.dispatcher.get(), &store, &engine.settings, &launchOnStartup,
+                         &mapUpdate, updater, &desktop, QStringLiteral("Not Available"), notice,
+                         &programMappings, &programSwitch});
 }
 
 std::unique_ptr<SerialProtocol> PageRig::makeSerial()

@@ -60,6 +60,9 @@ public:
 
     DeviceZR *makePage(QWidget *parent, SerialProtocol *serial, ZRUpdater *updater);
 
+    /// The page without its mapping.
+    DeviceZR *buildPage(QWidget *parent, SerialProtocol *serial, ZRUpdater *updater);
+
     /// A link that never finds a device by itself.
     static std::unique_ptr<SerialProtocol> makeSerial();
 
