@@ -229,6 +229,7 @@ void tst_ComboMenuChoices::midiOpensTheDialogWithAnOffset()
     QTest::keyClick(&m_rig->midiMenu(), Qt::Key_Escape);
     const LogCapture log(QStringLiteral("veltrix.ui.debug=true"));
     m_rig->menu().loadMidi(1, 5, 61, 90, 10, true, true);
+    m_rig->menu().loadMidi(0, 6, 62, 91, 11, false, true); // the last one is another layer's
     QSignalSpy answers(&m_rig->midiMenu(), &MidiMenu::newMidi);
     chooseFrom({shift1, QStringLiteral("Midi")});
     QVERIFY(m_rig->midiMenu().isVisible());
