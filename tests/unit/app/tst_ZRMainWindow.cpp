@@ -5,6 +5,8 @@
 #include "mapping/SpecialAction.h"
 #include "tests/support/main/Main.h"
 #include "tests/support/page/PageRig.h"
+#include "tests/unit/device/FakePortLister.h"
+#include "tests/unit/device/FakeSerialPort.h"
 #include "ui/SaveDialog.h"
 
 #include <QAnimationGroup>
@@ -77,12 +79,27 @@ private:
         }
         QVERIFY(!stack()->isSliding());
     }
+    /// Gives the three buttons of the chord their modes, and presses them.
+    void callGame() const
+    {
+        shortCut action;
+        action.key1 = SPECIAL_ACTION;
+        for (const int code : {4, 5, 6}) {
+            action.key2 = code;
+            m_rig->engine.dispatcher->setAction(code, Layer::Normal, action);
+        }
+        for (const int button : {4, 5, 6}) {
+            Q_EMIT m_serial->onButtonpress(button, true);
+        }
+    }
     GameView *game() const { return m_window->findChild<GameView *>(); }
     QString indicator() const
     {
         return m_window->findChild<QLabel *>(QStringLiteral("indicator"))->styleSheet();
     }
 
+    PortBench m_bench;
+    FakePortLister *m_ports = nullptr;
     std::unique_ptr<PageRig> m_rig;
     std::unique_ptr<ZRMainWindow> m_window;
     SerialProtocol *m_serial = nullptr;
@@ -91,7 +108,11 @@ private:
 void tst_ZRMainWindow::init()
 {
     m_rig = std::make_unique<PageRig>();
-    auto serial = PageRig::makeSerial();
+    auto ports = std::make_unique<FakePortLister>();
+    m_ports = ports.get();
+    auto serial = std::make_unique<SerialProtocol>(
+        std::make_unique<PortFinder>(std::move(ports)),
+        [this]() -> std::unique_ptr<SerialPort> { return std::make_unique<FakeSerialPort>(&m_bench); });
     m_serial = serial.get();
     m_window = std::make_unique<ZRMainWindow>(
         std::move(serial),
@@ -205,14 +226,16 @@ void tst_ZRMainWindow::shownAgainItIsWholeOnTheScreen()
 
 void tst_ZRMainWindow::escapeLeavesTheGame()
 {
-    Q_EMIT m_serial->portChange(QStringLiteral("ZR"));
+    m_ports->show({devicePort()});
+    m_serial->scannSerial();
     clock().advance(1000);
     endSlide();
-    m_window->displayControlPanel(QStringLiteral("GAME"));
+    callGame();
     clock().advance(1000);
     endSlide();
     QCOMPARE(stack()->currentIndex(), 2);
-    m_rig->engine.dispatcher->leaveGame();
+    QVERIFY(m_rig->engine.dispatcher->isGameOn());
+    QTest::keyClick(game(), Qt::Key_Escape);
     QVERIFY(!game()->isRunning());
     QVERIFY(!m_rig->engine.dispatcher->isGameOn());
     clock().advance(1000);
@@ -356,15 +379,7 @@ void tst_ZRMainWindow::unpluggedWithinTheSecondTheSlideStillComes()
 
 void tst_ZRMainWindow::chordCallsTheGameAndBack()
 {
-    shortCut action;
-    action.key1 = SPECIAL_ACTION;
-    for (const int code : {4, 5, 6}) {
-        action.key2 = code;
-        m_rig->engine.dispatcher->setAction(code, Layer::Normal, action);
-    }
-    for (const int button : {4, 5, 6}) {
-        Q_EMIT m_serial->onButtonpress(button, true);
-    }
+    callGame();
     clock().advance(999);
     QVERIFY(!game()->isRunning());
     clock().advance(1);
