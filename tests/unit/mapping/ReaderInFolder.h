@@ -49,7 +49,7 @@ protected:
     }
     QString write(const QByteArray &xml) const
     {
-        const QString path = m_directory->filePath(QStringLiteral("mappings.xml"));
+        QString path = m_directory->filePath(QStringLiteral("mappings.xml"));
         writeFile(path, xml);
         return path;
     }

@@ -38,7 +38,7 @@ private:
     /// What another computer has: for Gimp, for the browser and for an editor, whose mapping is switched off.
     QString ofAnotherComputer() const
     {
-        const QString file = m_directory->filePath(QStringLiteral("from there.xml"));
+        QString file = m_directory->filePath(QStringLiteral("from there.xml"));
         const auto entry = [](const QString &program, const QString &title, bool acts,
                               const shortCut &action) {
             ProgramsFile::Entry made{program, title, acts, QString(), {}};

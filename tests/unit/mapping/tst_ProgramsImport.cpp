@@ -33,7 +33,7 @@ private:
     /// A mapping of Gimp's whose control 3 presses 20.
     QString fromThere(bool acts = true) const
     {
-        const QString file = m_directory->filePath(QStringLiteral("from there.xml"));
+        QString file = m_directory->filePath(QStringLiteral("from there.xml"));
         ProgramsFile::Entry entry{gimp, gimpTitle, acts, QStringLiteral("There"), {}};
         entry.actions[3][Layer::Normal] = key(20);
         ProgramsFile::write(file, {entry});

@@ -150,7 +150,7 @@ void tst_XmlMappingReader::theCurrentMapIsTheFirstMapping()
     m_reader->readCurrentMap(
         write("<ZR><MAPPING software='current_map'><BUTTON id='3'><NORMAL label='L'/></BUTTON></MAPPING>"
               "<MAPPING software='other' default='yes'/></ZR>"));
-    QVERIFY(m_current != nullptr);
+    QVERIFY(m_current);
     QVERIFY(m_current->parent() == nullptr);
     QCOMPARE(m_current->name, QStringLiteral("current_map"));
     QCOMPARE(m_current->actions[3][Layer::Normal].label, QStringLiteral("L"));
