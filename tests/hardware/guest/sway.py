@@ -57,8 +57,14 @@ class Sway:
         assert wait_for(lambda: self.takes(*OWNERS_DEVICES), PATIENCE), "sway takes no input device"
 
     def message(self, *words):
-        return subprocess.run(["swaymsg", *words], env=user_environment(**self.environment), check=True, text=True,
-                              stdout=subprocess.PIPE, **as_user()).stdout
+        """What sway answers: asked again when swaymsg's own three seconds are too few for an emulated machine."""
+        def asked():
+            result = subprocess.run(["swaymsg", *words], env=user_environment(**self.environment), check=False, text=True,
+                                    stdout=subprocess.PIPE, **as_user())
+            return result if result.returncode == 0 else None
+        result = wait_for(asked, PATIENCE)
+        assert result, f"sway does not answer {words}"
+        return result.stdout
 
     def takes(self, *devices):
         """Whether the session reads these input devices."""
