@@ -7,8 +7,10 @@
 #include "tests/support/script/SideBySide.h"
 
 #include <QDir>
+#include <QLoggingCategory>
 #include <QMap>
-#include <QtTest>
+#include <QRegularExpression>
+#include <QTest>
 
 #include <algorithm>
 #include <atomic>

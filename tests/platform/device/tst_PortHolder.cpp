@@ -9,7 +9,7 @@
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QProcess>
-#include <QtTest>
+#include <QTest>
 
 /// A real port, held by a real program.
 class tst_PortHolder : public QObject

@@ -5,7 +5,7 @@
 #include <QFile>
 #include <QLockFile>
 #include <QSysInfo>
-#include <QtTest>
+#include <QTest>
 
 #include <sys/stat.h>
 

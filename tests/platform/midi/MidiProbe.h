@@ -5,7 +5,7 @@
 
 #include <QElapsedTimer>
 #include <QFile>
-#include <QtTest>
+#include <QTest>
 
 #include <memory>
 

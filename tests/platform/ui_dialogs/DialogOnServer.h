@@ -10,8 +10,8 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QScreen>
+#include <QTest>
 #include <QVector>
-#include <QtTest>
 
 #include <memory>
 

@@ -9,7 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 /// The dialogs over their window: what they take hold of and let go, and what real clicks and keys do in
 /// them.

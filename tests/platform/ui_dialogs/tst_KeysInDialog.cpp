@@ -5,7 +5,7 @@
 #include "tests/support/xserver/RunOnServer.h"
 
 #include <QApplication>
-#include <QtTest>
+#include <QTest>
 
 namespace
 {

@@ -10,9 +10,9 @@
 #include <QProxyStyle>
 #include <QScreen>
 #include <QSignalSpy>
+#include <QTest>
 #include <QTimer>
 #include <QWindow>
-#include <QtTest>
 
 #include <algorithm>
 #include <functional>

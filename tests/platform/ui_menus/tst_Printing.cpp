@@ -9,8 +9,8 @@
 #include <QImage>
 #include <QLineEdit>
 #include <QPointer>
+#include <QTest>
 #include <QTimer>
-#include <QtTest>
 
 /// The printed map, and the dialogs for printing it and for writing it to a file.
 class tst_Printing : public QObject, private MenusOnServer

@@ -5,7 +5,7 @@
 
 #include <QElapsedTimer>
 #include <QFileInfo>
-#include <QtTest>
+#include <QTest>
 
 #include <csignal>
 #include <cstdio>

@@ -4,7 +4,7 @@
 #include "tests/support/main/Main.h"
 
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 #include <ctime>
 

@@ -4,7 +4,7 @@
 #include "device/PortLister.h"
 
 #include <QFile>
-#include <QtTest>
+#include <QTest>
 
 namespace
 {

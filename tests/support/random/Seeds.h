@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QRandomGenerator>
-#include <QtTest>
+#include <QTest>
 
 #include <initializer_list>
 

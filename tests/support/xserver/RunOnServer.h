@@ -3,7 +3,7 @@
 #include "tests/support/xserver/XServer.h"
 
 #include <QApplication>
-#include <QtTest>
+#include <QTest>
 
 /// The main function of a test whose windows are on an X server of its own. The test is made with that
 /// server.

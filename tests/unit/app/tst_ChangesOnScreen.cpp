@@ -8,7 +8,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QtTest>
+#include <QTest>
 
 namespace
 {

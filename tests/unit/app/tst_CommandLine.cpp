@@ -7,7 +7,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 class tst_CommandLine : public QObject
 {

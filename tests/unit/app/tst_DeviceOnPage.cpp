@@ -8,7 +8,7 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 /// What the page shows of the device: its marks, the layer that is held, what was sent.
 class tst_DeviceOnPage : public QObject, private PageInWindow

@@ -17,8 +17,8 @@
 #include <QLabel>
 #include <QMetaMethod>
 #include <QSlider>
+#include <QTest>
 #include <QToolTip>
-#include <QtTest>
 
 /// The page itself: where its widgets stand, the settings that it shows, its notices, and what it tells
 /// readers.

@@ -2,7 +2,7 @@
 #include "remote/RemoteMessage.h"
 #include "tests/support/main/Main.h"
 
-#include <QtTest>
+#include <QTest>
 
 class tst_Doctor : public QObject
 {

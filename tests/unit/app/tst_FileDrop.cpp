@@ -10,9 +10,10 @@
 #include <QFile>
 #include <QLabel>
 #include <QMimeData>
+#include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QUrl>
-#include <QtTest>
 
 class tst_FileDrop : public QObject
 {

@@ -4,7 +4,7 @@
 
 #include <QFile>
 #include <QRegularExpression>
-#include <QtTest>
+#include <QTest>
 
 using Kind = DeviceFinding::Kind;
 

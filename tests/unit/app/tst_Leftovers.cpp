@@ -7,7 +7,7 @@
 #include <QFile>
 #include <QLockFile>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 class tst_Leftovers : public QObject
 {

@@ -2,7 +2,7 @@
 #include "tests/support/main/Main.h"
 
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 class tst_LogFile : public QObject
 {

@@ -13,7 +13,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMenu>
-#include <QtTest>
+#include <QTest>
 
 class tst_MappingFileExchange : public QObject
 {

@@ -13,7 +13,8 @@
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
-#include <QtTest>
+#include <QRegularExpression>
+#include <QTest>
 
 /// The life of the mapping as the page shows it: what it begins with, what is kept, saved, named and taken
 /// back.

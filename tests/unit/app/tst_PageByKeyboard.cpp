@@ -10,7 +10,7 @@
 #include <QCheckBox>
 #include <QGraphicsEffect>
 #include <QSlider>
-#include <QtTest>
+#include <QTest>
 
 /// The device page without a mouse.
 class tst_PageByKeyboard : public QObject, private PageInWindow

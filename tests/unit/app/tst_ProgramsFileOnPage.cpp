@@ -10,8 +10,9 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMenu>
+#include <QSignalSpy>
+#include <QTest>
 #include <QTimer>
-#include <QtTest>
 
 /// The device page and the file of the programs' mappings.
 class tst_ProgramsFileOnPage : public QObject

@@ -16,7 +16,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
 #include <cmath>
 

@@ -5,7 +5,7 @@
 
 #include <QDir>
 #include <QStandardPaths>
-#include <QtTest>
+#include <QTest>
 
 class tst_SettingsPlace : public QObject
 {

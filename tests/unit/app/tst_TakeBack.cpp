@@ -14,8 +14,8 @@
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTest>
 #include <QTimer>
-#include <QtTest>
 
 /// The way back on the page, and what is said of it.
 class tst_TakeBack : public QObject, private PageInWindow

@@ -1,7 +1,7 @@
 #include "app/WindowPlace.h"
 #include "tests/support/main/Main.h"
 
-#include <QtTest>
+#include <QTest>
 
 class tst_WindowPlace : public QObject
 {

@@ -18,7 +18,7 @@
 #include <QScreen>
 #include <QSignalSpy>
 #include <QSystemTrayIcon>
-#include <QtTest>
+#include <QTest>
 
 class tst_ZRMainWindow : public QObject
 {

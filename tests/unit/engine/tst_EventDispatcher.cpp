@@ -4,7 +4,7 @@
 #include "tests/support/script/EngineRig.h"
 
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 #include <memory>
 

@@ -4,7 +4,7 @@
 #include "engine/platform/recording/RecordingInjector.h"
 #include "tests/support/main/Main.h"
 
-#include <QtTest>
+#include <QTest>
 
 namespace
 {

@@ -4,7 +4,7 @@
 #include "mapping/ShortCut.h"
 #include "tests/support/main/Main.h"
 
-#include <QtTest>
+#include <QTest>
 
 class tst_KeySynthesis : public QObject
 {

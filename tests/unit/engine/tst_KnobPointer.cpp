@@ -7,7 +7,7 @@
 #include "tests/support/main/Main.h"
 #include "tests/support/script/ManualClock.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <chrono>
 #include <limits>

@@ -3,7 +3,7 @@
 #include "tests/support/main/Main.h"
 
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 class tst_KnobSettings : public QObject
 {

@@ -2,7 +2,7 @@
 #include "engine/platform/AutostartEntry.h"
 #include "tests/support/main/Main.h"
 
-#include <QtTest>
+#include <QTest>
 
 namespace
 {

@@ -6,7 +6,7 @@
 #include "tests/unit/engine/PlainDispatcher.h"
 #include "tests/unit/engine/SystemModel.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <random>
 

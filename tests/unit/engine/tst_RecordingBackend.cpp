@@ -4,7 +4,7 @@
 #include "engine/platform/recording/RecordingPointer.h"
 #include "tests/support/main/Main.h"
 
-#include <QtTest>
+#include <QTest>
 
 class tst_RecordingBackend : public QObject
 {

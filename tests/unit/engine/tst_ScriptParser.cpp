@@ -4,7 +4,7 @@
 #include "tests/support/script/ScriptParser.h"
 #include "tests/support/script/SideBySide.h"
 
-#include <QtTest>
+#include <QTest>
 
 using Kind = ScriptStep::Kind;
 

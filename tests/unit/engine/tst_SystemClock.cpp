@@ -3,7 +3,7 @@
 #include "tests/support/script/ManualClock.h"
 
 #include <QEventLoop>
-#include <QtTest>
+#include <QTest>
 
 #include <chrono>
 #include <functional>

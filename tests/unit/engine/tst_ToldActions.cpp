@@ -3,8 +3,8 @@
 #include "tests/support/main/Main.h"
 #include "tests/support/script/EngineRig.h"
 
+#include <QTest>
 #include <QVector>
-#include <QtTest>
 
 #include <utility>
 

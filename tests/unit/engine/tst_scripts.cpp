@@ -4,7 +4,7 @@
 #include "tests/support/script/SideBySide.h"
 
 #include <QDir>
-#include <QtTest>
+#include <QTest>
 
 /// Every text script, in process against the recording backend.
 class tst_scripts : public QObject

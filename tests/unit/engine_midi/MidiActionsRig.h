@@ -7,7 +7,7 @@
 #include "tests/support/midi/FakeMidiBackend.h"
 #include "tests/support/script/ManualClock.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <memory>
 

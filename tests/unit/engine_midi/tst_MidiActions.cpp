@@ -1,7 +1,7 @@
 #include "MidiActionsRig.h"
 #include "tests/support/main/Main.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <limits>
 

@@ -1,7 +1,7 @@
 #include "MidiActionsRig.h"
 #include "tests/support/main/Main.h"
 
-#include <QtTest>
+#include <QTest>
 
 /// What is owed: the ends of notes and controllers, when they are sent, and when the port takes them.
 class tst_MidiActionsOwed : public QObject, private MidiActionsRig

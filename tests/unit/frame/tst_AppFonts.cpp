@@ -3,7 +3,7 @@
 
 #include <QFontDatabase>
 #include <QLoggingCategory>
-#include <QtTest>
+#include <QTest>
 
 namespace
 {

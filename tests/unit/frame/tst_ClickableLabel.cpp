@@ -3,7 +3,7 @@
 
 #include <QAccessible>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 class tst_ClickableLabel : public QObject
 {

@@ -5,8 +5,8 @@
 #include <QCheckBox>
 #include <QFontMetrics>
 #include <QLabel>
+#include <QTest>
 #include <QTextDocument>
-#include <QtTest>
 
 namespace
 {

@@ -2,7 +2,7 @@
 #include "app/frame/Look.h"
 #include "tests/support/main/Main.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <memory>
 

@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <QPropertyAnimation>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 using Stack = SlidingStackedWidget;
 

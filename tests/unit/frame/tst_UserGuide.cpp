@@ -4,8 +4,8 @@
 
 #include <QDir>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QUrl>
-#include <QtTest>
 
 class tst_UserGuide : public QObject
 {

@@ -5,7 +5,7 @@
 
 #include <QAccessible>
 #include <QLabel>
-#include <QtTest>
+#include <QTest>
 
 class tst_WelcomeWindow : public QObject
 {

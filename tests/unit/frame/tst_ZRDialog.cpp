@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 class tst_ZRDialog : public QObject
 {

@@ -6,7 +6,7 @@
 #include <QElapsedTimer>
 #include <QImage>
 #include <QPainter>
-#include <QtTest>
+#include <QTest>
 
 class tst_GameView : public QObject
 {

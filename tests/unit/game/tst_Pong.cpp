@@ -1,7 +1,7 @@
 #include "game/pong/Game.h"
 #include "tests/support/main/Main.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <cmath>
 #include <vector>

@@ -5,7 +5,7 @@
 #include "tests/support/log/LogCapture.h"
 
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 #include <memory>
 #include <vector>

@@ -3,7 +3,7 @@
 #include "MappingFixtures.h"
 #include "SessionInFolder.h"
 
-#include <QtTest>
+#include <QTest>
 
 /// As somebody writes it by hand: nothing of it may get lost on the way back.
 inline const QByteArray byHand =

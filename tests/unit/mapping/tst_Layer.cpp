@@ -1,7 +1,7 @@
 #include "mapping/ActionTable.h"
 #include "tests/support/main/Main.h"
 
-#include <QtTest>
+#include <QTest>
 
 class tst_Layer : public QObject
 {

@@ -2,7 +2,7 @@
 #include "tests/support/main/Main.h"
 
 #include <QFileInfo>
-#include <QtTest>
+#include <QTest>
 
 #include <array>
 

@@ -6,7 +6,7 @@
 #include "tests/support/main/Main.h"
 
 #include <QFileInfo>
-#include <QtTest>
+#include <QTest>
 
 #include <cerrno>
 #include <sys/syscall.h>

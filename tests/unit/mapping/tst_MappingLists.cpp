@@ -10,7 +10,7 @@
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 /// The mappings to choose from: the user's own, as they are saved and deleted, and the library's.
 class tst_MappingLists : public QObject, private SessionInFolder

@@ -7,7 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 /// The life of the mapping in use, from the first start to the last choice, without a widget.
 class tst_MappingSession : public QObject, private SessionInFolder

@@ -3,7 +3,7 @@
 
 #include <QFile>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 /// Taking back what was written, and doing it again.
 class tst_MappingSteps : public QObject, private StepsInFolder

@@ -6,7 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 /// Steps and the files' history: what is overwritten goes there, and comes back from there by a step.
 class tst_MappingStepsHistory : public QObject, private StepsInFolder

@@ -5,7 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 /// The mappings of programs beside the general one: nothing of any is lost, whatever the order of things.
 class tst_ProgramMappings : public QObject, private ProgramsInFolder

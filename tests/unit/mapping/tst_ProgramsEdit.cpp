@@ -5,7 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 /// What is typed in a dialog for a program's mapping is written once, and never later than anything else.
 class tst_ProgramsEdit : public QObject, private ProgramsInFolder

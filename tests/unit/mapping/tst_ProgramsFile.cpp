@@ -7,7 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 /// The file of the programs' mappings: when it is written, what is not read as one, its history, and what
 /// comes from other computers.

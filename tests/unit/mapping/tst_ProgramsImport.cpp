@@ -5,7 +5,7 @@
 
 #include <QDir>
 #include <QFile>
-#include <QtTest>
+#include <QTest>
 
 /// Mappings of programs that come from a file: what is said of them is what is on the disk and acts.
 class tst_ProgramsImport : public QObject, private ProgramsInFolder

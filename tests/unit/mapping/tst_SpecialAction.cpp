@@ -1,7 +1,7 @@
 #include "mapping/SpecialAction.h"
 #include "tests/support/main/Main.h"
 
-#include <QtTest>
+#include <QTest>
 
 namespace
 {

@@ -4,7 +4,7 @@
 #include <QLoggingCategory>
 #include <QPointer>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 /// The mappings of a file, in the file's order, the one to begin with, and what is said of it all.
 class tst_XmlMappingReader : public QObject, private ReaderInFolder

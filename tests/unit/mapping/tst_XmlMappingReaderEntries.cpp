@@ -1,7 +1,7 @@
 #include "ReaderInFolder.h"
 #include "tests/support/main/Main.h"
 
-#include <QtTest>
+#include <QTest>
 
 /// What the entries of a mapping file become: their layers, keys, MIDI attributes and places.
 class tst_XmlMappingReaderEntries : public QObject, private ReaderInFolder

@@ -3,7 +3,7 @@
 #include "tests/support/main/Main.h"
 
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 namespace
 {

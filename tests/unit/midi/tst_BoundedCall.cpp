@@ -1,7 +1,7 @@
 #include "midi/BoundedCall.h"
 #include "tests/support/main/Main.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <cstdlib>
 #include <stdexcept>

@@ -4,7 +4,7 @@
 #include "tests/support/midi/FakeMidiBackend.h"
 
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 #include <atomic>
 #include <thread>

@@ -3,7 +3,7 @@
 #include "tests/support/main/Main.h"
 #include "tests/support/midi/FakeMidiBackend.h"
 
-#include <QtTest>
+#include <QTest>
 
 class tst_MidiSystem : public QObject
 {

@@ -1,7 +1,7 @@
 #include "midi/OwedMessages.h"
 #include "tests/support/main/Main.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <atomic>
 #include <csignal>

@@ -3,7 +3,7 @@
 #include "tests/support/random/Seeds.h"
 
 #include <QRandomGenerator>
-#include <QtTest>
+#include <QTest>
 
 #include <limits>
 

@@ -4,7 +4,7 @@
 #include "tests/support/midi/FakeMidiBackend.h"
 
 #include <QElapsedTimer>
-#include <QtTest>
+#include <QTest>
 
 #include <atomic>
 #include <condition_variable>

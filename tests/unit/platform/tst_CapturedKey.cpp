@@ -2,7 +2,7 @@
 #include "engine/platform/xkb/KeysymTable.h"
 #include "tests/support/main/Main.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <X11/keysym.h>
 

@@ -1,7 +1,7 @@
 #include "engine/platform/xkb/KeyPresser.h"
 #include "tests/support/main/Main.h"
 
-#include <QtTest>
+#include <QTest>
 
 namespace
 {

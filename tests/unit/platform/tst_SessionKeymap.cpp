@@ -4,7 +4,7 @@
 
 #include <QSignalSpy>
 #include <QTemporaryFile>
-#include <QtTest>
+#include <QTest>
 
 #include <xkbcommon/xkbcommon.h>
 

@@ -4,7 +4,7 @@
 #include "tests/support/uinput/RecordingKernel.h"
 #include "tests/support/xkb/ExpectedSymbols.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <linux/input-event-codes.h>
 #include <xkbcommon/xkbcommon.h>

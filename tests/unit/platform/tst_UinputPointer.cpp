@@ -3,7 +3,7 @@
 #include "tests/support/main/Main.h"
 #include "tests/support/uinput/RecordingKernel.h"
 
-#include <QtTest>
+#include <QTest>
 
 class tst_UinputPointer : public QObject
 {

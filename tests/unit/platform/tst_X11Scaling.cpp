@@ -1,7 +1,7 @@
 #include "engine/platform/x11/X11Scaling.h"
 #include "tests/support/main/Main.h"
 
-#include <QtTest>
+#include <QTest>
 
 class tst_X11Scaling : public QObject
 {

@@ -1,7 +1,7 @@
 #include "remote/RemoteMessage.h"
 #include "tests/support/main/Main.h"
 
-#include <QtTest>
+#include <QTest>
 
 class tst_RemoteMessage : public QObject
 {

@@ -4,7 +4,7 @@
 #include "tests/support/main/Main.h"
 #include "tools/lint/LibraryLint.h"
 
-#include <QtTest>
+#include <QTest>
 
 /// Every mapping that ships is a test case.
 class tst_ExampleMappings : public QObject

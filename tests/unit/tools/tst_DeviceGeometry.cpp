@@ -2,7 +2,7 @@
 #include "tools/simulator/DeviceGeometry.h"
 
 #include <QLineF>
-#include <QtTest>
+#include <QTest>
 
 namespace geometry = simulator::geometry;
 

@@ -6,9 +6,9 @@
 #include "tools/simulator/VirtualDevice.h"
 
 #include <QLabel>
+#include <QTest>
 #include <QWheelEvent>
 #include <QtMath>
-#include <QtTest>
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 #include "tests/support/main/Main.h"
 #include "tools/simulator/Options.h"
 
-#include <QtTest>
+#include <QTest>
 
 using simulator::Options;
 

@@ -1,7 +1,7 @@
 #include "tests/support/main/Main.h"
 #include "tools/simulator/ScriptParser.h"
 
-#include <QtTest>
+#include <QTest>
 
 using simulator::Script;
 using simulator::ScriptStep;

@@ -3,7 +3,7 @@
 #include "tools/simulator/ScriptRunner.h"
 #include "tools/simulator/VirtualDevice.h"
 
-#include <QtTest>
+#include <QTest>
 
 using simulator::ScriptRunner;
 

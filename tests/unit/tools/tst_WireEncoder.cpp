@@ -1,7 +1,7 @@
 #include "tests/support/main/Main.h"
 #include "tools/simulator/WireEncoder.h"
 
-#include <QtTest>
+#include <QTest>
 
 class tst_WireEncoder : public QObject
 {

@@ -1,8 +1,8 @@
 #include "tests/unit/translations/TranslationFile.h"
 
 #include <QFile>
+#include <QTest>
 #include <QXmlStreamReader>
-#include <QtTest>
 
 QVector<Translation> readTranslations(const QString &language)
 {

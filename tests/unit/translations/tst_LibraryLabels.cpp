@@ -12,7 +12,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLocale>
-#include <QtTest>
+#include <QTest>
 
 #include <algorithm>
 

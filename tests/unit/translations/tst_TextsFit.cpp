@@ -23,8 +23,8 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QStyleOptionButton>
+#include <QTest>
 #include <QTextDocument>
-#include <QtTest>
 
 #include <functional>
 

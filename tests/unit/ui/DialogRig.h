@@ -7,7 +7,7 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QScreen>
-#include <QtTest>
+#include <QTest>
 
 /// The main window as the dialogs see it: a page inside a frameless window in the middle of the screen.
 struct PageWindow : QWidget {

@@ -1,7 +1,7 @@
 #include "tests/support/main/Main.h"
 #include "ui/ActionKeys.h"
 
-#include <QtTest>
+#include <QTest>
 
 using ActionKeys::Purpose;
 

@@ -4,10 +4,10 @@
 #include <QHelpEvent>
 #include <QImage>
 #include <QSignalSpy>
+#include <QTest>
 #include <QTextDocument>
 #include <QToolTip>
 #include <QVector>
-#include <QtTest>
 
 #include <algorithm>
 #include <utility>

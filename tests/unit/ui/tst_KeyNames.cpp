@@ -1,8 +1,8 @@
 #include "tests/support/main/Main.h"
 #include "ui/KeyNames.h"
 
+#include <QTest>
 #include <QTranslator>
-#include <QtTest>
 
 class tst_KeyNames : public QObject
 {

@@ -1,6 +1,9 @@
 #include "tests/support/main/Main.h"
 #include "tests/unit/ui/MidiMenuRig.h"
 
+#include <QLoggingCategory>
+#include <QRegularExpression>
+
 namespace
 {
 

@@ -2,7 +2,7 @@
 #include "ui/SensitivitySlider.h"
 
 #include <QStyle>
-#include <QtTest>
+#include <QTest>
 
 #include <memory>
 

@@ -3,7 +3,7 @@
 #include "tests/support/main/Main.h"
 #include "ui/SentWords.h"
 
-#include <QtTest>
+#include <QTest>
 
 using Event = DoneAction::Event;
 

@@ -3,6 +3,7 @@
 #include "tests/unit/ui/DialogRig.h"
 #include "ui/ShortcutKey.h"
 
+#include <QLoggingCategory>
 #include <QSignalSpy>
 
 namespace

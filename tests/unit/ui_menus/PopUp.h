@@ -4,8 +4,8 @@
 #include <QApplication>
 #include <QMenu>
 #include <QStringList>
+#include <QTest>
 #include <QTimer>
-#include <QtTest>
 
 #include <functional>
 

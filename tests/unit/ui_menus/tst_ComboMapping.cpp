@@ -9,7 +9,7 @@
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 /// The selector as it looks and opens, what a choice in it says, and what its entries are called.
 class tst_ComboMapping : public QObject, private SelectorOnPage

@@ -5,7 +5,7 @@
 #include <QAccessible>
 #include <QGraphicsEffect>
 #include <QLabel>
-#include <QtTest>
+#include <QTest>
 
 /// The action menu as it looks, opens and closes, and what its labels and check marks say.
 class tst_ComboMenu : public QObject, private MenuOnPage

@@ -5,7 +5,7 @@
 #include "ui/ShortcutKey.h"
 
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 /// What a choice in the action menu does: what is stored and reported, which dialog opens, and what shift
 /// buttons do to the layers.

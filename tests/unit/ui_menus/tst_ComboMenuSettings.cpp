@@ -4,7 +4,7 @@
 #include "ui/ComboMenuLabel.h"
 #include "ui/ComboMenuSettings.h"
 
-#include <QtTest>
+#include <QTest>
 
 using Stored = QMap<QString, QVariant>;
 Q_DECLARE_METATYPE(Stored)

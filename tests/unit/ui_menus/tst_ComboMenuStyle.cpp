@@ -7,7 +7,7 @@
 #include <QPixmapCache>
 #include <QStyleFactory>
 #include <QStyleOptionMenuItem>
-#include <QtTest>
+#include <QTest>
 
 #include <memory>
 

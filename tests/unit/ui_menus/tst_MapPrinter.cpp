@@ -10,7 +10,7 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 namespace
 {
