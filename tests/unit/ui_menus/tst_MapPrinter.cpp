@@ -234,7 +234,9 @@ void tst_MapPrinter::whatTheLabelsCutIsPrintedWhole()
     for (int i = 0; i < 30; ++i) {
         most << QStringLiteral("Button %1, Shift 1: Ctrl + Alt + PrtScn").arg(i);
     }
-    QVERIFY(MapPrinter::draw(QImage(780, 490, QImage::Format_ARGB32), printer, most));
+    QImage picture(780, 490, QImage::Format_ARGB32);
+    picture.fill(Qt::white);
+    QVERIFY(MapPrinter::draw(picture, printer, most));
     QFontMetrics metrics(Look::font(Look::Face::Page, 9), &printer);
     QVERIFY(520 + 15 * metrics.lineSpacing() < printer.pageRect(QPrinter::DevicePixel).height());
     QVERIFY(metrics.horizontalAdvance(most.last()) < 390);
