@@ -120,6 +120,7 @@ class Wayland(WaylandTest):
             self.device.send("KND", "KNL", "KNL", "KNL", "KNU")
             wait_for(lambda: self.client.places()[-1:] == [(x, y)], PATIENCE)
             self.assertEqual(self.client.places(), [(x, y + 1), (x, y + 2), (x, y + 3), (x, y)])
+            self.assert_buttons(True, False)  # libinput holds a release back that comes soon after its press
 
         with self.subTest("killed while keys and the button are held: nothing stays"):
             self.device.send(f"BP{TO_VERTICAL}", f"BR{TO_VERTICAL}")
